@@ -1,0 +1,76 @@
+#include "core/Text.hpp"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+
+namespace pendulon {
+
+std::string Trim(std::string_view text) {
+    size_t begin = 0, end = text.size();
+    while (begin < end && text[begin] == ' ') ++begin;
+    while (end > begin && text[end - 1] == ' ') --end;
+    return std::string(text.substr(begin, end - begin));
+}
+
+std::string LCase(std::string_view text) {
+    std::string out(text);
+    std::transform(out.begin(), out.end(), out.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return out;
+}
+
+std::string UCase(std::string_view text) {
+    std::string out(text);
+    std::transform(out.begin(), out.end(), out.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    return out;
+}
+
+size_t InStr(std::string_view text, std::string_view what, size_t start) {
+    if (start < 1) start = 1;
+    if (start > text.size() + 1) return 0;
+    const size_t at = text.find(what, start - 1);
+    return at == std::string_view::npos ? 0 : at + 1;
+}
+
+size_t InStrNoCase(std::string_view text, std::string_view what, size_t start) {
+    return InStr(LCase(text), LCase(what), start);
+}
+
+bool StartsWithNoCase(std::string_view text, std::string_view prefix) {
+    return text.size() >= prefix.size() && EqualsNoCase(text.substr(0, prefix.size()), prefix);
+}
+
+bool ContainsNoCase(std::string_view text, std::string_view what) {
+    return InStrNoCase(text, what) != 0;
+}
+
+bool EqualsNoCase(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
+               return std::tolower(static_cast<unsigned char>(x)) ==
+                      std::tolower(static_cast<unsigned char>(y));
+           });
+}
+
+std::string Left(std::string_view text, size_t count) {
+    return std::string(text.substr(0, std::min(count, text.size())));
+}
+
+std::string Right(std::string_view text, size_t count) {
+    count = std::min(count, text.size());
+    return std::string(text.substr(text.size() - count));
+}
+
+std::string Mid(std::string_view text, size_t start, size_t count) {
+    if (start < 1 || start > text.size()) return {};
+    return std::string(text.substr(start - 1, count));
+}
+
+std::string Hex(long long value) {
+    char buffer[32];
+    std::snprintf(buffer, sizeof buffer, "%llX", static_cast<unsigned long long>(value));
+    return buffer;
+}
+
+}  // namespace pendulon

@@ -1,0 +1,109 @@
+#include "platform/PictureBox.hpp"
+
+namespace pendulon {
+
+PictureBox::PictureBox() : Field(FieldKind::Picture), metrics_(&HeadlessTextMetrics::Instance()) {
+    SetBackColor(colors::ButtonFace);
+}
+
+void PictureBox::Cls() {
+    ops_.clear();
+    CurrentX = 0;
+    CurrentY = 0;
+    Notify();
+}
+
+void PictureBox::Line(double x1, double y1, double x2, double y2, Color color) {
+    DrawOp op;
+    op.type = DrawOp::Type::Line;
+    op.x1 = x1;
+    op.y1 = y1;
+    op.x2 = x2;
+    op.y2 = y2;
+    op.color = color;
+    op.drawWidth = DrawWidth;
+    ops_.push_back(std::move(op));
+    CurrentX = x2;
+    CurrentY = y2;
+}
+
+void PictureBox::Box(double x1, double y1, double x2, double y2, Color color) {
+    DrawOp op;
+    op.type = DrawOp::Type::Box;
+    op.x1 = x1;
+    op.y1 = y1;
+    op.x2 = x2;
+    op.y2 = y2;
+    op.color = color;
+    op.drawWidth = DrawWidth;
+    ops_.push_back(std::move(op));
+    CurrentX = x2;
+    CurrentY = y2;
+}
+
+void PictureBox::FilledBox(double x1, double y1, double x2, double y2, Color color, Color fill) {
+    DrawOp op;
+    op.type = DrawOp::Type::FilledBox;
+    op.x1 = x1;
+    op.y1 = y1;
+    op.x2 = x2;
+    op.y2 = y2;
+    op.color = color;
+    op.fillColor = fill;
+    op.drawWidth = DrawWidth;
+    ops_.push_back(std::move(op));
+    CurrentX = x2;
+    CurrentY = y2;
+}
+
+void PictureBox::Arc(double cx, double cy, double radius, Color color, double start, double end,
+                     double aspect) {
+    DrawOp op;
+    op.type = DrawOp::Type::Arc;
+    op.x1 = cx;
+    op.y1 = cy;
+    op.radius = radius;
+    op.color = color;
+    op.start = start;
+    op.end = end;
+    op.aspect = aspect;
+    op.drawWidth = DrawWidth;
+    ops_.push_back(std::move(op));
+}
+
+void PictureBox::Print(const std::string& text, bool newLine) {
+    DrawOp op;
+    op.type = DrawOp::Type::Text;
+    op.x1 = CurrentX;
+    op.y1 = CurrentY;
+    op.color = ForeColor();
+    op.text = text;
+    op.font = Font();
+    ops_.push_back(std::move(op));
+    if (newLine) {
+        CurrentX = 0;
+        CurrentY += TextHeight(text.empty() ? std::string_view("X") : std::string_view(text));
+    } else {
+        CurrentX += TextWidth(text);
+    }
+}
+
+void PictureBox::PrintAt(double x, double y, const std::string& text, Color color) {
+    DrawOp op;
+    op.type = DrawOp::Type::Text;
+    op.x1 = x;
+    op.y1 = y;
+    op.color = color;
+    op.text = text;
+    op.font = Font();
+    ops_.push_back(std::move(op));
+    CurrentX = x + TextWidth(text);
+    CurrentY = y;
+}
+
+double PictureBox::TextWidth(std::string_view text) const { return metrics_->TextWidth(Font(), text); }
+double PictureBox::TextHeight(std::string_view text) const {
+    return metrics_->TextHeight(Font(), text);
+}
+
+}  // namespace pendulon

@@ -1,0 +1,15 @@
+#pragma once
+#include <optional>
+#include <string>
+
+namespace pendulon {
+
+// Reads a whole file; nullopt when it cannot be opened.
+std::optional<std::string> ReadTextFile(const std::string& path);
+
+// Writes text to a temporary file beside the target, flushes it, then renames it over the
+// target, so that a failed write never leaves a truncated file where a good one stood. Returns
+// an empty text on success, else what went wrong.
+std::string WriteTextFileAtomically(const std::string& path, const std::string& text);
+
+}  // namespace pendulon

@@ -1,0 +1,33 @@
+#include "platform/TextMetrics.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace pendulon {
+
+double HeadlessTextMetrics::TextWidth(const FontSpec& font, std::string_view text) const {
+    // Widest line of the text.
+    size_t widest = 0, current = 0;
+    for (char c : text) {
+        if (c == '\n') {
+            widest = std::max(widest, current);
+            current = 0;
+        } else if (c != '\r') {
+            ++current;
+        }
+    }
+    widest = std::max(widest, current);
+    return std::round(static_cast<double>(widest) * font.Size * 11.0);
+}
+
+double HeadlessTextMetrics::TextHeight(const FontSpec& font, std::string_view text) const {
+    const auto lines = 1 + std::count(text.begin(), text.end(), '\n');
+    return std::round(static_cast<double>(lines) * font.Size * 24.0);
+}
+
+const HeadlessTextMetrics& HeadlessTextMetrics::Instance() {
+    static const HeadlessTextMetrics metrics;
+    return metrics;
+}
+
+}  // namespace pendulon

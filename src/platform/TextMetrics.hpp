@@ -1,0 +1,31 @@
+#pragma once
+#include <string>
+#include <string_view>
+
+namespace pendulon {
+
+struct FontSpec {
+    std::string Name = "MS Sans Serif";
+    double Size = 8.25;  // points
+    bool Bold = false;
+};
+
+// Measures text in twips. The desktop answers with the real font; the headless platform with
+// a fixed-pitch approximation, so that headless layouts are deterministic.
+class TextMetrics {
+public:
+    virtual ~TextMetrics() = default;
+    virtual double TextWidth(const FontSpec& font, std::string_view text) const = 0;
+    virtual double TextHeight(const FontSpec& font, std::string_view text) const = 0;
+};
+
+// Every character is 0.55 em wide (11/20 of the point size in twips times 20); a line is
+// 1.2 em high.
+class HeadlessTextMetrics : public TextMetrics {
+public:
+    double TextWidth(const FontSpec& font, std::string_view text) const override;
+    double TextHeight(const FontSpec& font, std::string_view text) const override;
+    static const HeadlessTextMetrics& Instance();
+};
+
+}  // namespace pendulon
