@@ -7,7 +7,7 @@
 #include "platform/OptionButton.hpp"
 #include "platform/PictureBox.hpp"
 #include "platform/TextField.hpp"
-#include "platform/Window.hpp"
+#include "core/LimitForm.hpp"
 
 namespace pendulon {
 
@@ -22,7 +22,7 @@ inline constexpr int kUnloadMDIForm = 4;          // the main window is closing
 
 // A document: one child window of a device type. These are the members the shell, the entry
 // files and the reports reach; each device's window adds its own fields and logic.
-class Configurator : public Window {
+class Configurator : public LimitForm {
 public:
     Configurator(Application& app, std::string formName);
     ~Configurator() override;
@@ -47,6 +47,12 @@ public:
     virtual std::string PinName(int index) const = 0;
     virtual void CalculatePower() = 0;
     virtual void DisplayAllActuals() = 0;
+    // Prescale of a PLL row or output; only the QX6105A and QX4860 windows have it.
+    virtual bool PreScale(int index) const;
+    virtual void SetPreScale(int index, bool value);
+    // Applies the user limits (public so that voltage options and entry files can run it).
+    virtual void cmdApplyLimits_Click() = 0;
+    virtual void cmdCalculate_Click() = 0;
 
     // Life cycle. Form_Load runs the load steps; Form_QueryUnload returns true to cancel.
     virtual void Form_Load() = 0;
@@ -62,8 +68,6 @@ public:
     PictureBox picDebugWindow;
     PictureBox picPinout;
 
-    bool mblnUseDefaults3V = true;
-    bool mblnUseDefaults5V = true;
     bool mUnloadRequired = false;
 
 private:
