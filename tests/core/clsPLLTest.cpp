@@ -8,10 +8,12 @@
 namespace pendulon {
 namespace {
 
-std::vector<std::string> Entries(const ListField& list) { return list.Items(); }
+std::vector<std::string> Entries(const ListField& list) {
+    return list.Items();
+}
 
 class PLLTest : public ::testing::Test {
-protected:
+  protected:
     test::ReportFixture f;
     clsPLL pll{f.errors};
 
@@ -437,8 +439,8 @@ TEST_F(PLLTest, DisplayActualPPMFirstOfEqualErrorsWins) {
     incoming.AddItem("101");
     ListField destination;
     pll.DisplayActualPPM(incoming, destination, 100, 1);
-    EXPECT_EQ(Entries(destination), (std::vector<std::string>{"99.00000    PPM:-10000",
-                                                              "101.00000  PPM:10000"}));
+    EXPECT_EQ(Entries(destination),
+              (std::vector<std::string>{"99.00000    PPM:-10000", "101.00000  PPM:10000"}));
     EXPECT_EQ(destination.ListIndex(), 0);
 }
 TEST_F(PLLTest, DisplayActualPPMIdenticalTextsSelectFirst) {
