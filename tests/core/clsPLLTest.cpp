@@ -252,6 +252,27 @@ TEST_F(PLLTest, CounterBeyondLongReportsOverflowAndSearchesNothing) {
     EXPECT_EQ(f.Source(0), "clsPLL.FindPAndQ");
 }
 
+TEST_F(PLLTest, QOfZeroReportsDivisionAndTheWalkGoesOn) {
+    pll.mdblReferenceFrequency = 1;
+    pll.mdblTargetVCO = 5;
+    pll.mdblMinQ = -1;
+    pll.mdblMaxP = 256;
+    pll.mdblMaxQ = 4;
+    pll.FindPAndQ();
+    EXPECT_EQ(f.errors.Count(), 1);
+    EXPECT_EQ(f.errors.LastNumber(), 11);
+    EXPECT_EQ(f.Source(0), "clsPLL.FindPAndQ");
+    // Q 2 gives 5/2 exactly.
+    EXPECT_EQ(pll.GetPLLDataString(0), "5.000000 P:5 Q:2");
+    EXPECT_EQ(pll.BestPPM(), 0);
+}
+
+TEST_F(PLLTest, SlotOutsideZeroToTwoIsReported) {
+    EXPECT_EQ(pll.GetPLLDataString(3), "");
+    EXPECT_EQ(f.errors.LastNumber(), 9);
+    EXPECT_EQ(f.Source(0), "clsPLL.GetPLLDataString");
+}
+
 TEST_F(PLLTest, EmptySlotsAreNotListed) {
     SetUpExactCase();
     pll.mdblTargetVCO = 212.16;
