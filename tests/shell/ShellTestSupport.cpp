@@ -69,6 +69,7 @@ void TestConfigurator::cmdCalculate_Click() {
 }
 
 void TestConfigurator::Form_Load() {
+    App().DeviceForm().mstrPreviousDevice = Device();
     SetCaption("Untitled (" + Device() + ")");
     cboFRef.Clear();
     for (const char* item : {"10.00000 MHz", "14.31818 MHz", "25.00000 MHz"}) cboFRef.AddItem(item);
