@@ -1,6 +1,7 @@
 #include "entryfile/clsEntryFile4860.hpp"
 
 #include "configurators/Configurator.hpp"
+#include "entryfile/ApplicationEntryFileHost.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
@@ -65,6 +66,10 @@ struct Selections {
 }  // namespace
 
 clsEntryFile4860::clsEntryFile4860(EntryFileHost& host) : host_(host), entry_(host.Errors()) {}
+clsEntryFile4860::clsEntryFile4860(Application& app)
+    : ownHost_(std::make_unique<ApplicationEntryFileHost>(app)),
+      host_(*ownHost_),
+      entry_(host_.Errors()) {}
 clsEntryFile4860::~clsEntryFile4860() = default;
 
 bool clsEntryFile4860::Is4860Device(const std::string& device) {
