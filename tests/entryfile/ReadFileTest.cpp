@@ -1,13 +1,12 @@
-#include "entryfile/ReadFile.hpp"
-
 #include <gtest/gtest.h>
-
 #include <sys/time.h>
+
 #include <filesystem>
 #include <string>
 
 #include "EntryTestSupport.hpp"
 #include "core/Numbers.hpp"
+#include "entryfile/ReadFile.hpp"
 #include "entryfile/clsEntryFile.hpp"
 #include "support/TestSupport.hpp"
 
@@ -17,7 +16,7 @@ namespace {
 using test::WriteBytes;
 
 class ReadFileTest : public ::testing::Test, public test::ReportFixture {
-protected:
+  protected:
     std::string dir = test::MakeTempDir();
     clsEntryFile entry{errors};
 
@@ -77,9 +76,9 @@ TEST_F(ReadFileTest, BValueRoundsHalfToEven) {
 }
 
 TEST_F(ReadFileTest, TextLinesAnyCaseValueBehindFirstColon) {
-    EXPECT_TRUE(Read(
-        "MODIFICATION DATE: Jan/02/2002\nCustomer:  Acme: labs \ncomments: a;b\nFae: Ann\n"
-        "PACKAGE: SOIC\n# f 1\n# i 1\n"));
+    EXPECT_TRUE(
+        Read("MODIFICATION DATE: Jan/02/2002\nCustomer:  Acme: labs \ncomments: a;b\nFae: Ann\n"
+             "PACKAGE: SOIC\n# f 1\n# i 1\n"));
     EXPECT_EQ(entry.mstrModificationDate, "Jan/02/2002");
     EXPECT_EQ(entry.mstrCustomer, "Acme: labs");
     EXPECT_EQ(entry.mstrComments, "a;b");
@@ -164,8 +163,7 @@ TEST_F(ReadFileTest, MissingDateLineTakesTheFileTimeStamp) {
     ASSERT_EQ(::utimes(path.c_str(), times), 0);
     EXPECT_TRUE(mFileAccessor::ReadFile(path, entry));
     EXPECT_EQ(entry.mstrModificationDate, "1/25/2002 2:04:05 PM");
-    EXPECT_EQ(entry.mstrModificationDate,
-              FormatGeneralDate(DateTime::FromUnixSeconds(1011967445)));
+    EXPECT_EQ(entry.mstrModificationDate, FormatGeneralDate(DateTime::FromUnixSeconds(1011967445)));
 }
 
 TEST_F(ReadFileTest, AnyLineEnding) {
