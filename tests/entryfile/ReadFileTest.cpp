@@ -202,6 +202,30 @@ TEST_F(ReadFileTest, IndexBeyondRangeIsSubscriptErrorButCounterCounts) {
     EXPECT_DOUBLE_EQ(entry.f(32), 32);
 }
 
+TEST_F(ReadFileTest, ThirdDValueIsSubscriptErrorButCounted) {
+    EXPECT_TRUE(Read("# d 1 ;0\n# d 1 ;1\n# d 1 ;2\n# f 1\n# i 1\n"));
+    EXPECT_EQ(Numbers(), std::vector<long>({9}));
+    EXPECT_EQ(Source(0), "clsEntryFile.d [Property Let]");
+    EXPECT_EQ(entry.mintDCount, 3);
+    EXPECT_EQ(entry.d(1), 1);
+}
+
+TEST_F(ReadFileTest, FileWithoutDLinesIsFine) {
+    EXPECT_TRUE(Read("# f 1\n# i 1\n"));
+    EXPECT_EQ(entry.mintDCount, 0);
+    EXPECT_EQ(entry.d(0), 0);
+    EXPECT_TRUE(platform.Messages().empty());
+}
+
+TEST_F(ReadFileTest, ReadingTheSameFileTwiceGivesTheSameImage) {
+    const std::string text = "# s qx6105asc-02\r\n# f 14.31818\r\n# i 3\r\n";
+    EXPECT_TRUE(Read(text));
+    clsEntryFile again(errors);
+    EXPECT_TRUE(mFileAccessor::ReadFile(dir + "/t.ent", again));
+    EXPECT_EQ(again.mstrVersion, "02");
+    EXPECT_EQ(again.i(0), entry.i(0));
+}
+
 TEST_F(ReadFileTest, EmptyFileIsRefused) {
     EXPECT_FALSE(Read(""));
     EXPECT_EQ(Numbers(), std::vector<long>({10052}));
