@@ -391,10 +391,9 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     auto* widget = qobject_cast<QWidget*>(watched);
     switch (event->type()) {
         case QEvent::FocusIn: {
-            const auto reason = static_cast<QFocusEvent*>(event)->reason();
-            if (movingFocus_ || reason == Qt::ActiveWindowFocusReason ||
-                reason == Qt::PopupFocusReason)
-                break;
+            // Coming back to the field that has the focus (window activation, a closed popup)
+            // is no move at all: SetFocusTo ignores it.
+            if (movingFocus_) break;
             if (!window_.SetFocusTo(field)) {
                 // Validation kept the focus where it was: give it back.
                 QPointer<QWidget> keep = window_.ActiveControl() != nullptr

@@ -182,23 +182,26 @@ private slots:
 
     void optionClickSetsItAndClearsTheOthersOfItsGroup() {
         View v;
+        v.window.optFirst.SetCaption("QX6105A");
+        v.window.optSecond.SetCaption("QX7311");
         v.window.optFirst.SetValue(true);
         QVERIFY(v.optFirst->isChecked());
         v.Show();
-        QTest::mouseClick(v.optSecond, Qt::LeftButton);
+        QTest::mouseClick(v.optSecond, Qt::LeftButton, {}, QPoint(6, v.optSecond->height() / 2));
         QVERIFY(v.window.optSecond.Value());
         QVERIFY(!v.window.optFirst.Value());
         QVERIFY(v.optSecond->isChecked());
         QVERIFY(!v.optFirst->isChecked());
         // A click on the option that is already set changes nothing and stays set.
         v.window.events.clear();
-        QTest::mouseClick(v.optSecond, Qt::LeftButton);
+        QTest::mouseClick(v.optSecond, Qt::LeftButton, {}, QPoint(6, v.optSecond->height() / 2));
         QVERIFY(v.optSecond->isChecked());
         QCOMPARE(v.window.Count("optSecond.Click"), 0);
     }
 
     void optionDoubleClickRaisesDblClick() {
         View v;
+        v.window.optFirst.SetCaption("QX6105A");
         v.Show();
         QTest::mouseDClick(v.optFirst, Qt::LeftButton);
         QCOMPARE(v.window.Count("optFirst.DblClick"), 1);

@@ -149,9 +149,10 @@ private slots:
         int requests = 0;
         views.Register(
             "frmTest",
-            [](Window& window, QWidget* parent) -> QWidget* {
-                return new QWidget(parent);
-                (void)window;
+            [](Window&, QWidget* parent) -> QWidget* {
+                auto* view = new QWidget(parent);
+                view->setFixedSize(120, 60);
+                return view;
             },
             [&](Window& window) {
                 // The first close is refused; the second one hides the window.
