@@ -1,0 +1,83 @@
+#!/bin/bash
+# Starts the real program on an X display (run under xvfb-run), drives it with real X input and
+# keeps screenshots. Usage: end_to_end.sh <pendulon> <screenshot folder>
+set -u
+PROGRAM=$1
+SHOTS=$2
+TITLE='^Pendulon\(tm\) 3\.71$'
+mkdir -p "$SHOTS"
+CONFIG=$(mktemp -d)
+trap 'rm -rf "$CONFIG"' EXIT
+export XDG_CONFIG_HOME="$CONFIG/user"
+# Keep the machine's own system-wide settings out of the test.
+export XDG_CONFIG_DIRS="$CONFIG/system"
+export QT_QPA_PLATFORM=xcb
+SETTINGS="$XDG_CONFIG_HOME/Pendulon/Pendulon.conf"
+
+fail() {
+    echo "FAIL: $*" >&2
+    [ -n "${PID:-}" ] && kill "$PID" 2>/dev/null
+    exit 1
+}
+
+# Waits for the main window (the splash has the same title but is small and goes by itself).
+wait_main_window() {
+    for _ in $(seq 1 100); do
+        ids=$(xdotool search --onlyvisible --name "$TITLE" 2>/dev/null)
+        if [ "$(echo "$ids" | grep -c .)" = 1 ]; then
+            width=$(xdotool getwindowgeometry --shell "$ids" | sed -n 's/^WIDTH=//p')
+            if [ "${width:-0}" -ge 400 ]; then
+                echo "$ids"
+                return 0
+            fi
+        fi
+        sleep 0.2
+    done
+    return 1
+}
+
+wait_exit() {
+    for _ in $(seq 1 75); do
+        kill -0 "$1" 2>/dev/null || return 0
+        sleep 0.2
+    done
+    return 1
+}
+
+# First run: empty settings.
+"$PROGRAM" &
+PID=$!
+WID=$(wait_main_window) || fail "the main window did not appear"
+xdotool windowfocus --sync "$WID" || fail "cannot focus the main window"
+import -window root "$SHOTS/01-first-start.png"
+# Give the window a size of our own; the next run must come back with it.
+xdotool windowsize --sync "$WID" 720 540
+sleep 0.5
+xdotool key alt+f
+sleep 1
+import -window root "$SHOTS/02-file-menu.png"
+# E&xit of the open File menu.
+xdotool key x
+wait_exit "$PID" || fail "File, Exit did not end the program"
+wait "$PID"
+[ -f "$SETTINGS" ] || fail "no settings were written to $SETTINGS"
+grep -q '^\[Startup\]' "$SETTINGS" || fail "no Startup section in $SETTINGS"
+grep -q '^Width=10800$' "$SETTINGS" || fail "Startup Width is not 720 pixels in twips: $(cat "$SETTINGS")"
+grep -q '^Height=8100$' "$SETTINGS" || fail "Startup Height is not 540 pixels in twips"
+grep -q '^SaveOnExit=1$' "$SETTINGS" || fail "SaveOnExit default missing"
+
+# Second run: the settings of the first.
+"$PROGRAM" &
+PID=$!
+WID=$(wait_main_window) || fail "the main window did not appear the second time"
+eval "$(xdotool getwindowgeometry --shell "$WID")"
+[ "$WIDTH" = 720 ] && [ "$HEIGHT" = 540 ] || fail "second run is ${WIDTH}x${HEIGHT}, not 720x540"
+xdotool windowfocus --sync "$WID"
+import -window root "$SHOTS/03-second-start.png"
+xdotool key alt+f
+sleep 1
+xdotool key x
+wait_exit "$PID" || fail "File, Exit did not end the second run"
+wait "$PID"
+echo "end-to-end run passed; screenshots in $SHOTS"
+exit 0
