@@ -277,8 +277,11 @@ void MainWindow::RemoveChild(Window& child) {
     QWidget* view = sub->widget();
     sub->setWidget(nullptr);
     delete view;
+    // The child may be going from inside its own close event: take it out, delete it later.
     static_cast<ChildSubWindow*>(sub.data())->AllowClose();
-    sub->close();
+    mdi_->removeSubWindow(sub);
+    sub->hide();
+    sub->deleteLater();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {

@@ -129,7 +129,7 @@ QWidget* AboutView(frmAbout& form, QWidget* parent, int tppX, int tppY) {
     auto* view = new QWidget(parent);
     ViewBuilder make(view, tppX, tppY);
     auto* layout = new QHBoxLayout(view);
-    if (form.picLogo.Width() > 0) layout->addWidget(make.Picture(form.picLogo), 0, Qt::AlignTop);
+    layout->addWidget(make.Picture(form.picLogo), 0, Qt::AlignTop);
     auto* text = new QVBoxLayout;
     QLabel* maker = make.Label("lblVARNHOL");
     QFont big = maker->font();
@@ -162,7 +162,7 @@ QWidget* AboutKITEView(frmAboutKITE& form, QWidget* parent, int tppX, int tppY) 
     auto* view = new QWidget(parent);
     ViewBuilder make(view, tppX, tppY);
     auto* layout = new QHBoxLayout(view);
-    if (form.picIcon.Width() > 0) layout->addWidget(make.Picture(form.picIcon), 0, Qt::AlignTop);
+    layout->addWidget(make.Picture(form.picIcon), 0, Qt::AlignTop);
     auto* right = new QVBoxLayout;
     auto* title = new QLabel("KITE", view);
     QFont big = title->font();
@@ -185,7 +185,7 @@ QWidget* SplashView(frmSplash& form, Application& app, QWidget* parent, int tppX
     ViewBuilder make(view, tppX, tppY);
     auto* layout = new QVBoxLayout(view);
     layout->setContentsMargins(32, 24, 32, 24);
-    if (form.picSplash.Width() > 0) layout->addWidget(make.Picture(form.picSplash));
+    layout->addWidget(make.Picture(form.picSplash), 0, Qt::AlignHCenter);
     auto* title = new QLabel(QString::fromStdString(app.gstrTitleTM), view);
     QFont big = title->font();
     big.setBold(true);

@@ -42,7 +42,11 @@ QGroupBox* ViewBuilder::Frame(const QString& name) const {
 }
 PictureView* ViewBuilder::Picture(PictureBox& picture) const {
     auto* view = new PictureView(picture, twipsPerPixelX_, twipsPerPixelY_, parent_);
-    view->setFixedSize(view->sizeHint());
+    // A picture the window never sized takes no room.
+    if (picture.Width() > 0 && picture.Height() > 0)
+        view->setFixedSize(view->sizeHint());
+    else
+        view->setFixedSize(0, 0);
     return view;
 }
 

@@ -8,5 +8,7 @@ QObject* MakeBinderTest();
 QObject* MakePictureViewTest();
 QObject* MakeQtPlatformTest();
 QObject* MakeMenuTest();
+QObject* MakeMainWindowTest();
+QObject* MakeShellViewsTest();
 
 }  // namespace pendulon::test

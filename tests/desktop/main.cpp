@@ -10,7 +10,8 @@ int main(int argc, char** argv) {
     QApplication::setStyle("Fusion");
     int failures = 0;
     for (auto make : {pendulon::test::MakeBinderTest, pendulon::test::MakePictureViewTest,
-                      pendulon::test::MakeQtPlatformTest, pendulon::test::MakeMenuTest}) {
+                      pendulon::test::MakeQtPlatformTest, pendulon::test::MakeMenuTest,
+                      pendulon::test::MakeMainWindowTest, pendulon::test::MakeShellViewsTest}) {
         std::unique_ptr<QObject> test(make());
         // PENDULON_TEST_CLASS=QtPlatformTest runs one class, so that its functions can be named.
         const QByteArray only = qgetenv("PENDULON_TEST_CLASS");
