@@ -52,7 +52,11 @@ QWidget* OptionsView(frmOptions& form, QWidget* parent, int tppX, int tppY) {
     return view;
 }
 
-QWidget* DeviceView(frmDevice& form, QWidget* parent, int tppX, int tppY) {
+QWidget* DeviceView(frmDevice& form, Application& app, QWidget* parent, int tppX, int tppY) {
+    // The pinout is laid out with the fonts it is shown in.
+    form.picPinout[0].SetTextMetrics(&app.Services().Metrics());
+    form.picPinout[1].SetTextMetrics(&app.Services().Metrics());
+    if (form.chkShowPinout.Value() != 0) form.DrawPinout();
     auto* view = new QWidget(parent);
     ViewBuilder make(view, tppX, tppY);
     auto* layout = new QHBoxLayout(view);
@@ -219,8 +223,8 @@ void RegisterShellViews(ViewRegistry& views, Application& app) {
         [](Window& w) { static_cast<frmOptions&>(w).cmdCancel_Click(); });
     views.Register(
         "frmDevice",
-        [=](Window& w, QWidget* p) {
-            return DeviceView(static_cast<frmDevice&>(w), p, tppX(), tppY());
+        [=, &app](Window& w, QWidget* p) {
+            return DeviceView(static_cast<frmDevice&>(w), app, p, tppX(), tppY());
         },
         [](Window& w) { static_cast<frmDevice&>(w).Form_QueryUnload(0); });
     views.Register("frmSummary", [=](Window& w, QWidget* p) {

@@ -77,7 +77,12 @@ private slots:
         QCOMPARE(platform.ReadSystemKey("Software\\Classes\\MeadowProject\\shell\\open\\command\\")
                      .value_or("missing"),
                  std::string("/opt/kite/kite --open"));
-        QVERIFY(QFile::exists(systemDir_.path() + "/Pendulon/Pendulon.conf"));
+        // The file form that the settings notes describe for administrators.
+        QFile file(systemDir_.path() + "/Pendulon/Pendulon.conf");
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(file.readAll());
+        QVERIFY2(text.contains("[Software]\nClasses\\MeadowProject\\shell\\open\\command="),
+                 qPrintable(text));
         // A first run must still look like one.
         QVERIFY(!platform.SettingsExist("Pendulon"));
     }
