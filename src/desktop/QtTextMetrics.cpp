@@ -3,14 +3,29 @@
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QString>
+#include <QStringList>
 
 namespace pendulon {
 
 QFont QtTextMetrics::ToQFont(const FontSpec& font) {
-    QFont result(QString::fromStdString(font.Name));
-    // The product's classic dialog font is not on this system; use the general UI font.
-    if (!QFontDatabase::hasFamily(result.family()))
-        result = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+    const QString name = QString::fromStdString(font.Name);
+    QFont result(name);
+    if (!QFontDatabase::hasFamily(name)) {
+        // Fonts of another system: the nearest in width that this one has, so that pictures
+        // laid out for them still fit.
+        if (name.contains("Courier", Qt::CaseInsensitive) ||
+            name.contains("Mono", Qt::CaseInsensitive)) {
+            result.setFamilies(QStringList{"Courier New", "Liberation Mono", "Nimbus Mono PS",
+                                "DejaVu Sans Mono"});
+            result.setStyleHint(QFont::TypeWriter);
+        } else if (name.contains("Sans", Qt::CaseInsensitive) ||
+                   name.contains("Arial", Qt::CaseInsensitive)) {
+            result.setFamilies(QStringList{"Arial", "Liberation Sans", "Nimbus Sans", "Helvetica"});
+            result.setStyleHint(QFont::SansSerif);
+        } else {
+            result = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+        }
+    }
     result.setPointSizeF(font.Size > 0 ? font.Size : 8.25);
     result.setBold(font.Bold);
     return result;
