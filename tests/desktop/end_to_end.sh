@@ -56,6 +56,23 @@ sleep 0.5
 xdotool key alt+f
 sleep 1
 import -window root "$SHOTS/02-file-menu.png"
+# &New shows the device selection; Escape closes it as its title-bar button would.
+xdotool key n
+DEVICE=$(xdotool search --sync --onlyvisible --name '^Select Device$' | head -1)
+[ -n "$DEVICE" ] || fail "File, New did not show the device selection"
+sleep 0.5
+import -window root "$SHOTS/03-new-device.png"
+xdotool windowfocus --sync "$DEVICE"
+xdotool key Escape
+for _ in $(seq 1 25); do
+    xdotool search --onlyvisible --name '^Select Device$' >/dev/null 2>&1 || break
+    sleep 0.2
+done
+xdotool search --onlyvisible --name '^Select Device$' >/dev/null 2>&1 &&
+    fail "Escape did not close the device selection"
+xdotool windowfocus --sync "$WID"
+xdotool key alt+f
+sleep 0.5
 # E&xit of the open File menu.
 xdotool key x
 wait_exit "$PID" || fail "File, Exit did not end the program"
@@ -73,7 +90,7 @@ WID=$(wait_main_window) || fail "the main window did not appear the second time"
 eval "$(xdotool getwindowgeometry --shell "$WID")"
 [ "$WIDTH" = 720 ] && [ "$HEIGHT" = 540 ] || fail "second run is ${WIDTH}x${HEIGHT}, not 720x540"
 xdotool windowfocus --sync "$WID"
-import -window root "$SHOTS/03-second-start.png"
+import -window root "$SHOTS/04-second-start.png"
 xdotool key alt+f
 sleep 1
 xdotool key x
