@@ -96,5 +96,30 @@ sleep 1
 xdotool key x
 wait_exit "$PID" || fail "File, Exit did not end the second run"
 wait "$PID"
+# Third run: the clean-up switch, in any letter case, asks, removes the settings and ends
+# without ever showing the main window. Its boxes carry the program's title too, so the main
+# window is told from them by its size.
+"$PROGRAM" /CLEARregistry &
+PID=$!
+answer_box() {
+    for _ in $(seq 1 50); do
+        for id in $(xdotool search --onlyvisible --name "$TITLE" 2>/dev/null); do
+            width=$(xdotool getwindowgeometry --shell "$id" | sed -n 's/^WIDTH=//p')
+            [ "${width:-0}" -ge 600 ] && fail "the main window was shown by the clean-up switch"
+            xdotool windowfocus --sync "$id"
+            import -window root "$SHOTS/$1"
+            xdotool key Return
+            sleep 0.5
+            return 0
+        done
+        sleep 0.2
+    done
+    fail "no box for $1"
+}
+answer_box 05-clear-question.png
+answer_box 06-clear-done.png
+wait_exit "$PID" || fail "the clean-up switch did not end the program"
+wait "$PID"
+grep -q 'Width=' "$SETTINGS" && fail "the settings are still there after the clean-up"
 echo "end-to-end run passed; screenshots in $SHOTS"
 exit 0
