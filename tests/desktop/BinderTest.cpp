@@ -42,8 +42,8 @@ struct View {
         picDrawing = new PictureView(window.picDrawing, 15, 15, root.get());
         auto* layout = new QVBoxLayout(root.get());
         for (QWidget* w : std::initializer_list<QWidget*>{
-                 txtValue, txtOther, cboList, cboFree, chkOption, optFirst, optSecond,
-                 cmdCalculate, lblInfo, fraGroup, vsbScroll, picDrawing}) {
+                 txtValue, txtOther, cboList, cboFree, chkOption, optFirst, optSecond, cmdCalculate,
+                 lblInfo, fraGroup, vsbScroll, picDrawing}) {
             layout->addWidget(w);
         }
         txtValue->setObjectName("txtValue");
@@ -71,7 +71,7 @@ struct View {
 
 class BinderTest : public QObject {
     Q_OBJECT
-private slots:
+  private slots:
     void bindsEveryWidgetNamedAsAField() {
         View v;
         QCOMPARE(v.binder->BoundCount(), 12);
@@ -319,7 +319,8 @@ private slots:
     void keyPressSetToZeroIsSwallowed() {
         View v;
         v.window.txtValue.OnKeyPress = [](int& key) {
-            if (key == 'x') key = 0;
+            if (key == 'x')
+                key = 0;
         };
         v.Show();
         v.txtValue->setFocus();
@@ -331,7 +332,8 @@ private slots:
     void keyPressChangedToAnotherKeyTypesThatKey() {
         View v;
         v.window.txtValue.OnKeyPress = [](int& key) {
-            if (key >= 'a' && key <= 'z') key -= 32;
+            if (key >= 'a' && key <= 'z')
+                key -= 32;
         };
         v.Show();
         v.txtValue->setFocus();
@@ -373,7 +375,9 @@ private slots:
     }
 };
 
-QObject* MakeBinderTest() { return new BinderTest; }
+QObject* MakeBinderTest() {
+    return new BinderTest;
+}
 
 }  // namespace pendulon::test
 

@@ -36,7 +36,7 @@ class QtPlatformTest : public QObject {
     QTemporaryDir systemDir_;
     ViewRegistry views_;
 
-private slots:
+  private slots:
     void initTestCase() {
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, userDir_.path());
         QSettings::setPath(QSettings::NativeFormat, QSettings::SystemScope, systemDir_.path());
@@ -58,8 +58,7 @@ private slots:
         QCOMPARE(platform.GetSetting("Pendulon", "Startup", "Width", "9600"), std::string("9600"));
         platform.SaveSetting("Pendulon", "Startup", "Width", "12000");
         QVERIFY(platform.SettingsExist("Pendulon"));
-        QCOMPARE(platform.GetSetting("Pendulon", "Startup", "Width", "9600"),
-                 std::string("12000"));
+        QCOMPARE(platform.GetSetting("Pendulon", "Startup", "Width", "9600"), std::string("12000"));
         QVERIFY(QFile::exists(userDir_.path() + "/Pendulon/Pendulon.conf"));
         platform.DeleteSetting("Pendulon");
         QVERIFY(!platform.SettingsExist("Pendulon"));
@@ -68,7 +67,8 @@ private slots:
     void systemKeyIsReadFromTheSystemWideFileAndNotSeenAsUserSettings() {
         QtPlatform platform(views_);
         platform.DeleteSetting("Pendulon");
-        QVERIFY(!platform.ReadSystemKey("Software\\Classes\\MeadowProject\\shell\\open\\command\\"));
+        QVERIFY(
+            !platform.ReadSystemKey("Software\\Classes\\MeadowProject\\shell\\open\\command\\"));
         {
             QSettings system(QSettings::SystemScope, "Pendulon", "Pendulon");
             system.setValue("Software/Classes/MeadowProject/shell/open/command",
@@ -112,8 +112,7 @@ private slots:
         OnNextModal([](QWidget* modal) { QTest::keyClick(modal, Qt::Key_Return); });
         QCOMPARE(platform.MsgBox("q", msgbox::YesNo, "t"), msgbox::Yes);
         OnNextModal([](QWidget* modal) { QTest::keyClick(modal, Qt::Key_Escape); });
-        QCOMPARE(platform.MsgBox("q", msgbox::OKCancel + msgbox::Exclamation, "t"),
-                 msgbox::Cancel);
+        QCOMPARE(platform.MsgBox("q", msgbox::OKCancel + msgbox::Exclamation, "t"), msgbox::Cancel);
         QMessageBox::Icon icon = QMessageBox::NoIcon;
         OnNextModal([&](QWidget* modal) {
             icon = qobject_cast<QMessageBox*>(modal)->icon();
@@ -161,7 +160,8 @@ private slots:
             },
             [&](Window& window) {
                 // The first close is refused; the second one hides the window.
-                if (++requests == 2) window.SetVisible(false);
+                if (++requests == 2)
+                    window.SetVisible(false);
             });
         QtPlatform platform(views);
         TestWindow window;
@@ -240,7 +240,9 @@ private slots:
     }
 };
 
-QObject* MakeQtPlatformTest() { return new QtPlatformTest; }
+QObject* MakeQtPlatformTest() {
+    return new QtPlatformTest;
+}
 
 }  // namespace pendulon::test
 
