@@ -163,6 +163,29 @@ class BinderTest : public QObject {
         QCOMPARE(v.cboFree->currentText(), QString("20"));
     }
 
+    void modelChangesDoNotComeBackAsUserEvents() {
+        View v;
+        QSignalSpy activated(v.cboList, &QComboBox::activated);
+        QSignalSpy checkClicked(v.chkOption, &QCheckBox::clicked);
+        QSignalSpy radioClicked(v.optFirst, &QRadioButton::clicked);
+        QSignalSpy scrolled(v.vsbScroll, &QScrollBar::valueChanged);
+        v.window.cboList.AddItem("a");
+        v.window.cboList.AddItem("b");
+        v.window.cboList.SetListIndex(1);
+        v.window.chkOption.SetValue(1);
+        v.window.optFirst.SetValue(true);
+        v.window.vsbScroll.SetValue(3);
+        QCOMPARE(activated.count(), 0);
+        QCOMPARE(checkClicked.count(), 0);
+        QCOMPARE(radioClicked.count(), 0);
+        QCOMPARE(scrolled.count(), 0);
+        // Each model change fired its own event once.
+        QCOMPARE(v.window.Count("cboList.Click"), 1);
+        QCOMPARE(v.window.Count("chkOption.Click"), 1);
+        QCOMPARE(v.window.Count("optFirst.Click"), 1);
+        QCOMPARE(v.window.Count("vsbScroll.Change"), 1);
+    }
+
     void checkBoxBothWaysWithGrey() {
         View v;
         v.window.chkOption.SetCaption("Show &Pinout");
