@@ -1,7 +1,9 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileDialog>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -186,6 +188,65 @@ class QtPlatformTest : public QObject {
         });
         platform.ShowModal(window);
         QVERIFY(!window.Visible());
+    }
+
+    void saveDialogHasTitleFiltersSuffixAndOverwritePrompt() {
+        QtPlatform platform(views_);
+        QTemporaryDir dir;
+        CommonDialog dialog;
+        dialog.DialogTitle = "Save Entry File As";
+        dialog.Filter = "Entry Files (*.ent)|*.ent|All Files (*.*)|*.*";
+        dialog.FilterIndex = 1;
+        dialog.DefaultExt = "ent";
+        dialog.Flags = CommonDialog::EntryFileFlags;
+        dialog.FileName = (dir.path() + "/old.ent").toStdString();
+        QString title, suffix;
+        QStringList filters;
+        bool confirms = false;
+        OnNextModal([&](QWidget* modal) {
+            auto* files = qobject_cast<QFileDialog*>(modal);
+            QVERIFY(files != nullptr);
+            title = files->windowTitle();
+            filters = files->nameFilters();
+            suffix = files->defaultSuffix();
+            confirms = !files->testOption(QFileDialog::DontConfirmOverwrite);
+            files->selectFile(dir.path() + "/new");
+            QMetaObject::invokeMethod(files, "accept");
+        });
+        QVERIFY(platform.ShowSave(dialog));
+        QCOMPARE(title, QString("Save Entry File As"));
+        QCOMPARE(filters, QStringList({"Entry Files (*.ent)", "All Files (*)"}));
+        QCOMPARE(suffix, QString("ent"));
+        QVERIFY(confirms);
+        QCOMPARE(QString::fromStdString(dialog.FileName), dir.path() + "/new.ent");
+    }
+
+    void cancelledOpenDialogLeavesTheFileName() {
+        QtPlatform platform(views_);
+        CommonDialog dialog;
+        dialog.DialogTitle = "Open";
+        dialog.FileName = "keep.ent";
+        OnNextModal([](QWidget* modal) { qobject_cast<QDialog*>(modal)->reject(); });
+        QVERIFY(!platform.ShowOpen(dialog));
+        QCOMPARE(dialog.FileName, std::string("keep.ent"));
+    }
+
+    void helpShowsTheFileAsText() {
+        QtPlatform platform(views_);
+        QTemporaryDir dir;
+        QFile file(dir.path() + "/Pendulon.hlp");
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("Choose a device first.");
+        file.close();
+        CommonDialog dialog;
+        dialog.HelpFile = file.fileName().toStdString();
+        QString shown;
+        OnNextModal([&](QWidget* modal) {
+            shown = modal->findChild<QPlainTextEdit*>()->toPlainText();
+            qobject_cast<QDialog*>(modal)->reject();
+        });
+        platform.ShowHelp(dialog);
+        QCOMPARE(shown, QString("Choose a device first."));
     }
 
     void screenMeasuresComeFromTheLogicalDpi() {
