@@ -1,10 +1,37 @@
 #include <QApplication>
-#include <QMainWindow>
+#include <QStringList>
+#include <QTimer>
+
+#include "desktop/MainWindow.hpp"
+#include "desktop/QtPlatform.hpp"
+#include "desktop/ShellViews.hpp"
+#include "desktop/ViewRegistry.hpp"
+#include "shell/Application.hpp"
+#include "shell/frmMain.hpp"
 
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
-    QMainWindow window;
-    window.setWindowTitle("Pendulon(tm) 3.71");
-    window.show();
-    return app.exec();
+    using namespace pendulon;
+    QApplication qapp(argc, argv);
+    QApplication::setOrganizationName("Pendulon");
+    QApplication::setApplicationName("Pendulon");
+    QApplication::setStyle("Fusion");
+
+    ViewRegistry views;
+    QtPlatform platform(views);
+    Application app(platform);
+    RegisterShellViews(views, app);
+    MainWindow window(app, views);
+    platform.SetDialogParent(&window);
+    app.OnEnd = [&window] {
+        // Leave once the current event is done: the window closes without asking again.
+        QTimer::singleShot(0, &window, [&window] { window.close(); });
+    };
+
+    // The whole command line is one argument: a path (which may hold blanks) or the switch.
+    QStringList args = QApplication::arguments();
+    args.removeFirst();
+    app.Main().MDIForm_Load(args.join(' ').toStdString());
+    if (app.Ended())
+        return 0;
+    return QApplication::exec();
 }

@@ -1,0 +1,499 @@
+#include "desktop/Binder.hpp"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QEvent>
+#include <QFocusEvent>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QStringList>
+#include <QTimer>
+
+#include "desktop/ColorMap.hpp"
+#include "desktop/PictureView.hpp"
+#include "platform/CheckBox.hpp"
+#include "platform/ListField.hpp"
+#include "platform/MenuItem.hpp"
+#include "platform/OptionButton.hpp"
+#include "platform/ScrollBar.hpp"
+#include "platform/TextField.hpp"
+#include "platform/Window.hpp"
+
+namespace pendulon {
+
+namespace {
+
+QString Q(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+int ButtonOf(Qt::MouseButton button) {
+    switch (button) {
+        case Qt::LeftButton:
+            return 1;
+        case Qt::RightButton:
+            return 2;
+        case Qt::MiddleButton:
+            return 4;
+        default:
+            return 0;
+    }
+}
+
+int ShiftOf(Qt::KeyboardModifiers modifiers) {
+    int shift = 0;
+    if (modifiers & Qt::ShiftModifier)
+        shift |= 1;
+    if (modifiers & Qt::ControlModifier)
+        shift |= 2;
+    if (modifiers & Qt::AltModifier)
+        shift |= 4;
+    return shift;
+}
+
+// The character code a key press stands for, or 0 when it is not a character.
+int KeyAsciiOf(const QKeyEvent& event) {
+    switch (event.key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            return 13;
+        case Qt::Key_Backspace:
+            return 8;
+        case Qt::Key_Escape:
+            return 27;
+        default:
+            break;
+    }
+    const QString text = event.text();
+    if (text.size() != 1)
+        return 0;
+    const char16_t c = text.at(0).unicode();
+    if (c == 9 || c == 127 || c > 255)
+        return 0;
+    return int(c);
+}
+
+}  // namespace
+
+Binder::Binder(Window& window, QWidget* root, int twipsPerPixelX, int twipsPerPixelY)
+    : QObject(root),
+      window_(window),
+      twipsPerPixelX_(twipsPerPixelX),
+      twipsPerPixelY_(twipsPerPixelY) {
+    windowObserverId_ = window_.AddObserver([this](Window&) { OnWindowChanged(); });
+    if (root != nullptr)
+        BindChildren(root);
+}
+
+Binder::~Binder() {
+    window_.RemoveObserver(windowObserverId_);
+    for (const Entry& entry : entries_) entry.field->RemoveObserver(entry.observerId);
+}
+
+QString Binder::StripAccelerator(const std::string& caption) {
+    QString result;
+    const QString text = Q(caption);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] == '&' && i + 1 < text.size()) {
+            ++i;
+            result += text[i];
+        } else if (text[i] != '&') {
+            result += text[i];
+        }
+    }
+    return result;
+}
+
+void Binder::BindChildren(QWidget* root) {
+    QList<QWidget*> widgets = root->findChildren<QWidget*>();
+    widgets.prepend(root);
+    for (QWidget* widget : widgets) {
+        if (widget->objectName().isEmpty() || fieldByObject_.count(widget) != 0)
+            continue;
+        Field* field = window_.Fields().Find(widget->objectName().toStdString());
+        if (field != nullptr)
+            Bind(widget, *field);
+    }
+}
+
+QWidget* Binder::WidgetOf(const Field& field) const {
+    auto it = widgetByField_.find(&field);
+    return it == widgetByField_.end() ? nullptr : it->second.data();
+}
+
+Field* Binder::FieldOf(QObject* object) const {
+    auto it = fieldByObject_.find(object);
+    return it == fieldByObject_.end() ? nullptr : it->second;
+}
+
+void Binder::Observe(Field& field, QObject* object, bool isAction) {
+    Entry entry;
+    entry.field = &field;
+    entry.object = object;
+    entry.isAction = isAction;
+    entry.observerId = field.AddObserver([this](Field& changed) { UpdateWidget(changed); });
+    entries_.push_back(entry);
+    fieldByObject_[object] = &field;
+    connect(object, &QObject::destroyed, this, [this](QObject* gone) {
+        Field* field = FieldOf(gone);
+        fieldByObject_.erase(gone);
+        if (field == nullptr)
+            return;
+        for (auto it = entries_.begin(); it != entries_.end(); ++it) {
+            if (it->field == field && it->object.isNull()) {
+                field->RemoveObserver(it->observerId);
+                entries_.erase(it);
+                break;
+            }
+        }
+        auto w = widgetByField_.find(field);
+        if (w != widgetByField_.end() && w->second.isNull())
+            widgetByField_.erase(w);
+    });
+}
+
+void Binder::Bind(QWidget* widget, Field& field) {
+    if (widget->objectName().isEmpty())
+        widget->setObjectName(Q(field.Name()));
+    Observe(field, widget, false);
+    widgetByField_[&field] = widget;
+    widget->installEventFilter(this);
+
+    if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
+        auto* text = dynamic_cast<TextField*>(&field);
+        if (text != nullptr) {
+            connect(edit, &QLineEdit::textEdited, this, [this, edit, text] {
+                editing_ = text;
+                text->SetText(edit->text().toStdString());
+                // Keep the caret where the user has it, not where a new text puts it.
+                text->SetSelStart(edit->cursorPosition());
+                editing_ = nullptr;
+            });
+            auto syncSelection = [this, edit, text] {
+                editing_ = text;
+                if (edit->hasSelectedText()) {
+                    text->SetSelStart(int(edit->selectionStart()));
+                    text->SetSelLength(int(edit->selectedText().size()));
+                } else {
+                    text->SetSelLength(0);
+                    text->SetSelStart(edit->cursorPosition());
+                }
+                editing_ = nullptr;
+            };
+            connect(edit, &QLineEdit::selectionChanged, this, syncSelection);
+            connect(edit, &QLineEdit::cursorPositionChanged, this, syncSelection);
+        }
+    } else if (auto* plain = qobject_cast<QPlainTextEdit*>(widget)) {
+        auto* text = dynamic_cast<TextField*>(&field);
+        if (text != nullptr) {
+            connect(plain, &QPlainTextEdit::textChanged, this,
+                    [plain, text] { text->SetText(plain->toPlainText().toStdString()); });
+        }
+    } else if (auto* combo = qobject_cast<QComboBox*>(widget)) {
+        auto* list = dynamic_cast<ListField*>(&field);
+        if (list != nullptr) {
+            combo->setEditable(list->AllowsFreeText());
+            connect(combo, &QComboBox::activated, this, [this, list](int index) {
+                list->SetListIndex(index);
+                UpdateWidget(*list);
+            });
+            if (combo->lineEdit() != nullptr) {
+                combo->lineEdit()->installEventFilter(this);
+                fieldByObject_[combo->lineEdit()] = list;
+                connect(combo->lineEdit(), &QLineEdit::textEdited, this,
+                        [combo, list] { list->SetText(combo->lineEdit()->text().toStdString()); });
+            }
+        }
+    } else if (auto* check = qobject_cast<QCheckBox*>(widget)) {
+        auto* box = dynamic_cast<CheckBox*>(&field);
+        if (box != nullptr) {
+            // A user's click sets a clear or grey box and clears a set one.
+            connect(check, &QCheckBox::clicked, this, [this, box] {
+                box->SetValue(box->Value() == 1 ? 0 : 1);
+                UpdateWidget(*box);
+            });
+        }
+    } else if (auto* radio = qobject_cast<QRadioButton*>(widget)) {
+        // The model keeps the group: an option is only ever set by a click.
+        radio->setAutoExclusive(false);
+        auto* option = dynamic_cast<OptionButton*>(&field);
+        if (option != nullptr) {
+            connect(radio, &QRadioButton::clicked, this, [this, option] {
+                option->SetValue(true);
+                UpdateWidget(*option);
+            });
+        }
+    } else if (auto* button = qobject_cast<QPushButton*>(widget)) {
+        connect(button, &QPushButton::clicked, this, [&field] { field.RaiseClick(); });
+    } else if (auto* bar = qobject_cast<QScrollBar*>(widget)) {
+        auto* scroll = dynamic_cast<ScrollBar*>(&field);
+        if (scroll != nullptr) {
+            connect(bar, &QScrollBar::valueChanged, this,
+                    [scroll](int value) { scroll->SetValue(value); });
+        }
+    }
+    UpdateWidget(field);
+}
+
+void Binder::BindAction(QAction* action, MenuItem& item) {
+    if (action->objectName().isEmpty())
+        action->setObjectName(Q(item.Name()));
+    Observe(item, action, true);
+    connect(action, &QAction::triggered, this, [this, action, &item] {
+        item.RaiseClick();
+        // The model decides the checked state; undo Qt's own toggle if it did not change it.
+        UpdateAction(action, item);
+    });
+    UpdateAction(action, item);
+}
+
+void Binder::UpdateAction(QAction* action, MenuItem& item) {
+    const QSignalBlocker block(action);
+    if (item.Caption() == "-") {
+        action->setSeparator(true);
+    } else {
+        action->setText(Q(item.Caption()));
+    }
+    action->setEnabled(item.Enabled());
+    action->setVisible(item.Visible());
+    if (item.Checked())
+        action->setCheckable(true);
+    if (action->isCheckable())
+        action->setChecked(item.Checked());
+    if (!item.Shortcut().empty())
+        action->setShortcut(QKeySequence(Q(item.Shortcut())));
+}
+
+void Binder::ApplyColors(QWidget* widget, Field& field) {
+    const QPalette base = QApplication::palette(widget);
+    QPalette palette = widget->palette();
+    QPalette::ColorRole foreRole = QPalette::WindowText;
+    QPalette::ColorRole backRole = QPalette::Window;
+    if (qobject_cast<QLineEdit*>(widget) || qobject_cast<QPlainTextEdit*>(widget) ||
+        qobject_cast<QComboBox*>(widget)) {
+        foreRole = QPalette::Text;
+        backRole = QPalette::Base;
+    } else if (qobject_cast<QPushButton*>(widget)) {
+        foreRole = QPalette::ButtonText;
+        backRole = QPalette::Button;
+    } else if (qobject_cast<PictureView*>(widget)) {
+        return;  // the picture paints its own background
+    }
+    const QColor fore = ColorMap::ToQColor(field.ForeColor(), base);
+    const QColor back = ColorMap::ToQColor(field.BackColor(), base);
+    bool changed = false;
+    for (auto group : {QPalette::Active, QPalette::Inactive}) {
+        if (palette.color(group, foreRole) != fore) {
+            palette.setColor(group, foreRole, fore);
+            changed = true;
+        }
+        if (palette.color(group, backRole) != back) {
+            palette.setColor(group, backRole, back);
+            changed = true;
+        }
+    }
+    if (changed)
+        widget->setPalette(palette);
+    // Labels and boxes fill their background only when they have a colour of their own.
+    if (backRole == QPalette::Window && !widget->isWindow())
+        widget->setAutoFillBackground(!colors::IsSystemColor(field.BackColor()));
+}
+
+void Binder::UpdateWidget(Field& field) {
+    QObject* object = nullptr;
+    for (const Entry& entry : entries_) {
+        if (entry.field != &field || entry.object.isNull())
+            continue;
+        object = entry.object.data();
+        if (entry.isAction) {
+            UpdateAction(static_cast<QAction*>(object), static_cast<MenuItem&>(field));
+            continue;
+        }
+        auto* widget = static_cast<QWidget*>(object);
+        const QSignalBlocker block(widget);
+        widget->setEnabled(field.Enabled());
+        if (!widget->isWindow())
+            widget->setVisible(field.Visible());
+
+        if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
+            if (auto* text = dynamic_cast<TextField*>(&field)) {
+                const QString value = Q(text->Text());
+                if (edit->text() != value)
+                    edit->setText(value);
+                edit->setReadOnly(text->Locked());
+                const int start =
+                    edit->hasSelectedText() ? int(edit->selectionStart()) : edit->cursorPosition();
+                const int length = int(edit->selectedText().size());
+                if (&field != editing_ &&
+                    (start != text->SelStart() || length != text->SelLength())) {
+                    if (text->SelLength() > 0)
+                        edit->setSelection(text->SelStart(), text->SelLength());
+                    else
+                        edit->setCursorPosition(text->SelStart());
+                }
+            }
+        } else if (auto* plain = qobject_cast<QPlainTextEdit*>(widget)) {
+            if (auto* text = dynamic_cast<TextField*>(&field)) {
+                const QString value = Q(text->Text());
+                if (plain->toPlainText() != value)
+                    plain->setPlainText(value);
+                plain->setReadOnly(text->Locked());
+            }
+        } else if (auto* combo = qobject_cast<QComboBox*>(widget)) {
+            if (auto* list = dynamic_cast<ListField*>(&field)) {
+                QStringList items;
+                for (const std::string& item : list->Items()) items << Q(item);
+                QStringList shown;
+                for (int i = 0; i < combo->count(); ++i) shown << combo->itemText(i);
+                if (shown != items) {
+                    const QSignalBlocker blockEdit(combo->lineEdit());
+                    combo->clear();
+                    combo->addItems(items);
+                }
+                if (combo->currentIndex() != list->ListIndex())
+                    combo->setCurrentIndex(list->ListIndex());
+                if (combo->isEditable() && combo->currentText() != Q(list->Text())) {
+                    const QSignalBlocker blockEdit(combo->lineEdit());
+                    combo->setEditText(Q(list->Text()));
+                }
+            }
+        } else if (auto* check = qobject_cast<QCheckBox*>(widget)) {
+            check->setText(Q(field.Caption()));
+            if (auto* box = dynamic_cast<CheckBox*>(&field)) {
+                const Qt::CheckState state = box->Value() == 1   ? Qt::Checked
+                                             : box->Value() == 2 ? Qt::PartiallyChecked
+                                                                 : Qt::Unchecked;
+                if (state == Qt::PartiallyChecked)
+                    check->setTristate(true);
+                check->setCheckState(state);
+            }
+        } else if (auto* radio = qobject_cast<QRadioButton*>(widget)) {
+            radio->setText(Q(field.Caption()));
+            if (auto* option = dynamic_cast<OptionButton*>(&field))
+                radio->setChecked(option->Value());
+        } else if (auto* button = qobject_cast<QPushButton*>(widget)) {
+            button->setText(Q(field.Caption()));
+        } else if (auto* label = qobject_cast<QLabel*>(widget)) {
+            label->setText(StripAccelerator(field.Caption()));
+            label->setAlignment((field.Alignment() == 1   ? Qt::AlignRight
+                                 : field.Alignment() == 2 ? Qt::AlignHCenter
+                                                          : Qt::AlignLeft) |
+                                Qt::AlignVCenter);
+        } else if (auto* group = qobject_cast<QGroupBox*>(widget)) {
+            group->setTitle(StripAccelerator(field.Caption()));
+        } else if (auto* bar = qobject_cast<QScrollBar*>(widget)) {
+            if (auto* scroll = dynamic_cast<ScrollBar*>(&field)) {
+                bar->setRange(std::min(scroll->Min(), scroll->Max()),
+                              std::max(scroll->Min(), scroll->Max()));
+                bar->setSingleStep(scroll->SmallChange());
+                bar->setPageStep(scroll->LargeChange());
+                bar->setValue(scroll->Value());
+            }
+        } else if (auto* picture = qobject_cast<PictureView*>(widget)) {
+            picture->update();
+        }
+        ApplyColors(widget, field);
+    }
+}
+
+void Binder::OnWindowChanged() {
+    Field* active = window_.ActiveControl();
+    if (active == nullptr)
+        return;
+    QWidget* widget = WidgetOf(*active);
+    if (widget == nullptr || widget->hasFocus() || !widget->isVisible())
+        return;
+    movingFocus_ = true;
+    widget->setFocus(Qt::OtherFocusReason);
+    movingFocus_ = false;
+}
+
+bool Binder::eventFilter(QObject* watched, QEvent* event) {
+    Field* field = FieldOf(watched);
+    if (field == nullptr)
+        return QObject::eventFilter(watched, event);
+    auto* widget = qobject_cast<QWidget*>(watched);
+    switch (event->type()) {
+        case QEvent::FocusIn: {
+            // Coming back to the field that has the focus (window activation, a closed popup)
+            // is no move at all: SetFocusTo ignores it.
+            if (movingFocus_)
+                break;
+            if (!window_.SetFocusTo(field)) {
+                // Validation kept the focus where it was: give it back.
+                QPointer<QWidget> keep = window_.ActiveControl() != nullptr
+                                             ? WidgetOf(*window_.ActiveControl())
+                                             : nullptr;
+                QTimer::singleShot(0, this, [this, keep] {
+                    if (keep.isNull())
+                        return;
+                    movingFocus_ = true;
+                    keep->setFocus(Qt::OtherFocusReason);
+                    movingFocus_ = false;
+                });
+            }
+            break;
+        }
+        case QEvent::KeyPress: {
+            auto* key = static_cast<QKeyEvent*>(event);
+            const int original = KeyAsciiOf(*key);
+            if (original == 0)
+                break;
+            int keyAscii = original;
+            field->RaiseKeyPress(keyAscii);
+            if (keyAscii == 0)
+                return true;  // the window swallowed the key
+            if (keyAscii != original) {
+                if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
+                    edit->insert(QString(QChar(char16_t(keyAscii))));
+                    if (auto* text = dynamic_cast<TextField*>(field))
+                        text->SetText(edit->text().toStdString());
+                    return true;
+                }
+            }
+            break;
+        }
+        case QEvent::MouseButtonDblClick:
+            field->RaiseDblClick();
+            break;
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseMove: {
+            auto* mouse = static_cast<QMouseEvent*>(event);
+            const double x = mouse->position().x() * twipsPerPixelX_;
+            const double y = mouse->position().y() * twipsPerPixelY_;
+            const int shift = ShiftOf(mouse->modifiers());
+            const bool picture = qobject_cast<PictureView*>(widget) != nullptr;
+            const bool label = qobject_cast<QLabel*>(widget) != nullptr;
+            if (!picture && !label)
+                break;
+            if (event->type() == QEvent::MouseButtonPress) {
+                field->RaiseMouseDown(ButtonOf(mouse->button()), shift, x, y);
+            } else if (event->type() == QEvent::MouseButtonRelease) {
+                field->RaiseMouseUp(ButtonOf(mouse->button()), shift, x, y);
+                if (mouse->button() == Qt::LeftButton &&
+                    widget->rect().contains(mouse->position().toPoint()))
+                    field->RaiseClick();
+            } else {
+                field->RaiseMouseMove(ButtonOf(mouse->button()), shift, x, y);
+            }
+            break;
+        }
+        default:
+            break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+}  // namespace pendulon

@@ -1,0 +1,338 @@
+#include "desktop/MainWindow.hpp"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QCursor>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QStatusBar>
+#include <QUrl>
+#include <cmath>
+#include <set>
+
+#include "configurators/Configurator.hpp"
+#include "desktop/Binder.hpp"
+#include "desktop/ViewRegistry.hpp"
+#include "shell/Application.hpp"
+#include "shell/frmMain.hpp"
+
+namespace pendulon {
+
+namespace {
+
+// A child of the document area. Its own close button asks the model, which may refuse.
+class ChildSubWindow : public QMdiSubWindow {
+  public:
+    ChildSubWindow(Application& app, Window& child) : app_(app), child_(child) {}
+    void AllowClose() { allowClose_ = true; }
+
+  protected:
+    void closeEvent(QCloseEvent* event) override {
+        if (allowClose_) {
+            event->accept();
+            return;
+        }
+        event->ignore();
+        // The model unloads the child (the view then goes through OnChildUnloading) or keeps it.
+        if (&child_ == app_.Preview())
+            app_.UnloadPreview();
+        else if (&child_ == static_cast<Window*>(app_.Document()))
+            app_.UnloadDocument(kUnloadFormControlMenu);
+    }
+
+  private:
+    Application& app_;
+    Window& child_;
+    bool allowClose_ = false;
+};
+
+int ShiftOf(Qt::KeyboardModifiers modifiers) {
+    int shift = 0;
+    if (modifiers & Qt::ShiftModifier)
+        shift |= 1;
+    if (modifiers & Qt::ControlModifier)
+        shift |= 2;
+    if (modifiers & Qt::AltModifier)
+        shift |= 4;
+    return shift;
+}
+
+}  // namespace
+
+MainWindow::MainWindow(Application& app, ViewRegistry& views, QWidget* parent)
+    : QMainWindow(parent), app_(app), views_(views) {
+    frmMain& main = app_.Main();
+    setObjectName("frmMain");
+    setWindowTitle(QString::fromStdString(main.Caption()));
+    setAcceptDrops(true);
+
+    mdi_ = new QMdiArea(this);
+    mdi_->setObjectName("mdiArea");
+    mdi_->viewport()->installEventFilter(this);
+    setCentralWidget(mdi_);
+
+    // Status strip: the hint on three quarters of the width, the status on the rest.
+    auto* strip = new QWidget(this);
+    strip->setObjectName("picStatus");
+    auto* layout = new QHBoxLayout(strip);
+    layout->setContentsMargins(2, 2, 10, 2);
+    layout->setSpacing(2);
+    lblHelpInfo_ = new QLabel(strip);
+    lblHelpInfo_->setObjectName("lblHelpInfo");
+    lblHelpInfo_->setFrameShape(QFrame::Panel);
+    lblHelpInfo_->setFrameShadow(QFrame::Sunken);
+    lblStatus_ = new QLabel(strip);
+    lblStatus_->setObjectName("lblStatus");
+    lblStatus_->setFrameShape(QFrame::Panel);
+    lblStatus_->setFrameShadow(QFrame::Sunken);
+    layout->addWidget(lblHelpInfo_, 3);
+    layout->addWidget(lblStatus_, 1);
+    statusBar()->addWidget(strip, 1);
+    statusBar()->setSizeGripEnabled(true);
+
+    binder_ =
+        new Binder(main, this, app_.Services().TwipsPerPixelX(), app_.Services().TwipsPerPixelY());
+    BuildMenus();
+
+    main.PopupMenu = [this](MenuItem& item) {
+        if (QMenu* menu = MenuOf(item))
+            menu->popup(QCursor::pos());
+    };
+    // Arranging the children is the platform's part of these two commands.
+    if (!main.mnuTile.OnClick)
+        main.mnuTile.OnClick = [this] { mdi_->tileSubWindows(); };
+    if (!main.mnuCascade.OnClick)
+        main.mnuCascade.OnClick = [this] { mdi_->cascadeSubWindows(); };
+
+    app_.OnChildLoaded = [this](Window& child) { AddChild(child); };
+    app_.OnChildUnloading = [this](Window& child) { RemoveChild(child); };
+    observerId_ = main.AddObserver([this](Window&) { OnModelChanged(); });
+    ApplyModelGeometry();
+}
+
+MainWindow::~MainWindow() {
+    app_.Main().RemoveObserver(observerId_);
+    app_.Main().PopupMenu = nullptr;
+    app_.OnChildLoaded = nullptr;
+    app_.OnChildUnloading = nullptr;
+}
+
+QMenu* MainWindow::MenuOf(const MenuItem& item) const {
+    auto it = menus_.find(&item);
+    return it == menus_.end() ? nullptr : it->second;
+}
+
+QMdiSubWindow* MainWindow::SubWindowOf(const Window& child) const {
+    auto it = children_.find(&child);
+    return it == children_.end() ? nullptr : it->second.data();
+}
+
+void MainWindow::BuildMenus() {
+    // The top-level menus are the entries that no other entry holds, in control order.
+    frmMain& main = app_.Main();
+    std::set<const MenuItem*> held;
+    std::vector<MenuItem*> items;
+    for (Field* field : main.Fields().Fields()) {
+        auto* item = dynamic_cast<MenuItem*>(field);
+        if (item == nullptr)
+            continue;
+        items.push_back(item);
+        for (const MenuItem* sub : item->Items()) held.insert(sub);
+    }
+    for (MenuItem* item : items) {
+        if (held.count(item) != 0 || item->Items().empty())
+            continue;
+        QMenu* menu = BuildMenu(*item, menuBar());
+        menuBar()->addMenu(menu);
+    }
+}
+
+QMenu* MainWindow::BuildMenu(MenuItem& item, QWidget* parent) {
+    auto* menu = new QMenu(QString::fromStdString(item.Caption()), parent);
+    menu->setObjectName(QString::fromStdString(item.Name()));
+    menus_[&item] = menu;
+    binder_->BindAction(menu->menuAction(), item);
+    for (MenuItem* sub : item.Items()) {
+        if (!sub->Items().empty()) {
+            menu->addMenu(BuildMenu(*sub, menu));
+            continue;
+        }
+        auto* action = new QAction(menu);
+        action->setObjectName(QString::fromStdString(sub->Name()));
+        // Shortcuts work while the menu is closed.
+        action->setShortcutContext(Qt::ApplicationShortcut);
+        menu->addAction(action);
+        binder_->BindAction(action, *sub);
+    }
+    return menu;
+}
+
+void MainWindow::OnModelChanged() {
+    frmMain& main = app_.Main();
+    setWindowTitle(QString::fromStdString(main.Caption()));
+    if (main.Visible() && !isVisible() && !ending_) {
+        ApplyModelGeometry();
+        switch (main.WindowState()) {
+            case 1:
+                showMinimized();
+                break;
+            case 2:
+                showMaximized();
+                break;
+            default:
+                show();
+                break;
+        }
+    } else if (!applyingGeometry_) {
+        ApplyModelGeometry();
+    }
+}
+
+void MainWindow::ApplyModelGeometry() {
+    if (applyingGeometry_)
+        return;
+    frmMain& main = app_.Main();
+    const double tppX = std::max(1, app_.Services().TwipsPerPixelX());
+    const double tppY = std::max(1, app_.Services().TwipsPerPixelY());
+    if (main.Width() <= 0 || main.Height() <= 0)
+        return;
+    applyingGeometry_ = true;
+    const QRect wanted(int(std::lround(main.Left() / tppX)), int(std::lround(main.Top() / tppY)),
+                       int(std::lround(main.Width() / tppX)),
+                       int(std::lround(main.Height() / tppY)));
+    if (main.WindowState() == 0) {
+        if (isMaximized() || isMinimized())
+            showNormal();
+        if (geometry() != wanted)
+            setGeometry(wanted);
+    } else if (isVisible()) {
+        if (main.WindowState() == 2 && !isMaximized())
+            showMaximized();
+        if (main.WindowState() == 1 && !isMinimized())
+            showMinimized();
+    } else {
+        // A window restored to maximised remembers its normal place for later.
+        setGeometry(wanted);
+    }
+    applyingGeometry_ = false;
+}
+
+void MainWindow::StoreGeometry() {
+    if (applyingGeometry_ || !isVisible())
+        return;
+    frmMain& main = app_.Main();
+    applyingGeometry_ = true;
+    const int state = isMinimized() ? 1 : isMaximized() ? 2 : 0;
+    if (state == 0) {
+        const double tppX = app_.Services().TwipsPerPixelX();
+        const double tppY = app_.Services().TwipsPerPixelY();
+        const QRect g = geometry();
+        main.Move(g.x() * tppX, g.y() * tppY, g.width() * tppX, g.height() * tppY);
+        main.MDIForm_Resize();
+    }
+    main.SetWindowState(state);
+    applyingGeometry_ = false;
+}
+
+void MainWindow::moveEvent(QMoveEvent* event) {
+    QMainWindow::moveEvent(event);
+    StoreGeometry();
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    StoreGeometry();
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange)
+        StoreGeometry();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (ending_ || app_.Ended()) {
+        event->accept();
+        return;
+    }
+    // The close question may keep the program going.
+    if (app_.Main().MDIForm_QueryUnload(kUnloadFormControlMenu)) {
+        event->ignore();
+        return;
+    }
+    ending_ = true;
+    event->accept();
+}
+
+void MainWindow::AddChild(Window& child) {
+    auto* sub = new ChildSubWindow(app_, child);
+    sub->setAttribute(Qt::WA_DeleteOnClose);
+    QWidget* view = views_.Create(child, sub);
+    sub->setWidget(view);
+    sub->setWindowTitle(QString::fromStdString(child.Caption()));
+    mdi_->addSubWindow(sub);
+    children_[&child] = sub;
+    child.AddObserver([sub = QPointer<QMdiSubWindow>(sub)](Window& changed) {
+        if (sub)
+            sub->setWindowTitle(QString::fromStdString(changed.Caption()));
+    });
+    sub->show();
+    mdi_->setActiveSubWindow(sub);
+}
+
+void MainWindow::RemoveChild(Window& child) {
+    auto it = children_.find(&child);
+    if (it == children_.end())
+        return;
+    QPointer<QMdiSubWindow> sub = it->second;
+    children_.erase(it);
+    if (sub.isNull())
+        return;
+    // The view goes before its model.
+    QWidget* view = sub->widget();
+    sub->setWidget(nullptr);
+    delete view;
+    // The child may be going from inside its own close event: take it out, delete it later.
+    static_cast<ChildSubWindow*>(sub.data())->AllowClose();
+    mdi_->removeSubWindow(sub);
+    sub->hide();
+    sub->deleteLater();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls() && !event->mimeData()->urls().isEmpty() &&
+        event->mimeData()->urls().first().isLocalFile())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.isEmpty() || !urls.first().isLocalFile())
+        return;
+    event->acceptProposedAction();
+    app_.Main().GetFile(urls.first().toLocalFile().toStdString());
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == mdi_->viewport() && event->type() == QEvent::MouseButtonRelease) {
+        auto* mouse = static_cast<QMouseEvent*>(event);
+        const int button = mouse->button() == Qt::RightButton  ? 2
+                           : mouse->button() == Qt::LeftButton ? 1
+                                                               : 4;
+        app_.Main().MDIForm_MouseUp(button, ShiftOf(mouse->modifiers()),
+                                    mouse->position().x() * app_.Services().TwipsPerPixelX(),
+                                    mouse->position().y() * app_.Services().TwipsPerPixelY());
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+}  // namespace pendulon

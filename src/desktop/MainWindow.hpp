@@ -1,0 +1,65 @@
+#pragma once
+#include <QMainWindow>
+#include <QPointer>
+#include <map>
+
+class QLabel;
+class QMdiArea;
+class QMdiSubWindow;
+class QMenu;
+
+namespace pendulon {
+
+class Application;
+class Binder;
+class MenuItem;
+class ViewRegistry;
+class Window;
+
+// The main window: menus built from frmMain's menu tree, the document area with its children,
+// and the status strip. Geometry and state are kept in step with frmMain in twips, so that the
+// settings it saves are the window's own.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+  public:
+    MainWindow(Application& app, ViewRegistry& views, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    QMdiArea* MdiArea() const { return mdi_; }
+    // The Qt menu of a menu entry that has entries, or nullptr.
+    QMenu* MenuOf(const MenuItem& item) const;
+    QMdiSubWindow* SubWindowOf(const Window& child) const;
+    // Applies frmMain's position, size and state to the window.
+    void ApplyModelGeometry();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void BuildMenus();
+    QMenu* BuildMenu(MenuItem& item, QWidget* parent);
+    void OnModelChanged();
+    void StoreGeometry();
+    void AddChild(Window& child);
+    void RemoveChild(Window& child);
+
+    Application& app_;
+    ViewRegistry& views_;
+    QMdiArea* mdi_;
+    QLabel* lblHelpInfo_;
+    QLabel* lblStatus_;
+    Binder* binder_;
+    std::map<const MenuItem*, QMenu*> menus_;
+    std::map<const Window*, QPointer<QMdiSubWindow>> children_;
+    int observerId_ = 0;
+    bool applyingGeometry_ = false;
+    bool ending_ = false;
+};
+
+}  // namespace pendulon

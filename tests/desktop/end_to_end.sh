@@ -1,0 +1,125 @@
+#!/bin/bash
+# Starts the real program on an X display (run under xvfb-run), drives it with real X input and
+# keeps screenshots. Usage: end_to_end.sh <pendulon> <screenshot folder>
+set -u
+PROGRAM=$1
+SHOTS=$2
+TITLE='^Pendulon\(tm\) 3\.71$'
+mkdir -p "$SHOTS"
+CONFIG=$(mktemp -d)
+trap 'rm -rf "$CONFIG"' EXIT
+export XDG_CONFIG_HOME="$CONFIG/user"
+# Keep the machine's own system-wide settings out of the test.
+export XDG_CONFIG_DIRS="$CONFIG/system"
+export QT_QPA_PLATFORM=xcb
+SETTINGS="$XDG_CONFIG_HOME/Pendulon/Pendulon.conf"
+
+fail() {
+    echo "FAIL: $*" >&2
+    [ -n "${PID:-}" ] && kill "$PID" 2>/dev/null
+    exit 1
+}
+
+# Waits for the main window (the splash has the same title but is small and goes by itself).
+wait_main_window() {
+    for _ in $(seq 1 100); do
+        ids=$(xdotool search --onlyvisible --name "$TITLE" 2>/dev/null)
+        if [ "$(echo "$ids" | grep -c .)" = 1 ]; then
+            width=$(xdotool getwindowgeometry --shell "$ids" | sed -n 's/^WIDTH=//p')
+            if [ "${width:-0}" -ge 400 ]; then
+                echo "$ids"
+                return 0
+            fi
+        fi
+        sleep 0.2
+    done
+    return 1
+}
+
+wait_exit() {
+    for _ in $(seq 1 75); do
+        kill -0 "$1" 2>/dev/null || return 0
+        sleep 0.2
+    done
+    return 1
+}
+
+# First run: empty settings.
+"$PROGRAM" &
+PID=$!
+WID=$(wait_main_window) || fail "the main window did not appear"
+xdotool windowfocus --sync "$WID" || fail "cannot focus the main window"
+import -window root "$SHOTS/01-first-start.png"
+# Give the window a size of our own; the next run must come back with it.
+xdotool windowsize --sync "$WID" 720 540
+sleep 0.5
+xdotool key alt+f
+sleep 1
+import -window root "$SHOTS/02-file-menu.png"
+# &New shows the device selection; Escape closes it as its title-bar button would.
+xdotool key n
+DEVICE=$(xdotool search --sync --onlyvisible --name '^Select Device$' | head -1)
+[ -n "$DEVICE" ] || fail "File, New did not show the device selection"
+sleep 0.5
+import -window root "$SHOTS/03-new-device.png"
+xdotool windowfocus --sync "$DEVICE"
+xdotool key Escape
+for _ in $(seq 1 25); do
+    xdotool search --onlyvisible --name '^Select Device$' >/dev/null 2>&1 || break
+    sleep 0.2
+done
+xdotool search --onlyvisible --name '^Select Device$' >/dev/null 2>&1 &&
+    fail "Escape did not close the device selection"
+xdotool windowfocus --sync "$WID"
+xdotool key alt+f
+sleep 0.5
+# E&xit of the open File menu.
+xdotool key x
+wait_exit "$PID" || fail "File, Exit did not end the program"
+wait "$PID"
+[ -f "$SETTINGS" ] || fail "no settings were written to $SETTINGS"
+grep -q '^\[Startup\]' "$SETTINGS" || fail "no Startup section in $SETTINGS"
+grep -q '^Width=10800$' "$SETTINGS" || fail "Startup Width is not 720 pixels in twips: $(cat "$SETTINGS")"
+grep -q '^Height=8100$' "$SETTINGS" || fail "Startup Height is not 540 pixels in twips"
+grep -q '^SaveOnExit=1$' "$SETTINGS" || fail "SaveOnExit default missing"
+
+# Second run: the settings of the first.
+"$PROGRAM" &
+PID=$!
+WID=$(wait_main_window) || fail "the main window did not appear the second time"
+eval "$(xdotool getwindowgeometry --shell "$WID")"
+[ "$WIDTH" = 720 ] && [ "$HEIGHT" = 540 ] || fail "second run is ${WIDTH}x${HEIGHT}, not 720x540"
+xdotool windowfocus --sync "$WID"
+import -window root "$SHOTS/04-second-start.png"
+xdotool key alt+f
+sleep 1
+xdotool key x
+wait_exit "$PID" || fail "File, Exit did not end the second run"
+wait "$PID"
+# Third run: the clean-up switch, in any letter case, asks, removes the settings and ends
+# without ever showing the main window. Its boxes carry the program's title too, so the main
+# window is told from them by its size.
+"$PROGRAM" /CLEARregistry &
+PID=$!
+answer_box() {
+    for _ in $(seq 1 50); do
+        for id in $(xdotool search --onlyvisible --name "$TITLE" 2>/dev/null); do
+            width=$(xdotool getwindowgeometry --shell "$id" | sed -n 's/^WIDTH=//p')
+            [ "${width:-0}" -ge 600 ] && fail "the main window was shown by the clean-up switch"
+            xdotool windowfocus --sync "$id"
+            import -window root "$SHOTS/$1"
+            xdotool key Return
+            sleep 0.5
+            return 0
+        done
+        sleep 0.2
+    done
+    fail "no box for $1"
+}
+answer_box 05-clear-question.png
+answer_box 06-clear-done.png
+wait_exit "$PID" || fail "the clean-up switch did not end the program"
+wait "$PID"
+grep -q 'Width=' "$SETTINGS" && fail "the settings are still there after the clean-up"
+echo "end-to-end run passed; screenshots in $SHOTS"
+exit 0

@@ -1,0 +1,23 @@
+#include <QApplication>
+#include <QTest>
+#include <memory>
+
+#include "DesktopTests.hpp"
+
+// Runs every test class of the desktop front end in one program.
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QApplication::setStyle("Fusion");
+    int failures = 0;
+    for (auto make : {pendulon::test::MakeBinderTest, pendulon::test::MakePictureViewTest,
+                      pendulon::test::MakeQtPlatformTest, pendulon::test::MakeMenuTest,
+                      pendulon::test::MakeMainWindowTest, pendulon::test::MakeShellViewsTest}) {
+        std::unique_ptr<QObject> test(make());
+        // PENDULON_TEST_CLASS=QtPlatformTest runs one class, so that its functions can be named.
+        const QByteArray only = qgetenv("PENDULON_TEST_CLASS");
+        if (!only.isEmpty() && !QByteArray(test->metaObject()->className()).endsWith(only))
+            continue;
+        failures += QTest::qExec(test.get(), argc, argv);
+    }
+    return failures == 0 ? 0 : 1;
+}
