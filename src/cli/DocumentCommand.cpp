@@ -1,6 +1,6 @@
 #include <iostream>
 
-#include "cli/Commands.hpp"
+#include "cli/DocumentCommand.hpp"
 #include "cli/DocumentSession.hpp"
 #include "configurators/Configurator.hpp"
 #include "platform/CheckBox.hpp"
@@ -25,16 +25,6 @@ DocumentSession::DocumentSession(std::ostream& out, std::ostream& err) : out_(ou
 }
 
 DocumentSession::~DocumentSession() = default;
-
-const char* DocumentSession::ActionUsage() {
-    return "ACTION:\n"
-           "  --set NAME=TEXT   as a user: focus the field, enter TEXT, then leave the field\n"
-           "  --click NAME      a user's click on a button, check, option or list entry\n"
-           "  --answer ANSWER   queue the answer (ok, cancel, yes, no) for the next message box\n"
-           "  --json            print the state of the document as JSON\n"
-           "NAME is a field name such as txtPLL(1), optionally prefixed by a window:\n"
-           "frmSummary.txtCustomer, frmDevice.chkShowPinout.";
-}
 
 bool DocumentSession::NewDocument(const std::string& device, std::string& error) {
     frmDevice& form = app_->DeviceForm();
@@ -300,12 +290,20 @@ nlohmann::json DocumentSession::State() const {
     return state;
 }
 
-namespace {
+const char* const kNewUsage =
+    "new DEVICE [ACTION]...\n"
+    "      ACTION:\n"
+    "        --set NAME=TEXT   as a user: focus the field, enter TEXT, then leave the field\n"
+    "        --click NAME      a user's click on a button, check, option or list entry\n"
+    "        --answer ANSWER   queue the answer (ok, cancel, yes, no) for the next message box\n"
+    "        --json            print the state of the document as JSON\n"
+    "      NAME is a field name such as txtPLL(1), optionally prefixed by a window:\n"
+    "      frmSummary.txtCustomer, frmDevice.chkShowPinout";
+const char* const kNewSummary = "create a new document for DEVICE and run the actions on it";
 
 int RunNew(const std::vector<std::string>& args) {
     if (args.empty() || args[0].rfind("--", 0) == 0) {
-        std::cerr << "pendulon-cli: new needs a device, such as QX6105A\n"
-                  << DocumentSession::ActionUsage() << "\n";
+        std::cerr << "pendulon-cli: new needs a device, such as QX6105A\n";
         return 2;
     }
     DocumentSession session(std::cout, std::cerr);
@@ -315,13 +313,6 @@ int RunNew(const std::vector<std::string>& args) {
         return 2;
     }
     return session.RunActions(args, 1);
-}
-
-}  // namespace
-
-Command NewCommand() {
-    return Command{"new", "new DEVICE [ACTION]...",
-                   "create a new document for DEVICE and run the actions on it", RunNew};
 }
 
 }  // namespace pendulon::cli

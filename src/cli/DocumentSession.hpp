@@ -38,9 +38,6 @@ public:
     nlohmann::json State() const;
     static nlohmann::json FieldState(const Field& field);
 
-    // The usage lines of the actions, for the commands' help.
-    static const char* ActionUsage();
-
 private:
     // "frmSummary.txtCustomer" or a name of the document's own fields.
     Field* Resolve(const std::string& name, Window*& window, std::string& error);
