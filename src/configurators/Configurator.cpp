@@ -104,7 +104,7 @@ std::string Configurator::Device() const { return app_.DeviceForm().mstrCurrentD
 
 void Configurator::SetDevice(const std::string& device) {
     lblDevice.SetCaption(device);
-    auto* option = app_.DeviceForm().Fields().FindAs<OptionButton>("opt" + device);
+    OptionButton* option = app_.DeviceForm().OptionFor(device);
     if (option != nullptr) option->SetValue(true);
 }
 
@@ -121,8 +121,8 @@ void Configurator::Form_Load() {
     InitializeControls();
     InitializeDieClass();
     InitializePLLClass();
-    mSharedApp::InitializePowerPictureBox(app_, picPower);
-    mSharedApp::InitializeDebugPictureBox(app_, picDebugWindow);
+    mShared::InitializePowerPictureBox(app_, picPower);
+    mShared::InitializeDebugPictureBox(app_, picDebugWindow);
     mblnUseDefaults3V = true;
     mblnUseDefaults5V = true;
     SetDefaultOptions();
