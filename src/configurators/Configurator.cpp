@@ -98,6 +98,14 @@ void Configurator::RegisterCommonTail() {
     Register("picPinout", picPinout);
     Register("picPower", picPower);
     Register("picDebugWindow", picDebugWindow);
+    // The two floating panels are dragged by their title bar, as small windows are.
+    picPower.OnMouseDown = [this](int button, int, double, double y) {
+        if (y <= picPower.TextHeight("X")) mShared::FormMoveAPI(app_, picPower, button);
+    };
+    picDebugWindow.OnMouseDown = [this](int button, int, double, double y) {
+        if (y <= picDebugWindow.TextHeight("X"))
+            mShared::FormMoveAPI(app_, picDebugWindow, button);
+    };
 }
 
 // ---------------------------------------------------------------- device

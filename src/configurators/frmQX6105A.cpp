@@ -1,6 +1,5 @@
 #include "configurators/frmQX6105A.hpp"
 
-#include "configurators/ApplicationEntryFileHost.hpp"
 #include "configurators/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
@@ -162,10 +161,7 @@ clsGraphics& frmQX6105A::Graphics() {
 }
 
 clsEntryFile4860& frmQX6105A::EntryFile() {
-    if (!mclsEntryFile) {
-        mobjEntryHost = std::make_unique<ApplicationEntryFileHost>(App());
-        mclsEntryFile = std::make_unique<clsEntryFile4860>(*mobjEntryHost);
-    }
+    if (!mclsEntryFile) mclsEntryFile = std::make_unique<clsEntryFile4860>(App().EntryHost());
     return *mclsEntryFile;
 }
 
@@ -176,7 +172,6 @@ void frmQX6105A::ReleaseObjects() {
     mclsDevice.reset();
     mclsGraphics.reset();
     mclsEntryFile.reset();
-    mobjEntryHost.reset();
 }
 
 // ---------------------------------------------------------------- device and load

@@ -12,7 +12,6 @@ class clsPLL;
 class clsReference;
 class cls4860Die;
 class clsQX4860;
-class ApplicationEntryFileHost;
 class clsGraphics;
 class clsEntryFile4860;
 
@@ -112,7 +111,6 @@ private:
     std::unique_ptr<cls4860Die> mclsDie;
     std::unique_ptr<clsQX4860> mclsDevice;
     std::unique_ptr<clsGraphics> mclsGraphics;
-    std::unique_ptr<ApplicationEntryFileHost> mobjEntryHost;
     std::unique_ptr<clsEntryFile4860> mclsEntryFile;
 };
 
