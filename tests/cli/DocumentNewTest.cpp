@@ -140,6 +140,12 @@ TEST(CliNew, QX6105AIStartsAtThreeVolts) {
     EXPECT_EQ(fields["opt5V"]["enabled"], false);
 }
 
+TEST(CliNew, QX6105AIRefusesFiveVolts) {
+    const auto result = RunCli({"new", "QX6105AI", "--click", "opt5V"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_NE(result.err.find("'opt5V' cannot be clicked"), std::string::npos);
+}
+
 TEST(CliNew, OtherWindowsAreReachedByPrefix) {
     const auto result = RunCli({"new", "QX6105A", "--set", "frmSummary.txtCustomer=Acme", "--set",
                                 "frmDevice.chkShowPinout=0", "--json"});

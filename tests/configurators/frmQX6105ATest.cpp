@@ -262,6 +262,23 @@ TEST(QX6105APLLLimits, LoopFrequencyOutsideTheDieRangeTurnsRedAndSoDoItsOutputs)
     EXPECT_EQ(form.cboActual[0].ForeColor(), colors::Red);
 }
 
+TEST(QX6105APLLLimits, PickingAnActualOfARedLoopKeepsItRed) {
+    QX6105ADocument doc;
+    frmQX6105A& form = doc.Form();
+    doc.TypeReference("10");
+    doc.Type(form.txtPLL[0], "100");
+    QX6105ADocument::Pick(form.cboClkDiv[0], "PLL");
+    form.cmdCalculate_Click();
+    ASSERT_EQ(form.cboActual[0].ListCount(), 3);
+    form.txtPLL[0].SetForeColor(colors::Red);
+    form.cboActual[0].SetListIndex(1);
+    EXPECT_EQ(form.cboActual[0].ForeColor(), colors::Red);
+    EXPECT_EQ(form.cboPLLData[0].ListIndex(), 1);
+    form.txtPLL[0].SetForeColor(colors::WindowText);
+    form.cboActual[0].SetListIndex(2);
+    EXPECT_EQ(form.cboActual[0].ForeColor(), colors::WindowText);
+}
+
 TEST(QX6105APLLLimits, OutputsOfALoopThatIsOffShowOff) {
     QX6105ADocument doc;
     frmQX6105A& form = doc.Form();
