@@ -137,11 +137,11 @@ std::string GetSubstring(std::string_view s, std::string_view a, std::string_vie
 }
 
 bool SetListIndex(ListField& list, std::string_view value, bool exact) {
-    const std::string wanted = Trim(value);
+    // The entry is trimmed, the value is taken as it is.
     const double number = Val(value);
     for (int i = 0; i < list.ListCount(); ++i) {
         const std::string entry = list.List(i);
-        const bool match = exact ? EqualsNoCase(Trim(entry), wanted) : Val(entry) == number;
+        const bool match = exact ? EqualsNoCase(Trim(entry), value) : Val(entry) == number;
         if (match) {
             list.SetListIndex(i);
             return true;
