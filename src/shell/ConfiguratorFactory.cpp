@@ -3,6 +3,7 @@
 #include <array>
 
 #include "configurators/Configurator.hpp"
+#include "configurators/frmQX4860.hpp"
 #include "shell/Application.hpp"
 
 namespace pendulon {
