@@ -40,12 +40,19 @@ void Search(benchmark::State& state, const Range& range) {
     // Q runs from the minimum + 1 to the maximum.
     const auto walked = static_cast<int64_t>(range.maxQ - range.minQ);
     state.SetItemsProcessed(state.iterations() * walked);
-    if (errors.Count() != 0) state.SkipWithError("the search reported an error");
+    if (errors.Count() != 0)
+        state.SkipWithError("the search reported an error");
 }
 
-void BM_FindPAndQ_QX4860Die(benchmark::State& state) { Search(state, kQX4860); }
-void BM_FindPAndQ_QX7311DieUPLL(benchmark::State& state) { Search(state, kQX7311UPLL); }
-void BM_FindPAndQ_QX3350Die(benchmark::State& state) { Search(state, kQX3350); }
+void BM_FindPAndQ_QX4860Die(benchmark::State& state) {
+    Search(state, kQX4860);
+}
+void BM_FindPAndQ_QX7311DieUPLL(benchmark::State& state) {
+    Search(state, kQX7311UPLL);
+}
+void BM_FindPAndQ_QX3350Die(benchmark::State& state) {
+    Search(state, kQX3350);
+}
 
 BENCHMARK(BM_FindPAndQ_QX4860Die)->ArgName("largestVCO")->Arg(0)->Arg(1);
 BENCHMARK(BM_FindPAndQ_QX7311DieUPLL)->ArgName("largestVCO")->Arg(0)->Arg(1);

@@ -5,10 +5,10 @@
 
 #include <array>
 
+#include "core/Numbers.hpp"
 #include "core/cls4860Die.hpp"
 #include "core/clsPLL.hpp"
 #include "core/clsQX4860.hpp"
-#include "core/Numbers.hpp"
 #include "platform/ErrorReport.hpp"
 #include "platform/HeadlessPlatform.hpp"
 #include "platform/ListField.hpp"
@@ -17,9 +17,8 @@ namespace {
 
 using namespace pendulon;
 
-constexpr std::array<double, 16> kTargets = {24,      25,  27,  32,      33.33333, 40,
-                                             48,      50,  54,  60,      66.66667, 75,
-                                             80,      100, 125, 133.33333};
+constexpr std::array<double, 16> kTargets = {24, 25, 27,       32, 33.33333, 40,  48,  50,
+                                             54, 60, 66.66667, 75, 80,       100, 125, 133.33333};
 
 void BM_QX4860CalculateSixteenRows(benchmark::State& state) {
     HeadlessPlatform platform;
@@ -54,7 +53,8 @@ void BM_QX4860CalculateSixteenRows(benchmark::State& state) {
         benchmark::DoNotOptimize(cboPLLData[15].ListCount());
     }
     state.SetItemsProcessed(walked);
-    if (errors.Count() != 0) state.SkipWithError("the search reported an error");
+    if (errors.Count() != 0)
+        state.SkipWithError("the search reported an error");
 }
 
 BENCHMARK(BM_QX4860CalculateSixteenRows);

@@ -4,7 +4,9 @@
 
 namespace pendulon {
 
-cls3350Die::cls3350Die(ErrorReport& errors) : errors_(errors) { SetDefaultLimits(); }
+cls3350Die::cls3350Die(ErrorReport& errors) : errors_(errors) {
+    SetDefaultLimits();
+}
 
 void cls3350Die::GetCurrentLimits(std::vector<double>& adblMinimum,
                                   std::vector<double>& adblMaximum) {
@@ -32,12 +34,24 @@ void cls3350Die::GetDefaultLimits(std::vector<double>& adblMinimum,
     LimitArray::Write(adblMaximum, 2, kMaxQ, errors_, source);
 }
 
-double cls3350Die::MaximumP() const { return Is3V() ? mdblMaxP3V : mdblMaxP5V; }
-double cls3350Die::MaximumPLLVoltage() const { return Is3V() ? mdblPLLMax3V : mdblPLLMax5V; }
-double cls3350Die::MaximumQ() const { return Is3V() ? mdblMaxQ3V : mdblMaxQ5V; }
-double cls3350Die::MinimumP() const { return Is3V() ? mdblMinP3V : mdblMinP5V; }
-double cls3350Die::MinimumPLLVoltage() const { return Is3V() ? mdblPLLMin3V : mdblPLLMin5V; }
-double cls3350Die::MinimumQ() const { return Is3V() ? mdblMinQ3V : mdblMinQ5V; }
+double cls3350Die::MaximumP() const {
+    return Is3V() ? mdblMaxP3V : mdblMaxP5V;
+}
+double cls3350Die::MaximumPLLVoltage() const {
+    return Is3V() ? mdblPLLMax3V : mdblPLLMax5V;
+}
+double cls3350Die::MaximumQ() const {
+    return Is3V() ? mdblMaxQ3V : mdblMaxQ5V;
+}
+double cls3350Die::MinimumP() const {
+    return Is3V() ? mdblMinP3V : mdblMinP5V;
+}
+double cls3350Die::MinimumPLLVoltage() const {
+    return Is3V() ? mdblPLLMin3V : mdblPLLMin5V;
+}
+double cls3350Die::MinimumQ() const {
+    return Is3V() ? mdblMinQ3V : mdblMinQ5V;
+}
 
 void cls3350Die::SetDefaultLimits() {
     mdblDefaultPLLMinimum3V = kVCOMinimum3V;

@@ -32,12 +32,24 @@ void cls4860Die::GetDefaultLimits(std::vector<double>& adblMinimum,
     LimitArray::Write(adblMaximum, 2, kMaxQ, errors_, source);
 }
 
-double cls4860Die::MaximumP() const { return Is3V() ? mdblMaxP3V : mdblMaxP5V; }
-double cls4860Die::MaximumPLLVoltage() const { return Is3V() ? mdblPLLMax3V : mdblPLLMax5V; }
-double cls4860Die::MaximumQ() const { return Is3V() ? mdblMaxQ3V : mdblMaxQ5V; }
-double cls4860Die::MinimumP() const { return Is3V() ? mdblMinP3V : mdblMinP5V; }
-double cls4860Die::MinimumPLLVoltage() const { return Is3V() ? mdblPLLMin3V : mdblPLLMin5V; }
-double cls4860Die::MinimumQ() const { return Is3V() ? mdblMinQ3V : mdblMinQ5V; }
+double cls4860Die::MaximumP() const {
+    return Is3V() ? mdblMaxP3V : mdblMaxP5V;
+}
+double cls4860Die::MaximumPLLVoltage() const {
+    return Is3V() ? mdblPLLMax3V : mdblPLLMax5V;
+}
+double cls4860Die::MaximumQ() const {
+    return Is3V() ? mdblMaxQ3V : mdblMaxQ5V;
+}
+double cls4860Die::MinimumP() const {
+    return Is3V() ? mdblMinP3V : mdblMinP5V;
+}
+double cls4860Die::MinimumPLLVoltage() const {
+    return Is3V() ? mdblPLLMin3V : mdblPLLMin5V;
+}
+double cls4860Die::MinimumQ() const {
+    return Is3V() ? mdblMinQ3V : mdblMinQ5V;
+}
 
 void cls4860Die::SetDefaultLimits(const std::array<double, 2>& adblPLLMinimum,
                                   const std::array<double, 2>& adblPLLMaximum) {

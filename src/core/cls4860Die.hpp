@@ -10,7 +10,7 @@ namespace pendulon {
 // limits; exactly 3.3 selects the 3 V set, any other voltage the 5 V set. Limit arrays hold the
 // VCO limit in MHz, P and Q at elements 0, 1 and 2.
 class cls4860Die {
-public:
+  public:
     explicit cls4860Die(ErrorReport& errors);
 
     double mdblVoltage = 5.0;
@@ -52,7 +52,7 @@ public:
     void SetNewLimits(const std::vector<double>& adblMinimum,
                       const std::vector<double>& adblMaximum);
 
-private:
+  private:
     bool Is3V() const { return mdblVoltage == 3.3; }
     ErrorReport& errors_;
 };

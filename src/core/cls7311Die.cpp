@@ -12,7 +12,9 @@ constexpr double kMinQ[3] = {2, 2, 2};
 constexpr double kMaxQ[3] = {65, 129, 65};
 }  // namespace
 
-cls7311Die::cls7311Die(ErrorReport& errors) : errors_(errors) { SetDefaultLimits(); }
+cls7311Die::cls7311Die(ErrorReport& errors) : errors_(errors) {
+    SetDefaultLimits();
+}
 
 cls7311Die::LoopFields cls7311Die::Loop(int loop, bool threeVolt) {
     switch (loop) {
@@ -66,12 +68,24 @@ void cls7311Die::GetDefaultLimits(std::vector<double>& adblMinimum,
     }
 }
 
-double cls7311Die::MaximumCPLLVoltage() const { return Is3V() ? mdblCPLLMax3V : mdblCPLLMax5V; }
-double cls7311Die::MaximumSPLLVoltage() const { return Is3V() ? mdblSPLLMax3V : mdblSPLLMax5V; }
-double cls7311Die::MaximumUPLLVoltage() const { return Is3V() ? mdblUPLLMax3V : mdblUPLLMax5V; }
-double cls7311Die::MinimumCPLLVoltage() const { return Is3V() ? mdblCPLLMin3V : mdblCPLLMin5V; }
-double cls7311Die::MinimumSPLLVoltage() const { return Is3V() ? mdblSPLLMin3V : mdblSPLLMin5V; }
-double cls7311Die::MinimumUPLLVoltage() const { return Is3V() ? mdblUPLLMin3V : mdblUPLLMin5V; }
+double cls7311Die::MaximumCPLLVoltage() const {
+    return Is3V() ? mdblCPLLMax3V : mdblCPLLMax5V;
+}
+double cls7311Die::MaximumSPLLVoltage() const {
+    return Is3V() ? mdblSPLLMax3V : mdblSPLLMax5V;
+}
+double cls7311Die::MaximumUPLLVoltage() const {
+    return Is3V() ? mdblUPLLMax3V : mdblUPLLMax5V;
+}
+double cls7311Die::MinimumCPLLVoltage() const {
+    return Is3V() ? mdblCPLLMin3V : mdblCPLLMin5V;
+}
+double cls7311Die::MinimumSPLLVoltage() const {
+    return Is3V() ? mdblSPLLMin3V : mdblSPLLMin5V;
+}
+double cls7311Die::MinimumUPLLVoltage() const {
+    return Is3V() ? mdblUPLLMin3V : mdblUPLLMin5V;
+}
 
 void cls7311Die::SetDefaultLimits() {
     for (int loop = 0; loop < 3; ++loop) {

@@ -9,7 +9,7 @@ namespace pendulon {
 // nine elements, three per loop in the order CPLL, UPLL, SPLL, each as VCO limit (MHz), P, Q.
 // Exactly 3.3 V selects the 3 V fields, any other voltage the 5 V fields.
 class cls7311Die {
-public:
+  public:
     explicit cls7311Die(ErrorReport& errors);
 
     double mdblVoltage = 5.0;
@@ -71,7 +71,7 @@ public:
     void SetNewLimits(const std::vector<double>& adblMinimum,
                       const std::vector<double>& adblMaximum);
 
-private:
+  private:
     // The fields of one loop at one voltage.
     struct LoopFields {
         double* VCOMin;

@@ -18,7 +18,9 @@ constexpr const char* kDisplayActual = "clsPLL.DisplayActual";
 constexpr const char* kDisplayActualPPM = "clsPLL.DisplayActualPPM";
 constexpr long kInvalidPropertyValue = 380;
 
-std::int32_t AbsLong(std::int32_t value) { return value < 0 ? -value : value; }
+std::int32_t AbsLong(std::int32_t value) {
+    return value < 0 ? -value : value;
+}
 }  // namespace
 
 clsPLL::clsPLL(ErrorReport& errors) : errors_(errors) {}
@@ -26,9 +28,9 @@ clsPLL::clsPLL(ErrorReport& errors) : errors_(errors) {}
 bool clsPLL::Divide(double numerator, double denominator, double& result, const char* source) {
     if (denominator == 0) {
         // 0 / 0 is an overflow, anything else over 0 a division by zero.
-        errors_.Raise(numerator == 0 || std::isnan(numerator) ? errors::Overflow
-                                                              : errors::DivisionByZero,
-                      source);
+        errors_.Raise(
+            numerator == 0 || std::isnan(numerator) ? errors::Overflow : errors::DivisionByZero,
+            source);
         return false;
     }
     const double value = numerator / denominator;
@@ -60,11 +62,17 @@ bool clsPLL::ToLongChecked(double value, std::int32_t& result, const char* sourc
     return true;
 }
 
-std::int32_t clsPLL::BestPPM() const { return malngPPM[0]; }
+std::int32_t clsPLL::BestPPM() const {
+    return malngPPM[0];
+}
 
-double clsPLL::PValue() const { return madblP[0]; }
+double clsPLL::PValue() const {
+    return madblP[0];
+}
 
-void clsPLL::ResetP() { madblP[0] = 5; }
+void clsPLL::ResetP() {
+    madblP[0] = 5;
+}
 
 void clsPLL::FindPAndQ(bool blnFindLargestVCO, double dblReferenceFrequency, bool* CPLL) {
     for (int i = 0; i < 3; ++i) {
@@ -76,8 +84,7 @@ void clsPLL::FindPAndQ(bool blnFindLargestVCO, double dblReferenceFrequency, boo
     const bool ratioFilter = CPLL != nullptr && *CPLL;
 
     // A target up to one per cent outside the VCO range is still searched.
-    const bool feasible =
-        !(mdblTargetVCO * 1.01 < mdblVCOMin || mdblTargetVCO * 0.99 > mdblVCOMax);
+    const bool feasible = !(mdblTargetVCO * 1.01 < mdblVCOMin || mdblTargetVCO * 0.99 > mdblVCOMax);
     if (feasible) {
         double dblRatio = 0;
         double half = mdblTargetVCO / 2.0;
@@ -105,19 +112,23 @@ void clsPLL::FindPAndQ(bool blnFindLargestVCO, double dblReferenceFrequency, boo
             Divide(mdblReferenceFrequency, dblQ, dblPerQ, kFindPAndQ);
             const bool a = dblReferenceFrequency != 0;
             const bool b = dblPerQ < dblReferenceFrequency;
-            if ((!a && !b) && a) continue;
+            if ((!a && !b) && a)
+                continue;
 
             if (Multiply(dblRatio, dblQ, dblProduct, kFindPAndQ))
                 ToLongChecked(dblProduct, lngP0, kFindPAndQ);
 
             for (long long p = static_cast<long long>(lngP0) - 1; p <= lngP0 + 1LL; ++p) {
                 const double dblP = static_cast<double>(p);
-                if (dblP < mdblMinP || dblP > mdblMaxP) continue;
+                if (dblP < mdblMinP || dblP > mdblMaxP)
+                    continue;
                 Divide(dblP, dblQ, dblActual, kFindPAndQ);
                 const std::int32_t lngPPM = mShared::CalculatePPM(dblActual, dblRatio);
                 Multiply(twiceReference, dblActual, dblVCO, kFindPAndQ);
-                if (dblVCO < mdblVCOMin || dblVCO > mdblVCOMax) continue;
-                if (ratioFilter && !(dblActual > 1.3)) continue;
+                if (dblVCO < mdblVCOMin || dblVCO > mdblVCOMax)
+                    continue;
+                if (ratioFilter && !(dblActual > 1.3))
+                    continue;
                 const std::int32_t absPPM = AbsLong(lngPPM);
                 if (absPPM < AbsLong(malngPPM[0])) {
                     malngPPM[0] = lngPPM;
@@ -138,7 +149,8 @@ void clsPLL::FindPAndQ(bool blnFindLargestVCO, double dblReferenceFrequency, boo
         }
     }
     // Cleared on every way out, the infeasible one included.
-    if (CPLL != nullptr && *CPLL) *CPLL = false;
+    if (CPLL != nullptr && *CPLL)
+        *CPLL = false;
 }
 
 std::string clsPLL::GetVCOPAndQ(double& dblP, double& dblQ) {
@@ -166,7 +178,8 @@ std::string clsPLL::GetPLLDataString(std::int16_t intWhichCase) {
     }
     const auto i = static_cast<size_t>(intWhichCase);
     // Slots 1 and 2 are dropped when their PPM equals slot 0's, whatever their P and Q.
-    if (i != 0 && (malngPPM[i] == malngPPM[0] || malngPPM[i] == kNoSolution)) return {};
+    if (i != 0 && (malngPPM[i] == malngPPM[0] || malngPPM[i] == kNoSolution))
+        return {};
     double dblP = madblP[i];
     double dblQ = madblQ[i];
     return GetVCOPAndQ(dblP, dblQ);
@@ -176,9 +189,11 @@ void clsPLL::StorePLLData(ListField& cboDestination) {
     cboDestination.Clear();
     for (std::int16_t i = 0; i <= 2; ++i) {
         std::string text = GetPLLDataString(i);
-        if (!text.empty()) cboDestination.AddItem(std::move(text));
+        if (!text.empty())
+            cboDestination.AddItem(std::move(text));
     }
-    if (cboDestination.ListCount() == 0) cboDestination.AddItem("Off");
+    if (cboDestination.ListCount() == 0)
+        cboDestination.AddItem("Off");
     cboDestination.SetListIndex(0);
 }
 
@@ -198,8 +213,10 @@ void clsPLL::StoreActualPPM(ListField& cboIncoming, std::int16_t intDivisor) {
     double dblFrequency = 0;
     for (size_t i = 0; i < 3; ++i) {
         // Only P is compared here, unlike GetPLLDataString.
-        if (i != 0 && madblP[i] == madblP[0]) continue;
-        if (!(madblP[i] > mdblMinP)) continue;
+        if (i != 0 && madblP[i] == madblP[0])
+            continue;
+        if (!(madblP[i] > mdblMinP))
+            continue;
         double product = 0;
         double perQ = 0;
         if (Multiply(2.0 * mdblReferenceFrequency, madblP[i], product, kStoreActualPPM) &&
@@ -207,7 +224,8 @@ void clsPLL::StoreActualPPM(ListField& cboIncoming, std::int16_t intDivisor) {
             Divide(perQ, static_cast<double>(intDivisor), dblFrequency, kStoreActualPPM);
         cboIncoming.AddItem(GetActualFrequencyPPM(dblFrequency, malngPPM[i]));
     }
-    if (cboIncoming.ListCount() == 0) cboIncoming.AddItem("Off");
+    if (cboIncoming.ListCount() == 0)
+        cboIncoming.AddItem("Off");
     cboIncoming.SetListIndex(0);
 }
 
@@ -221,20 +239,22 @@ void clsPLL::DisplayActual(ListField& cboIncoming, ListField& cboDestination,
                    kDisplayActual))
             cboDestination.AddItem(mShared::FormatFrequencyFixed(value, mShared::kNoPadding));
     }
-    if (cboDestination.ListCount() == 0) cboDestination.AddItem("Off");
+    if (cboDestination.ListCount() == 0)
+        cboDestination.AddItem("Off");
     if (!cboDestination.SetListIndex(cboIncoming.ListIndex()))
         errors_.Raise(kInvalidPropertyValue, kDisplayActual, "Invalid property value");
 }
 
-void clsPLL::DisplayActualPPM(ListField& cboIncoming, ListField& cboDestination,
-                              double dblDesired, std::int32_t lngDivisor) {
+void clsPLL::DisplayActualPPM(ListField& cboIncoming, ListField& cboDestination, double dblDesired,
+                              std::int32_t lngDivisor) {
     std::int32_t lngBestPPM = 5000001;
     std::string strBest;
     cboDestination.Clear();
     double dblActual = 0;
     for (int i = 0; i < cboIncoming.ListCount(); ++i) {
         const double value = Val(cboIncoming.List(i));
-        if (!(value > 0)) continue;
+        if (!(value > 0))
+            continue;
         Divide(value, static_cast<double>(lngDivisor), dblActual, kDisplayActualPPM);
         const std::int32_t lngPPM = mShared::CalculatePPM(dblActual, dblDesired);
         std::string text = GetActualFrequencyPPM(dblActual, lngPPM);
@@ -269,6 +289,8 @@ double clsPLL::GetPPM(std::string_view strIncomingString) {
     return Val(Trim(mShared::GetSubstring(strIncomingString, "PPM:", "")));
 }
 
-double clsPLL::GetVCO(std::string_view strS) { return Val(strS); }
+double clsPLL::GetVCO(std::string_view strS) {
+    return Val(strS);
+}
 
 }  // namespace pendulon

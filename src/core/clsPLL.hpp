@@ -13,7 +13,7 @@ namespace pendulon {
 // keeps three solutions: the closest of either sign (slot 0), the closest below the target
 // (slot 1) and the closest above it (slot 2). A PPM of 5000000 marks an empty slot.
 class clsPLL {
-public:
+  public:
     explicit clsPLL(ErrorReport& errors);
 
     double mdblReferenceFrequency = 0;
@@ -49,7 +49,7 @@ public:
     void StorePLLData(ListField& cboDestination);
     void StoreVCOPAndQ(ListField& cboDestination, double dblP, double dblQ);
 
-private:
+  private:
     // Checked arithmetic: reports the error with the operation's source and returns false,
     // leaving the target as it was.
     bool Divide(double numerator, double denominator, double& result, const char* source);

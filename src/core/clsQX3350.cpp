@@ -54,7 +54,7 @@ std::int32_t clsQX3350::GetMinimumQ(double dblReference, std::int32_t lngLimit) 
 
 void clsQX3350::InitializeClockDivisors(ListField& cboClockDivisors) {
     static constexpr const char* kEntries[] = {
-        "PLL",   "PLL/2",  "PLL/4",  "PLL/8",  "PLL/16",  "PLL/32", "PLL/64", "PLL/128", "Ref",
+        "PLL",   "PLL/2", "PLL/4", "PLL/8",  "PLL/16", "PLL/32", "PLL/64",  "PLL/128", "Ref",
         "Ref/2", "Ref/4", "Ref/8", "Ref/16", "Ref/32", "Ref/64", "Ref/128", "Off"};
     cboClockDivisors.Clear();
     for (const char* entry : kEntries) cboClockDivisors.AddItem(entry);

@@ -11,7 +11,7 @@ namespace pendulon {
 
 // Device rules of the QX3350.
 class clsQX3350 {
-public:
+  public:
     explicit clsQX3350(ErrorReport& errors);
 
     void GetCurrentPLLLimits(LimitForm& frmInput, clsReference& objReference, cls3350Die& objDie);
@@ -24,7 +24,7 @@ public:
     void InitializeClockDivisors(ListField& cboClockDivisors);
     void SetNewPLLLimits(LimitForm& frmInput, clsReference& objReference, cls3350Die& objDie);
 
-private:
+  private:
     std::int32_t Maximum(double dblReference, std::int32_t lngLimit, const char* source);
     std::int32_t Minimum(double dblValue, std::int32_t lngLimit, const char* source);
     ErrorReport& errors_;

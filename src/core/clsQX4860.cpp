@@ -20,8 +20,8 @@ void clsQX4860::SetNewPLLLimits(LimitForm& frmInput, clsReference& objReference,
 }
 
 std::int32_t clsQX4860::GetMaximumQ(double dblReference, std::int32_t lngDefaultMaximum) {
-    const std::int32_t lngR = LimitArray::ToLongOr(dblReference / 0.15, 0,
-                                                   errors_, "clsQX4860.GetMaximumQ");
+    const std::int32_t lngR =
+        LimitArray::ToLongOr(dblReference / 0.15, 0, errors_, "clsQX4860.GetMaximumQ");
     return lngR >= lngDefaultMaximum ? lngDefaultMaximum : lngR;
 }
 

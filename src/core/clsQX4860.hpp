@@ -11,7 +11,7 @@ namespace pendulon {
 
 // Device rules of the QX4860 and QX6105A families.
 class clsQX4860 {
-public:
+  public:
     explicit clsQX4860(ErrorReport& errors);
 
     void GetCurrentPLLLimits(LimitForm& frmInput, clsReference& objReference, cls4860Die& objDie);
@@ -23,7 +23,7 @@ public:
     void InitializeClockDivisors(ListField& cboClockDivisors);
     void SetNewPLLLimits(LimitForm& frmInput, clsReference& objReference, cls4860Die& objDie);
 
-private:
+  private:
     ErrorReport& errors_;
 };
 

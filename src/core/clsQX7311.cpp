@@ -27,7 +27,8 @@ std::int32_t clsQX7311::GetCPLLQMax(double dblFPLL, double dblFRef, double dblQM
     for (const double frequency : adblPLLFReq) {
         if (frequency > 0) {
             const double distance = std::fabs(frequency - dblFPLL);
-            if (distance > dblD) dblD = distance;
+            if (distance > dblD)
+                dblD = distance;
         }
     }
     if (60.0 * dblFRef / kBaseReference > dblD)
@@ -41,7 +42,8 @@ std::int32_t clsQX7311::GetCPLLQMax(double dblFPLL, double dblFRef, double dblQM
     if (lngQ < 65 && dblFPLL >= 40.0 * dblFRef / kBaseReference &&
         dblFPLL <= 68.0 * dblFRef / kBaseReference)
         lngQ = 65;
-    if (lngQ <= dblQMAX) return lngQ;
+    if (lngQ <= dblQMAX)
+        return lngQ;
     return LimitArray::ToLongOr(dblQMAX, 0, errors_, source);
 }
 

@@ -11,7 +11,7 @@ namespace pendulon {
 
 // Device rules of the QX7311 family.
 class clsQX7311 {
-public:
+  public:
     explicit clsQX7311(ErrorReport& errors);
 
     // Keeps the comparison frequency reference / Q at 0.15 MHz or above.
@@ -22,7 +22,7 @@ public:
     void GetCurrentPLLLimits(LimitForm& frmInput, clsReference& objReference, cls7311Die& objDie);
     void SetNewPLLLimits(LimitForm& frmInput, clsReference& objReference, cls7311Die& objDie);
 
-private:
+  private:
     ErrorReport& errors_;
 };
 

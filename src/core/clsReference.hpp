@@ -7,7 +7,7 @@ namespace pendulon {
 
 // The allowed reference range and the standard list of crystals.
 class clsReference {
-public:
+  public:
     explicit clsReference(ErrorReport& errors);
 
     // Write the numbers in general number form into the two fields.
@@ -26,7 +26,7 @@ public:
     static constexpr double kDefaultMinimum = 1;
     static constexpr double kDefaultMaximum = 30;
 
-private:
+  private:
     ErrorReport& errors_;
     double mdblMinimum = kDefaultMinimum;
     double mdblMaximum = kDefaultMaximum;

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
 #include <cstdio>
 #include <filesystem>
 #include <string>
-#include <sys/wait.h>
 
 #include "support/TestSupport.hpp"
 
@@ -25,7 +25,8 @@ CliRun RunCli(const std::vector<std::string>& args) {
     command += " 2>'" + errPath + "'";
     CliRun run;
     FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) return run;
+    if (pipe == nullptr)
+        return run;
     char buffer[4096];
     size_t n = 0;
     while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0) run.out.append(buffer, n);
@@ -42,7 +43,8 @@ CliRun Solve(std::vector<std::string> args) {
 
 TEST(SolveCommand, ListsBestThenBelowThenAbove) {
     // 2 x 2.55 x 125 / 3 = 212.5 exactly; best below 208/5, best above 167/4.
-    const CliRun run = Solve({"--ref", "2.55", "--target", "212.5", "--max-p", "256", "--max-q", "128"});
+    const CliRun run =
+        Solve({"--ref", "2.55", "--target", "212.5", "--max-p", "256", "--max-q", "128"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.out, "212.500000 P:125 Q:3\n212.160000 P:208 Q:5\n212.925000 P:167 Q:4\n");
     EXPECT_EQ(run.err, "");
@@ -50,7 +52,7 @@ TEST(SolveCommand, ListsBestThenBelowThenAbove) {
 
 TEST(SolveCommand, LargestVCOPrefersHighestQOnEqualError) {
     const CliRun run = Solve({"--ref", "2.55", "--target", "212.5", "--max-p", "256", "--max-q",
-                           "128", "--largest-vco"});
+                              "128", "--largest-vco"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.out, "212.500000 P:250 Q:6\n212.160000 P:208 Q:5\n212.925000 P:167 Q:4\n");
 }
@@ -64,29 +66,29 @@ TEST(SolveCommand, DuplicateSlotIsDropped) {
 
 TEST(SolveCommand, MinimaAndCPLLRatioFilter) {
     const CliRun plain = Solve({"--ref", "1", "--target", "2.6", "--max-p", "256", "--max-q", "10",
-                             "--min-p", "1", "--min-q", "9"});
+                                "--min-p", "1", "--min-q", "9"});
     EXPECT_EQ(plain.exitCode, 0);
     EXPECT_EQ(plain.out, "2.600000 P:13 Q:10\n2.400000 P:12 Q:10\n2.800000 P:14 Q:10\n");
     const CliRun cpll = Solve({"--ref", "1", "--target", "2.6", "--max-p", "256", "--max-q", "10",
-                            "--min-p", "1", "--min-q", "9", "--cpll"});
+                               "--min-p", "1", "--min-q", "9", "--cpll"});
     EXPECT_EQ(cpll.exitCode, 0);
     EXPECT_EQ(cpll.out, "2.800000 P:14 Q:10\n");
 }
 
 TEST(SolveCommand, VCOLimitsAreInclusive) {
     const CliRun run = Solve({"--ref", "1", "--target", "100", "--max-p", "256", "--max-q", "10",
-                           "--min-q", "1", "--vco-min", "101"});
+                              "--min-q", "1", "--vco-min", "101"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.out, "101.000000 P:101 Q:2\n");
-    const CliRun none = Solve({"--ref", "1", "--target", "100", "--max-p", "256", "--max-q", "10",
-                            "--vco-max", "10"});
+    const CliRun none = Solve(
+        {"--ref", "1", "--target", "100", "--max-p", "256", "--max-q", "10", "--vco-max", "10"});
     EXPECT_EQ(none.exitCode, 0);
     EXPECT_EQ(none.out, "0.000000 P:5 Q:2\n");
 }
 
 TEST(SolveCommand, GuardChangesNothing) {
-    const std::vector<std::string> base = {"--ref", "1", "--target", "2.02", "--max-p", "256",
-                                           "--max-q", "100"};
+    const std::vector<std::string> base = {"--ref",   "1",   "--target", "2.02",
+                                           "--max-p", "256", "--max-q",  "100"};
     auto guarded = base;
     guarded.push_back("--guard");
     guarded.push_back("0.15");
@@ -134,15 +136,14 @@ TEST(SolveCommand, OptionWithoutValueIsUsageError) {
 }
 
 TEST(SolveCommand, RepeatedOptionIsUsageError) {
-    ExpectUsageError({"--ref", "1", "--ref", "2", "--target", "100", "--max-p", "256", "--max-q",
-                      "5"});
-    ExpectUsageError({"--ref", "1", "--target", "100", "--max-p", "256", "--max-q", "5",
-                      "--cpll", "--cpll"});
+    ExpectUsageError(
+        {"--ref", "1", "--ref", "2", "--target", "100", "--max-p", "256", "--max-q", "5"});
+    ExpectUsageError(
+        {"--ref", "1", "--target", "100", "--max-p", "256", "--max-q", "5", "--cpll", "--cpll"});
 }
 
 TEST(SolveCommand, UnknownOptionIsUsageError) {
-    ExpectUsageError({"--ref", "1", "--target", "100", "--max-p", "256", "--max-q", "5",
-                      "--fast"});
+    ExpectUsageError({"--ref", "1", "--target", "100", "--max-p", "256", "--max-q", "5", "--fast"});
 }
 
 TEST(SolveCommand, HelpListsSolve) {

@@ -21,7 +21,7 @@ using Strings = std::vector<std::string>;
 
 // A window with the user-limits fields of a configurator, for `count` limit elements.
 class TestLimitForm : public LimitForm {
-public:
+  public:
     explicit TestLimitForm(const std::string& device, size_t count = 9) : LimitForm("frmTest") {
         lblDevice.SetCaption(device);
         Register("lblDevice", lblDevice);
@@ -87,11 +87,10 @@ TEST(clsReference, ReferenceListInProductOrderWith14MHzSelected) {
     int clicks = 0;
     list.OnClick = [&] { ++clicks; };
     reference.InitializeReferenceComboBox(list);
-    EXPECT_EQ(list.Items(),
-              (Strings{"11.05920 MHz", "12.00000 MHz", "12.28800 MHz", "14.31818 MHz",
-                       "14.74560 MHz", "16.00000 MHz", "18.43200 MHz", "16.93440 MHz",
-                       "17.73448 MHz", "19.66080 MHz", "20.00000 MHz", "22.11840 MHz",
-                       "24.57600 MHz", "25.00000 MHz"}));
+    EXPECT_EQ(list.Items(), (Strings{"11.05920 MHz", "12.00000 MHz", "12.28800 MHz", "14.31818 MHz",
+                                     "14.74560 MHz", "16.00000 MHz", "18.43200 MHz", "16.93440 MHz",
+                                     "17.73448 MHz", "19.66080 MHz", "20.00000 MHz", "22.11840 MHz",
+                                     "24.57600 MHz", "25.00000 MHz"}));
     EXPECT_EQ(list.ListIndex(), 3);
     EXPECT_EQ(list.Text(), "14.31818 MHz");
     EXPECT_EQ(clicks, 1);
@@ -247,8 +246,8 @@ TEST(cls7311Die, DefaultVCOGoesToAllThreeLoops) {
     std::vector<double> minimum(9), maximum(9);
     die.GetDefaultLimits(minimum, maximum);
     EXPECT_EQ(minimum, (std::vector<double>{8, 5, 2, 8, 5, 2, 8, 5, 2}));
-    EXPECT_EQ(maximum, (std::vector<double>{66.66667, 258, 65, 66.66667, 1026, 129, 66.66667,
-                                            258, 65}));
+    EXPECT_EQ(maximum,
+              (std::vector<double>{66.66667, 258, 65, 66.66667, 1026, 129, 66.66667, 258, 65}));
 }
 
 TEST(cls7311Die, NewLimitsGoToThePresentVoltageByLoop) {
@@ -305,7 +304,7 @@ TEST(clsQX4860, SmoothSlewInTheSixtySixBandUsesThreePointSevenFiveTimesReference
 TEST(clsQX4860, SmoothSlewHasNoEffectForQX6105AZeroFrequencyOrFewDivisors) {
     test::ReportFixture f;
     clsQX4860 device(f.errors);
-    TestLimitForm qx6105(  "QX6105AF", 3);
+    TestLimitForm qx6105("QX6105AF", 3);
     EXPECT_EQ(device.GetMaximumQWithSmoothSlew(qx6105, 66.5, 14.31818, 128, 2), 128);
     TestLimitForm form("QX4860", 3);
     EXPECT_EQ(device.GetMaximumQWithSmoothSlew(form, 0, 14.31818, 128, 2), 128);
@@ -319,8 +318,8 @@ TEST(clsQX4860, ClockDivisorList) {
     ListField list;
     list.AddItem("stale");
     device.InitializeClockDivisors(list);
-    EXPECT_EQ(list.Items(), (Strings{"Ref", "Ref/2", "PLL", "PLL/2", "PLL/3", "PLL/4", "PLL/5",
-                                     "PLL/8", "Off"}));
+    EXPECT_EQ(list.Items(),
+              (Strings{"Ref", "Ref/2", "PLL", "PLL/2", "PLL/3", "PLL/4", "PLL/5", "PLL/8", "Off"}));
     EXPECT_EQ(list.ListIndex(), 0);
 }
 
@@ -506,10 +505,9 @@ TEST(clsQX3350, ClockDivisorList) {
     clsQX3350 device(f.errors);
     ListField list;
     device.InitializeClockDivisors(list);
-    EXPECT_EQ(list.Items(),
-              (Strings{"PLL", "PLL/2", "PLL/4", "PLL/8", "PLL/16", "PLL/32", "PLL/64", "PLL/128",
-                       "Ref", "Ref/2", "Ref/4", "Ref/8", "Ref/16", "Ref/32", "Ref/64", "Ref/128",
-                       "Off"}));
+    EXPECT_EQ(list.Items(), (Strings{"PLL", "PLL/2", "PLL/4", "PLL/8", "PLL/16", "PLL/32", "PLL/64",
+                                     "PLL/128", "Ref", "Ref/2", "Ref/4", "Ref/8", "Ref/16",
+                                     "Ref/32", "Ref/64", "Ref/128", "Off"}));
     EXPECT_EQ(list.ListIndex(), 0);
 }
 

@@ -5,7 +5,9 @@
 namespace pendulon {
 namespace {
 
-TEST(Val, ReadsLeadingNumberAndStopsAtUnit) { EXPECT_DOUBLE_EQ(Val("12.5 MHz"), 12.5); }
+TEST(Val, ReadsLeadingNumberAndStopsAtUnit) {
+    EXPECT_DOUBLE_EQ(Val("12.5 MHz"), 12.5);
+}
 TEST(Val, OffAndBlankTextGiveZero) {
     EXPECT_EQ(Val("Off"), 0.0);
     EXPECT_EQ(Val(""), 0.0);
@@ -23,7 +25,9 @@ TEST(Val, ReadsExponent) {
     // "E" followed by a letter is no exponent.
     EXPECT_DOUBLE_EQ(Val("12.5 Each"), 12.5);
 }
-TEST(Val, StopsAtSecondDecimalPoint) { EXPECT_DOUBLE_EQ(Val("1.2.3"), 1.2); }
+TEST(Val, StopsAtSecondDecimalPoint) {
+    EXPECT_DOUBLE_EQ(Val("1.2.3"), 1.2);
+}
 TEST(Val, ReadsSignAndLeadingPoint) {
     EXPECT_DOUBLE_EQ(Val("-3.25"), -3.25);
     EXPECT_DOUBLE_EQ(Val(".5"), 0.5);

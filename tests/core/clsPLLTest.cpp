@@ -8,10 +8,12 @@
 namespace pendulon {
 namespace {
 
-std::vector<std::string> Entries(const ListField& list) { return list.Items(); }
+std::vector<std::string> Entries(const ListField& list) {
+    return list.Items();
+}
 
 class PLLTest : public ::testing::Test {
-protected:
+  protected:
     test::ReportFixture f;
     clsPLL pll{f.errors};
 
@@ -250,6 +252,27 @@ TEST_F(PLLTest, CounterBeyondLongReportsOverflowAndSearchesNothing) {
     EXPECT_EQ(f.Source(0), "clsPLL.FindPAndQ");
 }
 
+TEST_F(PLLTest, QOfZeroReportsDivisionAndTheWalkGoesOn) {
+    pll.mdblReferenceFrequency = 1;
+    pll.mdblTargetVCO = 5;
+    pll.mdblMinQ = -1;
+    pll.mdblMaxP = 256;
+    pll.mdblMaxQ = 4;
+    pll.FindPAndQ();
+    EXPECT_EQ(f.errors.Count(), 1);
+    EXPECT_EQ(f.errors.LastNumber(), 11);
+    EXPECT_EQ(f.Source(0), "clsPLL.FindPAndQ");
+    // Q 2 gives 5/2 exactly.
+    EXPECT_EQ(pll.GetPLLDataString(0), "5.000000 P:5 Q:2");
+    EXPECT_EQ(pll.BestPPM(), 0);
+}
+
+TEST_F(PLLTest, SlotOutsideZeroToTwoIsReported) {
+    EXPECT_EQ(pll.GetPLLDataString(3), "");
+    EXPECT_EQ(f.errors.LastNumber(), 9);
+    EXPECT_EQ(f.Source(0), "clsPLL.GetPLLDataString");
+}
+
 TEST_F(PLLTest, EmptySlotsAreNotListed) {
     SetUpExactCase();
     pll.mdblTargetVCO = 212.16;
@@ -437,8 +460,8 @@ TEST_F(PLLTest, DisplayActualPPMFirstOfEqualErrorsWins) {
     incoming.AddItem("101");
     ListField destination;
     pll.DisplayActualPPM(incoming, destination, 100, 1);
-    EXPECT_EQ(Entries(destination), (std::vector<std::string>{"99.00000    PPM:-10000",
-                                                              "101.00000  PPM:10000"}));
+    EXPECT_EQ(Entries(destination),
+              (std::vector<std::string>{"99.00000    PPM:-10000", "101.00000  PPM:10000"}));
     EXPECT_EQ(destination.ListIndex(), 0);
 }
 TEST_F(PLLTest, DisplayActualPPMIdenticalTextsSelectFirst) {

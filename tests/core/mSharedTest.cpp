@@ -11,9 +11,15 @@ namespace {
 
 using namespace mShared;
 
-TEST(CalculatePPM, ZeroDesiredIsNoSolution) { EXPECT_EQ(CalculatePPM(1, 0), 5000000); }
-TEST(CalculatePPM, BeyondClampIsNoSolution) { EXPECT_EQ(CalculatePPM(7, 1), 5000000); }
-TEST(CalculatePPM, ExactlyAtClampEqualsNoSolution) { EXPECT_EQ(CalculatePPM(6, 1), 5000000); }
+TEST(CalculatePPM, ZeroDesiredIsNoSolution) {
+    EXPECT_EQ(CalculatePPM(1, 0), 5000000);
+}
+TEST(CalculatePPM, BeyondClampIsNoSolution) {
+    EXPECT_EQ(CalculatePPM(7, 1), 5000000);
+}
+TEST(CalculatePPM, ExactlyAtClampEqualsNoSolution) {
+    EXPECT_EQ(CalculatePPM(6, 1), 5000000);
+}
 TEST(CalculatePPM, SignIsPositiveAboveDesired) {
     EXPECT_EQ(CalculatePPM(1.5, 1), 500000);
     EXPECT_EQ(CalculatePPM(0.5, 1), -500000);
@@ -50,8 +56,12 @@ TEST(ConvertBinaryToDecimal, OverflowGoesToErrorReportAndKeepsValue) {
     EXPECT_EQ(f.Source(0), "mShared.ConvertBinaryToDecimal");
 }
 
-TEST(ConvertDecimalToBinary, ZeroIsPaddedToWidth) { EXPECT_EQ(ConvertDecimalToBinary(0, 4), "0000"); }
-TEST(ConvertDecimalToBinary, WiderValueIsNotCut) { EXPECT_EQ(ConvertDecimalToBinary(9, 2), "1001"); }
+TEST(ConvertDecimalToBinary, ZeroIsPaddedToWidth) {
+    EXPECT_EQ(ConvertDecimalToBinary(0, 4), "0000");
+}
+TEST(ConvertDecimalToBinary, WiderValueIsNotCut) {
+    EXPECT_EQ(ConvertDecimalToBinary(9, 2), "1001");
+}
 TEST(ConvertDecimalToBinary, PadsOnTheLeft) {
     EXPECT_EQ(ConvertDecimalToBinary(5, 8), "00000101");
     EXPECT_EQ(ConvertDecimalToBinary(6, 0), "110");
@@ -112,7 +122,9 @@ TEST(FormatFrequencyFixed, PositivePaddingPrependsBlanks) {
     EXPECT_EQ(FormatFrequencyFixed(5, 2), "    5.00000");
     EXPECT_EQ(FormatFrequencyFixed(5, 1), "  5.00000");
 }
-TEST(FormatFrequencyFixed, ZeroPaddingHasNoBlanks) { EXPECT_EQ(FormatFrequencyFixed(5, 0), "5.00000"); }
+TEST(FormatFrequencyFixed, ZeroPaddingHasNoBlanks) {
+    EXPECT_EQ(FormatFrequencyFixed(5, 0), "5.00000");
+}
 
 TEST(FormatFrequencyLong, ZeroIsOffElseLongPattern) {
     EXPECT_EQ(FormatFrequencyLong(0), "Off");
@@ -137,9 +149,15 @@ TEST(PadOutputString, PadsButNeverCuts) {
     EXPECT_EQ(PadOutputString("abc", 3), "abc");
 }
 
-TEST(GetSubstring, StartMarkerIgnoresCase) { EXPECT_EQ(GetSubstring("xP:5 Q:3", "p:", "Q:"), "5 "); }
-TEST(GetSubstring, EndMarkerKeepsCase) { EXPECT_EQ(GetSubstring("P:5 q:3", "P:", "Q:"), "5 q:3"); }
-TEST(GetSubstring, BothMarkersEmptyGivesWholeText) { EXPECT_EQ(GetSubstring("abc", "", ""), "abc"); }
+TEST(GetSubstring, StartMarkerIgnoresCase) {
+    EXPECT_EQ(GetSubstring("xP:5 Q:3", "p:", "Q:"), "5 ");
+}
+TEST(GetSubstring, EndMarkerKeepsCase) {
+    EXPECT_EQ(GetSubstring("P:5 q:3", "P:", "Q:"), "5 q:3");
+}
+TEST(GetSubstring, BothMarkersEmptyGivesWholeText) {
+    EXPECT_EQ(GetSubstring("abc", "", ""), "abc");
+}
 TEST(GetSubstring, EmptyEndMarkerGivesRestBehindStart) {
     EXPECT_EQ(GetSubstring("P:5 Q:3", "P:", ""), "5 Q:3");
 }
@@ -316,7 +334,7 @@ TEST(MaskKeystrokeForNumbers, CommaOnlyWithDecimalMode) {
 }
 
 class StateWindow : public Window {
-public:
+  public:
     StateWindow() : Window("frmState") {
         Register("chkA", chkA);
         optA.SetGroup("g");
@@ -337,14 +355,14 @@ public:
 
 TEST(ComputeState, WeighsEachControlBySquaredIndex) {
     StateWindow w;
-    w.chkA.SetValue(1);  // index 0: weight 0
-    w.optA.SetValue(true);  // index 1: 1 x 2
+    w.chkA.SetValue(1);        // index 0: weight 0
+    w.optA.SetValue(true);     // index 1: 1 x 2
     w.optB.SetEnabled(false);  // index 2: 4 x 1
     w.cboA.AddItem("a");
     w.cboA.AddItem("b");
     w.cboA.AddItem("c");
     w.cboA.SetListIndex(2);  // index 3: 9 x 3
-    w.txtA.SetText("AB");  // index 4: 16 x 195
+    w.txtA.SetText("AB");    // index 4: 16 x 195
     w.lblA.SetCaption("x");  // index 5: 0
     // optC, index 6: enabled and clear: 36 x 3
     EXPECT_EQ(ComputeState(w), 2 + 4 + 27 + 3120 + 108);
