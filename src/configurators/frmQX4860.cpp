@@ -31,7 +31,7 @@ bool StartsWith(const std::string& text, char letter) {
 
 // What the entry-file object asks of the running program, answered by the application.
 class ApplicationEntryFileHost : public EntryFileHost {
-public:
+  public:
     explicit ApplicationEntryFileHost(Application& app) : app_(app) {}
     ErrorReport& Errors() override { return app_.Errors(); }
     std::string Title() override { return app_.gstrTitle; }
@@ -39,16 +39,12 @@ public:
     std::string EntryFileHeader() override { return mShared::EntryFileHeader(app_); }
     std::string Revision() override { return app_.Summary().txtRevision.Text(); }
     std::string SummaryFilename() override { return app_.Summary().txtFilename.Text(); }
-    bool SaveEntryFileDescription() override {
-        return app_.Main().mblnSaveEntryFileDescription;
-    }
-    std::string RecentFileCaption() override {
-        return app_.Main().mnuFilePathArray[1].Caption();
-    }
+    bool SaveEntryFileDescription() override { return app_.Main().mblnSaveEntryFileDescription; }
+    std::string RecentFileCaption() override { return app_.Main().mnuFilePathArray[1].Caption(); }
     void DisplayStatus(const std::string& text) override { app_.Main().DisplayStatus(text); }
     void ShowHelp(const std::string& text) override { app_.Main().ShowHelp(text); }
 
-private:
+  private:
     Application& app_;
 };
 
@@ -211,19 +207,23 @@ void frmQX4860::ConnectEvents() {
 // ---------------------------------------------------------------- objects
 
 clsPLL& frmQX4860::PLL() {
-    if (!mclsPLL) mclsPLL = std::make_unique<clsPLL>(App().Errors());
+    if (!mclsPLL)
+        mclsPLL = std::make_unique<clsPLL>(App().Errors());
     return *mclsPLL;
 }
 clsReference& frmQX4860::Reference() {
-    if (!mclsReference) mclsReference = std::make_unique<clsReference>(App().Errors());
+    if (!mclsReference)
+        mclsReference = std::make_unique<clsReference>(App().Errors());
     return *mclsReference;
 }
 cls4860Die& frmQX4860::Die() {
-    if (!mclsDie) mclsDie = std::make_unique<cls4860Die>(App().Errors());
+    if (!mclsDie)
+        mclsDie = std::make_unique<cls4860Die>(App().Errors());
     return *mclsDie;
 }
 clsQX4860& frmQX4860::DeviceRules() {
-    if (!mclsDevice) mclsDevice = std::make_unique<clsQX4860>(App().Errors());
+    if (!mclsDevice)
+        mclsDevice = std::make_unique<clsQX4860>(App().Errors());
     return *mclsDevice;
 }
 clsGraphics& frmQX4860::Graphics() {
@@ -235,7 +235,8 @@ clsGraphics& frmQX4860::Graphics() {
 }
 clsEntryFile4860& frmQX4860::EntryFile() {
     if (!mclsEntryFile) {
-        if (!mHost) mHost = std::make_unique<ApplicationEntryFileHost>(App());
+        if (!mHost)
+            mHost = std::make_unique<ApplicationEntryFileHost>(App());
         mclsEntryFile = std::make_unique<clsEntryFile4860>(*mHost);
     }
     return *mclsEntryFile;
@@ -257,7 +258,9 @@ void frmQX4860::SetDevice(const std::string& device) {
     EntryFile().SetForm(*this);
 }
 
-std::string frmQX4860::Checksum() { return IntegerText(EntryFile().Checksum()); }
+std::string frmQX4860::Checksum() {
+    return IntegerText(EntryFile().Checksum());
+}
 
 void frmQX4860::MakeEntryFile(const std::string& path) {
     EntryFile().MakeEntryFile();
@@ -276,7 +279,9 @@ std::string frmQX4860::PinName(int index) const {
     return mastrPinName[static_cast<size_t>(index)];
 }
 
-void frmQX4860::FillFromEntryFile(clsEntryFile& data) { EntryFile().Fill4860Form(data); }
+void frmQX4860::FillFromEntryFile(clsEntryFile& data) {
+    EntryFile().Fill4860Form(data);
+}
 
 bool frmQX4860::PreScale(int index) const {
     if (index < 0 || index >= static_cast<int>(mablnPreScale.size())) {
@@ -294,7 +299,9 @@ void frmQX4860::SetPreScale(int index, bool value) {
     mablnPreScale[static_cast<size_t>(index)] = value;
 }
 
-const std::string& frmQX4860::PLLText(int i) const { return mastrPLLText.at(static_cast<size_t>(i)); }
+const std::string& frmQX4860::PLLText(int i) const {
+    return mastrPLLText.at(static_cast<size_t>(i));
+}
 
 // ---------------------------------------------------------------- load
 
@@ -390,13 +397,19 @@ void frmQX4860::SetDefaultOptions() {
     DisplayPinout();
 }
 
-double frmQX4860::DieVoltage() const { return mclsDie ? mclsDie->mdblVoltage : 5.0; }
-void frmQX4860::SetDieVoltage(double voltage) { Die().mdblVoltage = voltage; }
+double frmQX4860::DieVoltage() const {
+    return mclsDie ? mclsDie->mdblVoltage : 5.0;
+}
+void frmQX4860::SetDieVoltage(double voltage) {
+    Die().mdblVoltage = voltage;
+}
 
 void frmQX4860::GetCurrentPLLLimits() {
     DeviceRules().GetCurrentPLLLimits(*this, Reference(), Die());
 }
-void frmQX4860::SetNewPLLLimits() { DeviceRules().SetNewPLLLimits(*this, Reference(), Die()); }
+void frmQX4860::SetNewPLLLimits() {
+    DeviceRules().SetNewPLLLimits(*this, Reference(), Die());
+}
 
 bool frmQX4860::LimitsEqualDefaults() {
     std::vector<double> currentMin(3), currentMax(3), defaultMin(3), defaultMax(3);
@@ -405,7 +418,9 @@ bool frmQX4860::LimitsEqualDefaults() {
     return currentMin == defaultMin && currentMax == defaultMax;
 }
 
-double frmQX4860::ReferenceMinimum() const { return mclsReference ? mclsReference->Minimum() : 1; }
+double frmQX4860::ReferenceMinimum() const {
+    return mclsReference ? mclsReference->Minimum() : 1;
+}
 double frmQX4860::ReferenceMaximum() const {
     return mclsReference ? mclsReference->Maximum() : 30;
 }
@@ -505,12 +520,14 @@ void frmQX4860::opt14Pin_Click() {
 
 void frmQX4860::vsbOutput_Change() {
     picOutputDisplay.SetTop(-static_cast<double>(kRowHeight) * vsbOutput.Value());
-    if (vsbPLLData.Value() != vsbOutput.Value()) vsbPLLData.SetValue(vsbOutput.Value());
+    if (vsbPLLData.Value() != vsbOutput.Value())
+        vsbPLLData.SetValue(vsbOutput.Value());
 }
 
 void frmQX4860::vsbPLLData_Change() {
     picPLLData.SetTop(-static_cast<double>(kRowHeight) * vsbPLLData.Value());
-    if (vsbOutput.Value() != vsbPLLData.Value()) vsbOutput.SetValue(vsbPLLData.Value());
+    if (vsbOutput.Value() != vsbPLLData.Value())
+        vsbOutput.SetValue(vsbPLLData.Value());
 }
 
 void frmQX4860::AdjustScrollBar(int i) {
@@ -544,10 +561,13 @@ void frmQX4860::cmdCalculate_Click() {
     App().gblnNeedsCalculate = false;
     cmdCalculate.SetBackColor(colors::Grey);
     SetEnabled(wasEnabled);
-    if (Enabled()) SetFocus();
+    if (Enabled())
+        SetFocus();
 }
 
-double frmQX4860::Frequency(int i) const { return Val(txtPLL[i].Text()); }
+double frmQX4860::Frequency(int i) const {
+    return Val(txtPLL[i].Text());
+}
 
 void frmQX4860::FillBlankPLLs() {
     double first = 0;
@@ -557,10 +577,12 @@ void frmQX4860::FillBlankPLLs() {
             break;
         }
     }
-    if (!(first > 0)) return;
+    if (!(first > 0))
+        return;
     const std::string text = mShared::FormatFrequencyLong(first);
     for (int i = 0; i < mintPLLCount; ++i) {
-        if (Frequency(i) <= 0) txtPLL[i].SetText(text);
+        if (Frequency(i) <= 0)
+            txtPLL[i].SetText(text);
     }
 }
 
@@ -632,8 +654,7 @@ void frmQX4860::DisplayAllActuals() {
     }
 }
 
-void frmQX4860::DisplayActualOutput(ListField& divider, double desired, ListField& actual,
-                                    int i) {
+void frmQX4860::DisplayActualOutput(ListField& divider, double desired, ListField& actual, int i) {
     const std::string source = divider.Text();
     if (Trim(source) == "Off") {
         actual.Clear();
@@ -659,7 +680,8 @@ void frmQX4860::DisplayActualOutput(ListField& divider, double desired, ListFiel
 
 double frmQX4860::OutputMaximum() const {
     const bool threeVolt = DieVoltage() == 3.3;
-    if (lblDevice.Caption() == "QX4860F") return threeVolt ? 80 : 100;
+    if (lblDevice.Caption() == "QX4860F")
+        return threeVolt ? 80 : 100;
     return threeVolt ? 100 : 130;
 }
 
@@ -672,7 +694,8 @@ void frmQX4860::CheckPLLLimits() {
     const bool referenceFromPLL = StartsWith(cboRefClkDiv.Text(), 'P');
     for (int i = 0; i < kRows; ++i) {
         mShared::CheckLimits(txtPLL[i], Die().MinimumPLLVoltage(), Die().MaximumPLLVoltage());
-        if (txtPLL[i].ForeColor() != colors::Red) continue;
+        if (txtPLL[i].ForeColor() != colors::Red)
+            continue;
         if (clockAFromPLL) {
             lblDesiredClkA[i].SetForeColor(colors::Red);
             cboActualClkA[i].SetForeColor(colors::Red);
@@ -687,17 +710,20 @@ void frmQX4860::CheckPLLLimits() {
 // ---------------------------------------------------------------- dividers and lists
 
 void frmQX4860::EnablePLLTextboxes() {
-    if (cboClkADiv.ListCount() == 0 || cboRefClkDiv.ListCount() == 0) return;
+    if (cboClkADiv.ListCount() == 0 || cboRefClkDiv.ListCount() == 0)
+        return;
     if (StartsWith(cboClkADiv.Text(), 'R') && StartsWith(cboRefClkDiv.Text(), 'R')) {
         for (int i = 0; i < mintPLLCount; ++i) {
-            if (!txtPLL[i].Enabled()) continue;
+            if (!txtPLL[i].Enabled())
+                continue;
             mastrPLLText[static_cast<size_t>(i)] = txtPLL[i].Text();
             txtPLL[i].SetText("Off");
             txtPLL[i].SetEnabled(false);
         }
     } else {
         for (int i = 0; i < mintPLLCount; ++i) {
-            if (txtPLL[i].Enabled()) continue;
+            if (txtPLL[i].Enabled())
+                continue;
             txtPLL[i].SetEnabled(true);
             txtPLL[i].SetText(mastrPLLText[static_cast<size_t>(i)]);
         }
@@ -732,7 +758,8 @@ void frmQX4860::ActualClick(ListField& divider, ListField& actual, int i) {
     const bool fromPLL = StartsWith(divider.Text(), 'P');
     const int n = actual.ListIndex();
     if (fromPLL && cboPLLData[i].ListIndex() != n) {
-        if (n >= 0 && n < cboPLLData[i].ListCount()) cboPLLData[i].SetListIndex(n);
+        if (n >= 0 && n < cboPLLData[i].ListCount())
+            cboPLLData[i].SetListIndex(n);
         AdjustScrollBar(i);
     }
     if (fromPLL && txtPLL[i].ForeColor() == colors::Red) {
@@ -752,25 +779,35 @@ void frmQX4860::cboActualRefClk_Click(int Index) {
 
 // ---------------------------------------------------------------- inputs and options
 
-void frmQX4860::txtPLL_Change(int) { MarkCalculateDue(); }
+void frmQX4860::txtPLL_Change(int) {
+    MarkCalculateDue();
+}
 
 void frmQX4860::txtPLL_LostFocus(int Index) {
     LeaveFrequencyField(txtPLL[Index], Die().MinimumPLLVoltage(), Die().MaximumPLLVoltage());
 }
 
-void frmQX4860::chkSmoothSlew_Click() { MarkCalculateDue(); }
+void frmQX4860::chkSmoothSlew_Click() {
+    MarkCalculateDue();
+}
 
 void frmQX4860::chkPLLStop_Click() {
-    if (chkPLLStop.Value() == 1) chkPLLAndOscillatorStop.SetValue(0);
+    if (chkPLLStop.Value() == 1)
+        chkPLLAndOscillatorStop.SetValue(0);
 }
 
 void frmQX4860::chkPLLAndOscillatorStop_Click() {
-    if (chkPLLAndOscillatorStop.Value() == 1) chkPLLStop.SetValue(0);
+    if (chkPLLAndOscillatorStop.Value() == 1)
+        chkPLLStop.SetValue(0);
 }
 
-void frmQX4860::chkOEClockA_Click() { DisplayPinout(); }
+void frmQX4860::chkOEClockA_Click() {
+    DisplayPinout();
+}
 
-void frmQX4860::chkPowerDown_Click() { DisplayPinout(); }
+void frmQX4860::chkPowerDown_Click() {
+    DisplayPinout();
+}
 
 void frmQX4860::chkOEReference_Click() {
     CheckBox* const stops[2] = {&chkPLLStop, &chkPLLAndOscillatorStop};
@@ -795,15 +832,19 @@ void frmQX4860::chkOEReference_Click() {
 
 void frmQX4860::DisplayPinout() {
     Graphics().mintPackage = Graphics().SOIC();
-    if (!mblnFormReady) return;
+    if (!mblnFormReady)
+        return;
     if (opt8Pin.Value()) {
         mAsciiPrintout::GetPinout4860p8(mastrPinName, "");
     } else {
         mAsciiPrintout::GetPinout4860p14(mastrPinName, "powerdown");
         if (mastrPinName.size() > 10) {
-            if (chkPowerDown.Value() != 1) mastrPinName[6] = "OE";
-            if (chkOEClockA.Value() != 1) mastrPinName[10] = "NC";
-            if (chkOEReference.Value() != 1) mastrPinName[9] = "NC";
+            if (chkPowerDown.Value() != 1)
+                mastrPinName[6] = "OE";
+            if (chkOEClockA.Value() != 1)
+                mastrPinName[10] = "NC";
+            if (chkOEReference.Value() != 1)
+                mastrPinName[9] = "NC";
         }
     }
     Graphics().DrawChip(picPinout, lblDevice.Caption(), mastrPinName, 1.0);
@@ -830,10 +871,10 @@ void frmQX4860::CalculatePower() {
         model.mdblFCore = Val(cboPLLData[r].Text());
         model.mdblFClock1 = Val(cboActualClkA[r].Text());
         model.mdblFClock2 = Val(cboActualRefClk[r].Text());
-        power.SetCell(r, 0,
-                      mShared::DisplayBinary(static_cast<std::int16_t>(r),
-                                             static_cast<std::int16_t>(width)) +
-                          std::string(static_cast<size_t>(5 - width), ' '));
+        power.SetCell(
+            r, 0,
+            mShared::DisplayBinary(static_cast<std::int16_t>(r), static_cast<std::int16_t>(width)) +
+                std::string(static_cast<size_t>(5 - width), ' '));
         power.SetCell(r, 1, GeneralNumber(model.CalculateICC(1)));
         power.SetCell(r, 2, GeneralNumber(model.CalculateICC(0)));
     }

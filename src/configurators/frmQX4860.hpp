@@ -23,7 +23,7 @@ class EntryFileHost;
 // Each row has its own counters; a row may run its VCO at twice the frequency behind a
 // divide-by-two prescaler.
 class frmQX4860 : public Configurator {
-public:
+  public:
     explicit frmQX4860(Application& app);
     ~frmQX4860() override;
 
@@ -135,7 +135,7 @@ public:
     PictureBox picOutputDisplay;
     PictureBox picPLLData;
 
-protected:
+  protected:
     void InitializeControls() override;
     void InitializeDieClass() override;
     void InitializePLLClass() override;
@@ -150,7 +150,7 @@ protected:
     void FillFromEntryFile(clsEntryFile& data) override;
     void ReleaseObjects() override;
 
-private:
+  private:
     void RegisterFields();
     void ConnectEvents();
     void LayOutRows();
