@@ -500,7 +500,11 @@ void frmQX4860::UpdateFormControls() {
         }
     }
     mablnPreScale.resize(static_cast<size_t>(mintPLLCount), false);
-    mastrPLLText.resize(static_cast<size_t>(mintPLLCount));
+    // The saved texts of rows beyond the package stay, so that they come back with 14 pin.
+    if (mastrPLLText.size() < static_cast<size_t>(mintPLLCount))
+        mastrPLLText.resize(static_cast<size_t>(mintPLLCount));
+    // Rows that come into use follow the dividers as the rows already in use do.
+    EnablePLLTextboxes();
     mblnFormReady = true;
     DisplayPinout();
     Status("");
@@ -725,7 +729,8 @@ void frmQX4860::EnablePLLTextboxes() {
             if (txtPLL[i].Enabled())
                 continue;
             txtPLL[i].SetEnabled(true);
-            txtPLL[i].SetText(mastrPLLText[static_cast<size_t>(i)]);
+            const std::string& saved = mastrPLLText[static_cast<size_t>(i)];
+            txtPLL[i].SetText(saved.empty() ? "Off" : saved);
         }
     }
 }

@@ -382,6 +382,29 @@ TEST(frmQX4860Dividers, BothOnReferenceDisableEveryRowAndPLLBringsTheTextsBack) 
     EXPECT_EQ(form.lblDesiredClkA[0].Caption(), " 20.00000");
 }
 
+TEST(frmQX4860Dividers, RowsBeyondEightPinKeepTheirTextsThroughAPackageRoundTrip) {
+    QX4860Document doc;
+    doc.UsePLL();
+    frmQX4860& form = doc.Form();
+    doc.Type(form.txtPLL[5], "70");
+    doc.Pick(form.cboClkADiv, "Ref");
+    doc.Pick(form.cboRefClkDiv, "Ref");
+    ASSERT_EQ(form.txtPLL[5].Text(), "Off");
+    form.opt8Pin.SetValue(true);
+    doc.Pick(form.cboClkADiv, "PLL");
+    EXPECT_TRUE(form.txtPLL[0].Enabled());
+    EXPECT_FALSE(form.txtPLL[5].Enabled());  // not in use in 8 pin
+    // Back in 14 pin the rows that come into use follow the dividers at once.
+    form.opt14Pin.SetValue(true);
+    EXPECT_TRUE(form.txtPLL[5].Enabled());
+    EXPECT_EQ(form.txtPLL[5].Text(), "70.0");
+    EXPECT_EQ(form.txtPLL[6].Text(), "Off");
+    doc.Pick(form.cboClkADiv, "Ref");
+    EXPECT_FALSE(form.txtPLL[5].Enabled());
+    doc.Pick(form.cboClkADiv, "PLL/3");
+    EXPECT_EQ(form.txtPLL[5].Text(), "70.0");
+}
+
 // ---------------------------------------------------------------- package
 
 TEST(frmQX4860Package, FourteenToEightAndBackRestoresTheThreeChecks) {
