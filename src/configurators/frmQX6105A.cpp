@@ -1,5 +1,6 @@
 #include "configurators/frmQX6105A.hpp"
 
+#include "configurators/ApplicationEntryFileHost.hpp"
 #include "configurators/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
@@ -8,8 +9,10 @@
 #include "core/clsQX4860.hpp"
 #include "core/clsReference.hpp"
 #include "core/mShared.hpp"
+#include "entryfile/clsEntryFile4860.hpp"
 #include "power/clsPower4860.hpp"
 #include "power/frmPower.hpp"
+#include "reports/mAsciiPrintout.hpp"
 #include "shell/Application.hpp"
 
 namespace pendulon {
@@ -149,20 +152,58 @@ clsQX4860& frmQX6105A::DeviceRules() {
     return *mclsDevice;
 }
 
+clsEntryFile4860& frmQX6105A::EntryFile() {
+    if (!mclsEntryFile) {
+        mobjEntryHost = std::make_unique<ApplicationEntryFileHost>(App());
+        mclsEntryFile = std::make_unique<clsEntryFile4860>(*mobjEntryHost);
+    }
+    return *mclsEntryFile;
+}
+
 void frmQX6105A::ReleaseObjects() {
     mclsPLL.reset();
     mclsReference.reset();
     mclsDie.reset();
     mclsDevice.reset();
-    mclsGraphics.reset();
     mclsEntryFile.reset();
+    mobjEntryHost.reset();
 }
 
 // ---------------------------------------------------------------- device and load
 
 void frmQX6105A::SetDevice(const std::string& device) {
     Configurator::SetDevice(device);
+    EntryFile().SetForm(*this);
     opt5V.SetEnabled(device != "QX6105AI");
+}
+
+std::string frmQX6105A::Checksum() { return std::to_string(EntryFile().Checksum()); }
+
+void frmQX6105A::MakeEntryFile(const std::string& path) {
+    EntryFile().MakeEntryFile();
+    EntryFile().WriteEntryFile(path);
+}
+
+void frmQX6105A::MakeEPROMVector(const std::string& path, bool fromForm) {
+    EntryFile().MakeEPROMVector(path, fromForm);
+}
+
+std::string frmQX6105A::PinName(int index) const {
+    if (index < 0 || index >= static_cast<int>(mastrPinName.size())) {
+        App().Errors().Raise(errors::SubscriptOutOfRange, "frmQX6105A.PinName [Property Get]");
+        return "";
+    }
+    return mastrPinName[static_cast<size_t>(index)];
+}
+
+void frmQX6105A::DisplayPinout() {
+    const std::string device = lblDevice.Caption();
+    if (device != "QX6105A" && device != "QX6105AF" && device != "QX6105AI") {
+        RaiseError(10301, "DisplayPinout", "Invalid device: " + device);
+        return;
+    }
+    mAsciiPrintout::GetPinout6105A(mastrPinName, optFS.Value() ? "Select" : "OE");
+    picPinout.Cls();
 }
 
 void frmQX6105A::InitializeControls() {

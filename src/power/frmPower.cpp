@@ -22,7 +22,8 @@ constexpr double kTableFontSize = 8;
 
 // The text right-aligned in width characters; a longer text keeps its left part.
 std::string RightAlign(const std::string& text, size_t width) {
-    if (text.size() >= width) return text.substr(0, width);
+    if (text.size() >= width)
+        return text.substr(0, width);
     return std::string(width - text.size(), ' ') + text;
 }
 
@@ -32,8 +33,10 @@ std::vector<std::string> SplitLines(const std::string& text) {
     while (true) {
         const size_t end = text.find_first_of("\r\n", start);
         lines.push_back(text.substr(start, end == std::string::npos ? end : end - start));
-        if (end == std::string::npos) break;
-        start = end + ((text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n') ? 2 : 1);
+        if (end == std::string::npos)
+            break;
+        start =
+            end + ((text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n') ? 2 : 1);
     }
     return lines;
 }
@@ -75,24 +78,35 @@ void frmPower::Form_Load() {
     Clear();
 }
 
-void frmPower::Form_Unload() { mobjParentForm = nullptr; }
-
-void frmPower::CalculatePower() {
-    if (mobjParentForm != nullptr) mobjParentForm->CalculatePower();
+void frmPower::Form_Unload() {
+    mobjParentForm = nullptr;
 }
 
-void frmPower::Clear() { lstPower.Clear(); }
+void frmPower::CalculatePower() {
+    if (mobjParentForm != nullptr)
+        mobjParentForm->CalculatePower();
+}
 
-void frmPower::SetColCount(int value) { mintColCount = std::clamp(value, 0, kMaxColumns); }
+void frmPower::Clear() {
+    lstPower.Clear();
+}
 
-void frmPower::SetRowCount(int value) { mintRowCount = std::clamp(value, 0, kMaxRows); }
+void frmPower::SetColCount(int value) {
+    mintColCount = std::clamp(value, 0, kMaxColumns);
+}
+
+void frmPower::SetRowCount(int value) {
+    mintRowCount = std::clamp(value, 0, kMaxRows);
+}
 
 void frmPower::SetHead(int index, const std::string& text) {
-    if (index >= 0 && index < kMaxColumns) mastrHead[static_cast<size_t>(index)] = text;
+    if (index >= 0 && index < kMaxColumns)
+        mastrHead[static_cast<size_t>(index)] = text;
 }
 
 void frmPower::SetUnit(int index, const std::string& text) {
-    if (index >= 0 && index < kMaxColumns) mastrUnit[static_cast<size_t>(index)] = text;
+    if (index >= 0 && index < kMaxColumns)
+        mastrUnit[static_cast<size_t>(index)] = text;
 }
 
 void frmPower::SetCell(int row, int column, const std::string& text) {
@@ -109,18 +123,21 @@ std::string frmPower::Unit(int index) const {
 }
 
 std::string frmPower::Cell(int row, int column) const {
-    if (row < 0 || row > kMaxRows || column < 0 || column >= kMaxColumns) return {};
+    if (row < 0 || row > kMaxRows || column < 0 || column >= kMaxColumns)
+        return {};
     return mastrCell[static_cast<size_t>(row)][static_cast<size_t>(column)];
 }
 
 void frmPower::SetFootnote(const std::string& text) {
     lblFootnote.SetCaption(text);
     lblFootnote.SetVisible(!text.empty());
-    if (text.empty()) lblFootnote.SetHeight(0);
+    if (text.empty())
+        lblFootnote.SetHeight(0);
 }
 
 PictureBox* frmPower::ParentPicture() const {
-    if (mobjParentForm == nullptr) return nullptr;
+    if (mobjParentForm == nullptr)
+        return nullptr;
     Field* field = mobjParentForm->Fields().Find("picPower");
     if (field != nullptr && field->Kind() == FieldKind::Picture)
         return static_cast<PictureBox*>(field);
@@ -128,7 +145,8 @@ PictureBox* frmPower::ParentPicture() const {
 }
 
 void frmPower::ShowPower() {
-    if (mobjParentForm == nullptr) return;
+    if (mobjParentForm == nullptr)
+        return;
 
     // The footnote names the supplies of the two cases at the parent's voltage.
     bool lowVoltage = false;
@@ -170,7 +188,8 @@ void frmPower::ShowPower() {
         lstPower.AddItem(line);
     }
 
-    if (picture != nullptr) Paint(*picture);
+    if (picture != nullptr)
+        Paint(*picture);
 }
 
 void frmPower::Paint(PictureBox& picture) {
@@ -181,7 +200,8 @@ void frmPower::Paint(PictureBox& picture) {
     picture.SetFont(kTableFont, kTableFontSize, false);
     const double lineHeight = picture.TextHeight("mA");
     double textWidth = picture.TextWidth(lblHead.Caption());
-    for (const auto& line : lstPower.Items()) textWidth = std::max(textWidth, picture.TextWidth(line));
+    for (const auto& line : lstPower.Items())
+        textWidth = std::max(textWidth, picture.TextWidth(line));
     const auto footnoteLines = SplitLines(lblFootnote.Caption());
     if (lblFootnote.Visible()) {
         for (const auto& line : footnoteLines)
@@ -250,13 +270,17 @@ void frmPower::Paint(PictureBox& picture) {
     picture.Refresh();
 }
 
-void frmPower::HidePower() { app_.Main().mnuViewPower.SetChecked(false); }
+void frmPower::HidePower() {
+    app_.Main().mnuViewPower.SetChecked(false);
+}
 
 void frmPower::MouseDown(int button, int /*shift*/, double x, double y) {
-    if (button != 1) return;
+    if (button != 1)
+        return;
     const double l = lblClose.Left();
     const double t = lblClose.Top();
-    if (x < l || x > l + lblClose.Width() || y < t || y > t + lblClose.Height()) return;
+    if (x < l || x > l + lblClose.Width() || y < t || y > t + lblClose.Height())
+        return;
     Window* child = app_.ActiveChild();
     PictureBox* picture = nullptr;
     if (child != nullptr) {
@@ -264,8 +288,10 @@ void frmPower::MouseDown(int button, int /*shift*/, double x, double y) {
         if (field != nullptr && field->Kind() == FieldKind::Picture)
             picture = static_cast<PictureBox*>(field);
     }
-    if (picture == nullptr) picture = ParentPicture();
-    if (picture != nullptr) mShared::ShowWindow(app_, *picture, false);
+    if (picture == nullptr)
+        picture = ParentPicture();
+    if (picture != nullptr)
+        mShared::ShowWindow(app_, *picture, false);
     HidePower();
 }
 

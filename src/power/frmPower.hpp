@@ -17,7 +17,7 @@ class PictureBox;
 // them into text lines and paints them on the configurator's picPower. The window itself is
 // never shown: its fields are the layout the painting follows.
 class frmPower : public Window {
-public:
+  public:
     explicit frmPower(Application& app);
 
     // Stores the configurator that owns the table; a null parent makes ShowPower do nothing.
@@ -58,7 +58,7 @@ public:
     static constexpr int kMaxColumns = 8;
     static constexpr int kMaxRows = 32;
 
-private:
+  private:
     void Paint(PictureBox& picture);
     PictureBox* ParentPicture() const;
 

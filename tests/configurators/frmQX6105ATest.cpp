@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "QX6105ATestSupport.hpp"
+#include "power/frmPower.hpp"
+#include "shell/frmMain.hpp"
 #include "core/cls4860Die.hpp"
 
 namespace pendulon {
@@ -296,22 +298,22 @@ TEST(QX6105AHints, FieldsShowTheirHintsAndClearThemOnLeaving) {
     QX6105ADocument doc;
     frmQX6105A& form = doc.Form();
     form.txtPLL[0].RaiseGotFocus();
-    EXPECT_EQ(doc.app->Main().lblHelpInfo.Caption(), "PLL Range: 4-200MHz at current voltage.");
+    EXPECT_EQ(doc.app->Main().lblHelpInfo.Caption(), " PLL Range: 4-200MHz at current voltage.");
     form.SetFocusTo(nullptr);
     form.txtPLL[0].RaiseLostFocus();
     EXPECT_EQ(doc.app->Main().lblHelpInfo.Caption(), "");
     form.cboClkDiv[1].RaiseGotFocus();
     EXPECT_EQ(doc.app->Main().lblHelpInfo.Caption(),
-              "Output Range: 0.5-130MHz at 5V, 0.5-100MHz at 3.3V");
+              " Output Range: 0.5-130MHz at 5V, 0.5-100MHz at 3.3V");
     form.chkSmoothSlew.RaiseGotFocus();
     EXPECT_EQ(doc.app->Main().lblHelpInfo.Caption(),
-              "Smooth slew: frequency changes smoothly and monotonically.");
+              " Smooth slew: frequency changes smoothly and monotonically.");
     form.txtPLLMax[2].RaiseGotFocus();
     EXPECT_EQ(doc.app->Main().lblHelpInfo.Caption(),
-              "There are no maximums to PLL frequency, P or Q.");
+              " There are no maximums to PLL frequency, P or Q.");
     form.cboFRef.RaiseGotFocus();
     EXPECT_EQ(doc.app->Main().lblHelpInfo.Caption(),
-              "Reference Range: 10-25MHz for crystal, 1-30MHz for external clock.");
+              " Reference Range: 10-25MHz for crystal, 1-30MHz for external clock.");
 }
 
 TEST(QX6105APower, FillsOneRowForOutputEnableAndTwoForFrequencySelect) {

@@ -95,7 +95,7 @@ TEST(mHelpShow, HintsGoToTheMainWindowsHintLine) {
     testing::QX6105ADocument doc("QX6105AF");
     mHelp::ShowDeviceHint(12, doc.Form());
     EXPECT_EQ(doc.app->Main().lblHelpInfo.Caption(),
-              "Output Range: 0.5-100MHz at 5V, 0.5-80MHz at 3.3V");
+              " Output Range: 0.5-100MHz at 5V, 0.5-80MHz at 3.3V");
     mHelp::ShowHint(0, doc.Form());
     EXPECT_EQ(doc.app->Main().lblHelpInfo.Caption(), "");
 }

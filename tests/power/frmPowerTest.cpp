@@ -22,7 +22,7 @@ using Type = DrawOp::Type;
 // A small document window with what the power table reads by name: the voltage options and
 // picPower. Its CalculatePower fills the table as a QX7311 window does for idle outputs.
 class PowerTestForm : public Configurator {
-public:
+  public:
     explicit PowerTestForm(Application& app) : Configurator(app, "frmPowerTest") {
         opt3V.SetGroup("voltage");
         opt5V.SetGroup("voltage");
@@ -72,7 +72,7 @@ public:
 };
 
 class PowerWindowTest : public ::testing::Test {
-protected:
+  protected:
     HeadlessPlatform platform;
     Application app{platform};
     frmPower& power = app.Power();
@@ -87,7 +87,8 @@ protected:
     std::vector<DrawOp> Ops(const PictureBox& pic, Type type) {
         std::vector<DrawOp> result;
         for (const auto& op : pic.DisplayList())
-            if (op.type == type) result.push_back(op);
+            if (op.type == type)
+                result.push_back(op);
         return result;
     }
 };
@@ -137,8 +138,7 @@ TEST_F(PowerWindowTest, CalculateOnQX7311AtFiveVoltsBuildsTheLinesAndTheFootnote
     power.SetParentForm(&form);
     power.CalculatePower();
     EXPECT_EQ(form.calculations, 1);
-    EXPECT_EQ(power.lblFootnote.Caption(),
-              "Typical: 5.0V 18pF Load\r\n   Worst: 5.5V 30pF Load");
+    EXPECT_EQ(power.lblFootnote.Caption(), "Typical: 5.0V 18pF Load\r\n   Worst: 5.5V 30pF Load");
     EXPECT_TRUE(power.lblFootnote.Visible());
     // Widths 7, 8 and 8: headings right-aligned, a blank ahead of each.
     EXPECT_EQ(power.HeadingLine(), " S2:S0  Typical  Worst ");
@@ -153,8 +153,7 @@ TEST_F(PowerWindowTest, FootnoteAtThreeVoltsNamesThreePointSixWorst) {
     PowerTestForm& form = OpenForm();
     form.opt3V.SetValue(true);
     form.CalculatePower();
-    EXPECT_EQ(power.lblFootnote.Caption(),
-              "Typical: 3.3V 18pF Load\r\n   Worst: 3.6V 30pF Load");
+    EXPECT_EQ(power.lblFootnote.Caption(), "Typical: 3.3V 18pF Load\r\n   Worst: 3.6V 30pF Load");
     // 1.8 x 3.3 = 5.94 and 1.8 x 4.0 = 7.2.
     EXPECT_EQ(power.lstPower.List(0), "   000     6mA     7mA ");
 }
