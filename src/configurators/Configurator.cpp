@@ -45,7 +45,9 @@ Configurator::Configurator(Application& app, std::string formName)
 
 Configurator::~Configurator() = default;
 
-bool Configurator::PreScale(int) const { return false; }
+bool Configurator::PreScale(int) const {
+    return false;
+}
 void Configurator::SetPreScale(int, bool) {}
 
 // ---------------------------------------------------------------- registration and events
@@ -333,8 +335,10 @@ bool Configurator::Form_QueryUnload(int unloadMode) {
     } else {
         cancel = app_.Main().CancelChildUnload();
     }
-    if (!cancel) app_.Main().InitializeMenu(true);
-    if (cancel) app_.DeviceForm().cmdCancel_Click();
+    if (!cancel)
+        app_.Main().InitializeMenu(true);
+    if (cancel)
+        app_.DeviceForm().cmdCancel_Click();
     return cancel;
 }
 

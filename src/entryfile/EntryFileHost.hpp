@@ -11,7 +11,7 @@ class ListField;
 // title texts, the common header block, the summary fields, the detail setting of the main
 // window, its status and hint lines and the first recent-file entry.
 class EntryFileHost {
-public:
+  public:
     virtual ~EntryFileHost() = default;
     virtual ErrorReport& Errors() = 0;
     virtual std::string Title() = 0;            // the application title
@@ -27,14 +27,12 @@ public:
 
 // The members of a configurator the entry-file classes use beyond its named fields.
 class EntryForm {
-public:
+  public:
     virtual ~EntryForm() = default;
     virtual std::string Device() const = 0;
     virtual bool PreScale(int index) const = 0;
     virtual void SetPreScale(int index, bool value) = 0;
     virtual void cmdApplyLimits_Click() = 0;
-    // Puts a known P and Q into a PLL data list, as the form's loop object would.
-    virtual void StoreVCOPAndQ(ListField& list, double reference, double p, double q) = 0;
     virtual Window& Fields() = 0;
 };
 

@@ -3,7 +3,9 @@
 #include "configurators/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
+#include "core/clsPLL.hpp"
 #include "core/mShared.hpp"
+#include "entryfile/ApplicationEntryFileHost.hpp"
 #include "entryfile/Checksums.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "platform/CheckBox.hpp"
@@ -21,36 +23,33 @@ const std::string kCrLf = "\r\n";
 constexpr long kObjectDoesNotSupport = 438;
 constexpr long kFileAccessError = 75;
 
-std::string Text(long long value) { return IntegerText(value); }
+std::string Text(long long value) {
+    return IntegerText(value);
+}
 
 // Four binary digits of a selection number.
-std::string Sel4(int sel) { return mShared::DisplayBinary(static_cast<std::int16_t>(sel), 4); }
+std::string Sel4(int sel) {
+    return mShared::DisplayBinary(static_cast<std::int16_t>(sel), 4);
+}
 
-double GetP(const std::string& data) { return Val(mShared::GetSubstring(data, "P:", "Q:")); }
-double GetQ(const std::string& data) { return Val(mShared::GetSubstring(data, "Q:", "")); }
-
-// A PLL data string for a known P and Q; the empty-slot pair shows a VCO of 0.
-std::string PLLDataString(double reference, double p, double q) {
-    const double vco = (p <= 0 || q <= 0) ? 0.0 : 2.0 * reference * p / q;
-    return FormatNumber(vco, "0.000000") + " P:" + GeneralNumber(p) + " Q:" + GeneralNumber(q);
+double GetP(const std::string& data) {
+    return Val(mShared::GetSubstring(data, "P:", "Q:"));
+}
+double GetQ(const std::string& data) {
+    return Val(mShared::GetSubstring(data, "Q:", ""));
 }
 
 // A configurator seen through the members the entry-file classes use.
 class ConfiguratorEntryForm : public EntryForm {
-public:
+  public:
     explicit ConfiguratorEntryForm(Configurator& form) : form_(form) {}
     std::string Device() const override { return form_.Device(); }
     bool PreScale(int index) const override { return form_.PreScale(index); }
     void SetPreScale(int index, bool value) override { form_.SetPreScale(index, value); }
     void cmdApplyLimits_Click() override { form_.cmdApplyLimits_Click(); }
-    void StoreVCOPAndQ(ListField& list, double reference, double p, double q) override {
-        list.Clear();
-        list.AddItem(PLLDataString(reference, p, q));
-        list.SetListIndex(0);
-    }
     Window& Fields() override { return form_; }
 
-private:
+  private:
     Configurator& form_;
 };
 
@@ -65,6 +64,10 @@ struct Selections {
 }  // namespace
 
 clsEntryFile4860::clsEntryFile4860(EntryFileHost& host) : host_(host), entry_(host.Errors()) {}
+clsEntryFile4860::clsEntryFile4860(Application& app)
+    : ownHost_(std::make_unique<ApplicationEntryFileHost>(app)),
+      host_(*ownHost_),
+      entry_(host_.Errors()) {}
 clsEntryFile4860::~clsEntryFile4860() = default;
 
 bool clsEntryFile4860::Is4860Device(const std::string& device) {
@@ -81,7 +84,8 @@ void clsEntryFile4860::SetForm(Configurator& form) {
 }
 
 void clsEntryFile4860::SetForm(std::unique_ptr<EntryForm> form) {
-    if (form && IsFamilyDevice(form->Device())) form_ = std::move(form);
+    if (form && IsFamilyDevice(form->Device()))
+        form_ = std::move(form);
 }
 
 Field* clsEntryFile4860::Find(EntryForm& form, const std::string& name) {
@@ -95,8 +99,10 @@ Field* clsEntryFile4860::Find(EntryForm& form, const std::string& name) {
 // An option set or a check box ticked.
 bool clsEntryFile4860::On(EntryForm& form, const std::string& name) {
     Field* field = Find(form, name);
-    if (auto* option = dynamic_cast<OptionButton*>(field)) return option->Value();
-    if (auto* check = dynamic_cast<CheckBox*>(field)) return check->Value() == 1;
+    if (auto* option = dynamic_cast<OptionButton*>(field))
+        return option->Value();
+    if (auto* check = dynamic_cast<CheckBox*>(field))
+        return check->Value() == 1;
     return false;
 }
 
@@ -119,13 +125,15 @@ void clsEntryFile4860::GetConfigurationEPROMBit(EntryForm& form, const std::stri
     };
     auto oe = [&](const std::string& x, bool y) { return isOff(x) ? 3 : (y ? 1 : 0); };
     auto mux = [&](const std::string& x) {
-        if (isOff(x)) return 0;
+        if (isOff(x))
+            return 0;
         auto* list = dynamic_cast<ListField*>(Find(form, x));
         return list ? list->ListIndex() : 0;
     };
 
     const std::string which = Trim(strWhichBit);
-    const bool numeric = !which.empty() && which.find_first_not_of("0123456789") == std::string::npos &&
+    const bool numeric = !which.empty() &&
+                         which.find_first_not_of("0123456789") == std::string::npos &&
                          which.size() <= 2;
     const int n = numeric ? std::stoi(which) : -1;
     if (n < 0 || n > 17) {
@@ -139,11 +147,21 @@ void clsEntryFile4860::GetConfigurationEPROMBit(EntryForm& form, const std::stri
     const bool pins14 = is4860 && On(form, "opt14Pin");
     int value = 0;
     switch (n) {
-        case 0: value = 0; break;
-        case 1: value = checkValue("chkSmoothSlew"); break;
-        case 2: value = On(form, "opt5V") ? 1 : 0; break;
-        case 3: value = On(form, "opt3V") ? 1 : 0; break;
-        case 4: value = 0; break;
+        case 0:
+            value = 0;
+            break;
+        case 1:
+            value = checkValue("chkSmoothSlew");
+            break;
+        case 2:
+            value = On(form, "opt5V") ? 1 : 0;
+            break;
+        case 3:
+            value = On(form, "opt3V") ? 1 : 0;
+            break;
+        case 4:
+            value = 0;
+            break;
         case 5: {
             if (On(form, "opt3V")) {
                 value = 0;
@@ -151,27 +169,44 @@ void clsEntryFile4860::GetConfigurationEPROMBit(EntryForm& form, const std::stri
             }
             value = 1;
             for (int j = 0;; ++j) {
-                auto* list = form.Fields().Fields().FindAs<ListField>(
-                    "cboPLLData(" + std::to_string(j) + ")");
-                if (!list) break;
-                if (Val(list->Text()) > 195) value = 0;
+                auto* list = form.Fields().Fields().FindAs<ListField>("cboPLLData(" +
+                                                                      std::to_string(j) + ")");
+                if (!list)
+                    break;
+                if (Val(list->Text()) > 195)
+                    value = 0;
             }
             break;
         }
-        case 6: value = is6105 ? 0 : 1; break;
-        case 7: value = is6105 ? 0 : (pins14 ? 1 : 0); break;
-        case 8: value = is6105 ? (On(form, "optFS") ? 1 : 0) : (pins14 ? 0 : 1); break;
-        case 9: value = is6105 ? 0 : (checkValue("chkPowerDown") == 1 ? 0 : 1); break;
-        case 10: value = is6105 ? 0 : checkValue("chkPLLAndOscillatorStop"); break;
-        case 11:
-            value = is6105 ? 0
-                           : ((checkValue("chkPLLStop") == 1 ||
-                               checkValue("chkPLLAndOscillatorStop") == 1)
-                                  ? 1
-                                  : 0);
+        case 6:
+            value = is6105 ? 0 : 1;
             break;
-        case 12: value = is6105 ? oe("cboClkDiv(1)", On(form, "optOE")) : 3; break;
-        case 13: value = is6105 ? mux("cboClkDiv(1)") : 0; break;
+        case 7:
+            value = is6105 ? 0 : (pins14 ? 1 : 0);
+            break;
+        case 8:
+            value = is6105 ? (On(form, "optFS") ? 1 : 0) : (pins14 ? 0 : 1);
+            break;
+        case 9:
+            value = is6105 ? 0 : (checkValue("chkPowerDown") == 1 ? 0 : 1);
+            break;
+        case 10:
+            value = is6105 ? 0 : checkValue("chkPLLAndOscillatorStop");
+            break;
+        case 11:
+            value =
+                is6105
+                    ? 0
+                    : ((checkValue("chkPLLStop") == 1 || checkValue("chkPLLAndOscillatorStop") == 1)
+                           ? 1
+                           : 0);
+            break;
+        case 12:
+            value = is6105 ? oe("cboClkDiv(1)", On(form, "optOE")) : 3;
+            break;
+        case 13:
+            value = is6105 ? mux("cboClkDiv(1)") : 0;
+            break;
         case 14:
             if (is6105)
                 value = oe("cboClkDiv(0)", On(form, "optOE"));
@@ -180,7 +215,9 @@ void clsEntryFile4860::GetConfigurationEPROMBit(EntryForm& form, const std::stri
             else
                 value = isOff("cboRefClkDiv") ? 3 : 0;
             break;
-        case 15: value = is6105 ? mux("cboClkDiv(0)") : mux("cboRefClkDiv"); break;
+        case 15:
+            value = is6105 ? mux("cboClkDiv(0)") : mux("cboRefClkDiv");
+            break;
         case 16:
             if (is6105)
                 value = oe("cboClkDiv(2)", On(form, "optOE"));
@@ -189,7 +226,9 @@ void clsEntryFile4860::GetConfigurationEPROMBit(EntryForm& form, const std::stri
             else  // 2, not 1: the 14-pin clock A enable is its own code
                 value = (pins14 && On(form, "chkOEClockA")) ? 2 : 0;
             break;
-        case 17: value = is6105 ? mux("cboClkDiv(2)") : mux("cboClkADiv"); break;
+        case 17:
+            value = is6105 ? mux("cboClkDiv(2)") : mux("cboClkADiv");
+            break;
     }
     result = static_cast<std::int16_t>(value);
 }
@@ -214,13 +253,27 @@ void clsEntryFile4860::GetCPUEPROMBit(EntryForm& form, const std::string& strWhi
         return list ? list->Text() : std::string();
     };
     switch (b) {
-        case 0: result = 0; break;
-        case 1: result = form.PreScale(k) ? 1 : 0; break;
-        case 2: result = Val(data()) < 20 ? 1 : 0; break;
-        case 3: result = 1; break;
-        case 4: result = 1; break;
-        case 5: result = GetP(data()); break;
-        case 6: result = GetQ(data()); break;
+        case 0:
+            result = 0;
+            break;
+        case 1:
+            result = form.PreScale(k) ? 1 : 0;
+            break;
+        case 2:
+            result = Val(data()) < 20 ? 1 : 0;
+            break;
+        case 3:
+            result = 1;
+            break;
+        case 4:
+            result = 1;
+            break;
+        case 5:
+            result = GetP(data());
+            break;
+        case 6:
+            result = GetQ(data());
+            break;
     }
 }
 
@@ -228,41 +281,68 @@ void clsEntryFile4860::GetCPUEPROMBit(EntryForm& form, const std::string& strWhi
 
 namespace {
 std::string CommentI(int n, bool details) {
-    if (!details) return {};
+    if (!details)
+        return {};
     switch (n) {
-        case 0: return "  Enable Async OE";
-        case 1: return "  Enable smooth slewing";
-        case 2: return "  Enable TTL thresholds (for 5V operation)";
-        case 3: return "  Enable extra drive (for 3V operation)";
-        case 4: return "  Enable VReg Boost signal (always 0)";
+        case 0:
+            return "  Enable Async OE";
+        case 1:
+            return "  Enable smooth slewing";
+        case 2:
+            return "  Enable TTL thresholds (for 5V operation)";
+        case 3:
+            return "  Enable extra drive (for 3V operation)";
+        case 4:
+            return "  Enable VReg Boost signal (always 0)";
         case 5:
             return "  Enable Voltage Regulator (3V: when VCO < 120, 5V: when VCO < 190)" + kCrLf;
-        case 6: return "  Clk2 is output on Pad 17 / Pad 1 is an input";
-        case 7: return "  Pad 12 is OE(CLK1)";
-        case 8: return "  Pad 10 is FS1";
-        case 9: return "  Pad 7 is OE only, disable Full Chip Shutdown" + kCrLf;
-        case 10: return " Enable Crystal Shutdown (1 bit)";
-        case 11: return " Enable PLL Shutdown (1 bit)" + kCrLf;
-        case 12: return " CLK3 OE control  (2 bits --- range: 0-3)";
-        case 13: return " CLK3 Mux control (3 bits --- range: 0-7)";
-        case 14: return " CLK2 OE control  (2 bits --- range: 0-3)";
-        case 15: return " CLK2 Mux control (3 bits --- range: 0-7)";
-        case 16: return " CLK1 OE control  (2 bits --- range: 0-3)";
-        case 17: return " CLK1 Mux control (3 bits --- range: 0-7)" + kCrLf;
-        default: return {};
+        case 6:
+            return "  Clk2 is output on Pad 17 / Pad 1 is an input";
+        case 7:
+            return "  Pad 12 is OE(CLK1)";
+        case 8:
+            return "  Pad 10 is FS1";
+        case 9:
+            return "  Pad 7 is OE only, disable Full Chip Shutdown" + kCrLf;
+        case 10:
+            return " Enable Crystal Shutdown (1 bit)";
+        case 11:
+            return " Enable PLL Shutdown (1 bit)" + kCrLf;
+        case 12:
+            return " CLK3 OE control  (2 bits --- range: 0-3)";
+        case 13:
+            return " CLK3 Mux control (3 bits --- range: 0-7)";
+        case 14:
+            return " CLK2 OE control  (2 bits --- range: 0-3)";
+        case 15:
+            return " CLK2 Mux control (3 bits --- range: 0-7)";
+        case 16:
+            return " CLK1 OE control  (2 bits --- range: 0-3)";
+        case 17:
+            return " CLK1 Mux control (3 bits --- range: 0-7)" + kCrLf;
+        default:
+            return {};
     }
 }
 
 std::string CommentCPUText(int b, bool details) {
     switch (b) {
-        case 0: return details ? " RESERVED (1 bit)" : "";
-        case 1: return details ? " Force Div/2 prescale on PLL output (1 bit)" : "";
-        case 2: return details ? " PLL charge pump 2uA (low current) setting (1 bit)" : "";
-        case 3: return details ? " Add 10ns to PLL slew delay window (1 Bit)" : "";
-        case 4: return details ? " Add 5ns to PLL slew delay window (1 bit)" : "";
-        case 5: return " P (decimal P Value)";
-        case 6: return " Q (decimal Q Value)" + kCrLf;
-        default: return {};
+        case 0:
+            return details ? " RESERVED (1 bit)" : "";
+        case 1:
+            return details ? " Force Div/2 prescale on PLL output (1 bit)" : "";
+        case 2:
+            return details ? " PLL charge pump 2uA (low current) setting (1 bit)" : "";
+        case 3:
+            return details ? " Add 10ns to PLL slew delay window (1 Bit)" : "";
+        case 4:
+            return details ? " Add 5ns to PLL slew delay window (1 bit)" : "";
+        case 5:
+            return " P (decimal P Value)";
+        case 6:
+            return " Q (decimal Q Value)" + kCrLf;
+        default:
+            return {};
     }
 }
 
@@ -276,7 +356,8 @@ std::string CommentF(int n, bool details) {
         else if (n >= 10 && n <= 16)
             result = " Desired PLL freq sel " + Sel4(n - 1);
     }
-    if (n == 8) result += kCrLf;
+    if (n == 8)
+        result += kCrLf;
     return result;
 }
 }  // namespace
@@ -296,7 +377,8 @@ void clsEntryFile4860::CommentCPU(int b, std::string& result) const {
 // ---- The image ---------------------------------------------------------------------------------
 
 void clsEntryFile4860::MakeEntryFile() {
-    if (!form_) return;
+    if (!form_)
+        return;
     EntryForm& form = *form_;
     ErrorReport& errors = host_.Errors();
     clsEntryFile& e = entry_;
@@ -361,10 +443,12 @@ void clsEntryFile4860::MakeEntryFile() {
 }
 
 bool clsEntryFile4860::OutOfRange() {
-    if (!form_) return false;
+    if (!form_)
+        return false;
     for (const char* name : {"txtPLL(0)", "txtPLL(1)"}) {
         Field* field = form_->Fields().Fields().Find(name);
-        if (field && field->ForeColor() == colors::Red) return true;
+        if (field && field->ForeColor() == colors::Red)
+            return true;
     }
     return false;
 }
@@ -373,11 +457,14 @@ std::string clsEntryFile4860::EntryFileText(const clsEntryFile& e, const std::st
                                             const std::string& header, bool details,
                                             bool outOfRange) {
     std::string out = header + kCrLf;
-    if (outOfRange) out += "***PLL(s) ARE OUT OF DEFAULT RANGE***" + kCrLf + kCrLf;
+    if (outOfRange)
+        out += "***PLL(s) ARE OUT OF DEFAULT RANGE***" + kCrLf + kCrLf;
     const bool is4860 = Is4860Device(device);
-    if (is4860) out += "Package: " + e.mstrPackage + kCrLf + kCrLf;
+    if (is4860)
+        out += "Package: " + e.mstrPackage + kCrLf + kCrLf;
     out += "# s " + mShared::PadOutputString(e.mstrPartDescription, 15) + kCrLf;
-    if (is4860) out += "# p " + Text(e.mintPValue) + kCrLf;
+    if (is4860)
+        out += "# p " + Text(e.mintPValue) + kCrLf;
     out += kCrLf;
     for (int n = 0; n <= 16; ++n)
         out += "# f " + mShared::FormatFrequencyFixed(e.f(n), 1) + " ;" + Text(n) +
@@ -465,7 +552,8 @@ std::string clsEntryFile4860::EPROMVectorText(const clsEntryFile& e, const std::
     std::string out = std::string(1, '\x02') + kCrLf;
     out += "Generated by " + title + " - " + build + kCrLf;
     out += "Varnhol Semiconductor" + kCrLf;
-    if (outOfRange) out += kCrLf + "    PLL(S) ARE OUT OF DEFAULT RANGE" + kCrLf + kCrLf;
+    if (outOfRange)
+        out += kCrLf + "    PLL(S) ARE OUT OF DEFAULT RANGE" + kCrLf + kCrLf;
     out += "*" + kCrLf;
     if (device == "QX4860" || device == "QX4860F" || device == "QX6105AF")
         out += "QP00" + Text(e.mintPValue) + "* QF0884* G0 *" + kCrLf;
@@ -473,7 +561,8 @@ std::string clsEntryFile4860::EPROMVectorText(const clsEntryFile& e, const std::
     const std::string fuses = FuseMap(e);
     for (size_t row = 0; row < 17; ++row) {
         out += fuses.substr(row * 52, 52);
-        if (row == 16) out += "*";
+        if (row == 16)
+            out += "*";
         out += kCrLf;
     }
     out += "C" + mShared::CalculateJEDECChecksum(fuses) + "*" + kCrLf;
@@ -517,7 +606,8 @@ T* As(Window& w, const std::string& name) {
 
 void SetReference(Window& w, double reference) {
     auto* ref = As<ListField>(w, "cboFRef");
-    if (!ref) return;
+    if (!ref)
+        return;
     const std::string value = GeneralNumber(reference);
     if (!mShared::SetListIndex(*ref, value)) {
         ref->SetText(value);
@@ -526,36 +616,44 @@ void SetReference(Window& w, double reference) {
 }
 
 void SetOption(Window& w, const std::string& name) {
-    if (auto* o = As<OptionButton>(w, name)) o->SetValue(true);
+    if (auto* o = As<OptionButton>(w, name))
+        o->SetValue(true);
 }
 
 void SetCheck(Window& w, const std::string& name, int value) {
-    if (auto* c = As<CheckBox>(w, name)) c->SetValue(value);
+    if (auto* c = As<CheckBox>(w, name))
+        c->SetValue(value);
 }
 
 void SetIndex(Window& w, const std::string& name, int index) {
-    if (auto* l = As<ListField>(w, name)) l->SetListIndex(index);
+    if (auto* l = As<ListField>(w, name))
+        l->SetListIndex(index);
 }
 
-void FillSelections(EntryForm& form, const clsEntryFile& e, const Selections& sels) {
+void FillSelections(EntryForm& form, const clsEntryFile& e, const Selections& sels,
+                    ErrorReport& errors) {
     Window& w = form.Fields();
+    // A loop with its limits as constructed: it only turns the stored P and Q into a data text.
+    clsPLL pll(errors);
+    pll.mdblReferenceFrequency = e.f(0);
     for (int k = 0; k < sels.count; ++k) {
         const int sel = sels.Sel(k);
         const int base = 18 + 7 * sel;
         const bool prescale = e.i(base + 1) == 1;
         form.SetPreScale(k, prescale);
         const double divisor = prescale ? 2 : 1;
-        if (auto* pll = As<TextField>(w, "txtPLL(" + std::to_string(k) + ")"))
-            pll->SetText(mShared::FormatFrequencyLong(e.f(sel + 1) / divisor));
+        if (auto* text = As<TextField>(w, "txtPLL(" + std::to_string(k) + ")"))
+            text->SetText(mShared::FormatFrequencyLong(e.f(sel + 1) / divisor));
         if (auto* data = As<ListField>(w, "cboPLLData(" + std::to_string(k) + ")"))
-            form.StoreVCOPAndQ(*data, e.f(0), e.i(base + 5), e.i(base + 6));
+            pll.StoreVCOPAndQ(*data, e.i(base + 5), e.i(base + 6));
     }
 }
 
 void Finish(EntryForm& form, const clsEntryFile& e) {
     Window& w = form.Fields();
     SetCheck(w, "chkSmoothSlew", e.i(1));
-    if (Field* apply = w.Fields().Find("cmdApplyLimits")) apply->SetEnabled(true);
+    if (Field* apply = w.Fields().Find("cmdApplyLimits"))
+        apply->SetEnabled(true);
     form.cmdApplyLimits_Click();
     w.SetVisible(true);
 }
@@ -563,7 +661,8 @@ void Finish(EntryForm& form, const clsEntryFile& e) {
 }  // namespace
 
 void clsEntryFile4860::Fill4860Form(const clsEntryFile& e) {
-    if (!form_) return;
+    if (!form_)
+        return;
     EntryForm& form = *form_;
     Window& w = form.Fields();
     Selections sels;
@@ -583,25 +682,28 @@ void clsEntryFile4860::Fill4860Form(const clsEntryFile& e) {
     SetIndex(w, "cboRefClkDiv", e.i(15));
     SetCheck(w, "chkOEClockA", e.i(7));
     if (e.i(16) == 2) {
-        if (e.i(7) == 1 && pins14) SetCheck(w, "chkOEClockA", 1);
+        if (e.i(7) == 1 && pins14)
+            SetCheck(w, "chkOEClockA", 1);
     } else if (e.i(16) == 3) {
         SetIndex(w, "cboClkADiv", 8);
     }
     SetCheck(w, "chkOEReference", e.i(8));
     if (e.i(14) == 1) {
-        if (e.i(8) == 0 && pins14) SetCheck(w, "chkOEReference", 1);
+        if (e.i(8) == 0 && pins14)
+            SetCheck(w, "chkOEReference", 1);
     } else if (e.i(14) == 3) {
         SetIndex(w, "cboRefClkDiv", 8);
     }
     SetCheck(w, "chkPowerDown", e.i(9) == 0 ? 1 : 0);
     SetCheck(w, "chkPLLStop", e.i(11));
     SetCheck(w, "chkPLLAndOscillatorStop", e.i(10));
-    FillSelections(form, e, sels);
+    FillSelections(form, e, sels, host_.Errors());
     Finish(form, e);
 }
 
 void clsEntryFile4860::Fill6105AForm(const clsEntryFile& e) {
-    if (!form_) return;
+    if (!form_)
+        return;
     EntryForm& form = *form_;
     Window& w = form.Fields();
     SetReference(w, e.f(0));
@@ -619,7 +721,7 @@ void clsEntryFile4860::Fill6105AForm(const clsEntryFile& e) {
         SetOption(w, "optOE");
         sels = {1, 13, 0};  // selection 1101
     }
-    FillSelections(form, e, sels);
+    FillSelections(form, e, sels, host_.Errors());
     Finish(form, e);
 }
 

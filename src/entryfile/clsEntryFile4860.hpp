@@ -8,14 +8,17 @@
 
 namespace pendulon {
 
+class Application;
 class Configurator;
 class Field;
 
 // Entry file, checksum and EPROM vector of the QX4860 family and the QX6105A family. The
 // configurator's fields are reached by name; the class does not know the form's type.
 class clsEntryFile4860 {
-public:
+  public:
     explicit clsEntryFile4860(EntryFileHost& host);
+    // Talks to the running application.
+    explicit clsEntryFile4860(Application& app);
     ~clsEntryFile4860();
 
     // Accepted only for the six devices of the two families; otherwise the form stays empty.
@@ -54,11 +57,12 @@ public:
     static bool IsFamilyDevice(const std::string& device);
     static bool Is4860Device(const std::string& device);
 
-private:
+  private:
     bool OutOfRange();
     bool On(EntryForm& form, const std::string& name);
     Field* Find(EntryForm& form, const std::string& name);
 
+    std::unique_ptr<EntryFileHost> ownHost_;
     EntryFileHost& host_;
     std::unique_ptr<EntryForm> form_;
     clsEntryFile entry_;

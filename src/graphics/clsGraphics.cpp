@@ -6,6 +6,7 @@
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
+#include "shell/Application.hpp"
 
 namespace pendulon {
 
@@ -61,6 +62,9 @@ clsGraphics::clsGraphics(ErrorReport& errors, int twipsPerPixelX, int twipsPerPi
     : errors_(errors),
       twipsX_(twipsPerPixelX > 0 ? twipsPerPixelX : 15),
       twipsY_(twipsPerPixelY > 0 ? twipsPerPixelY : 15) {}
+
+clsGraphics::clsGraphics(Application& app)
+    : clsGraphics(app.Errors(), app.gintTwipsPerPixelX, app.gintTwipsPerPixelY) {}
 
 int clsGraphics::SnapX(double k, double s) const {
     return Round(k * s / twipsX_) * twipsX_;

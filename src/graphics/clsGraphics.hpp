@@ -12,6 +12,8 @@
 
 namespace pendulon {
 
+class Application;
+
 // Draws in a raised or sunken three-dimensional style: the panels behind a window's labels,
 // and a chip in its package with its pins and pin names. Every length is snapped to whole
 // pixels of the screen so that the drawing stays crisp at any scale.
@@ -23,6 +25,8 @@ class clsGraphics {
     using Variant = std::variant<bool, std::string, double>;
 
     clsGraphics(ErrorReport& errors, int twipsPerPixelX, int twipsPerPixelY);
+    // Reports through the application and takes its screen's twips per pixel.
+    explicit clsGraphics(Application& app);
 
     // Package of the chip: SOIC() or DIP().
     int mintPackage = 0;

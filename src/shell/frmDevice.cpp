@@ -116,7 +116,8 @@ void frmDevice::DrawPinout() {
         mAsciiPrintout::GetPinout5140(pins, "OE");
     }
     picPinout[1].SetVisible(false);
-    if (!pins.empty()) graphics.DrawChip(picPinout[0], device, pins, 0.8);
+    if (!pins.empty())
+        graphics.DrawChip(picPinout[0], device, pins, 0.8);
     picPinout[0].Refresh();
 }
 

@@ -1,5 +1,3 @@
-#include "entryfile/clsEntryFile4860.hpp"
-
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -9,6 +7,10 @@
 #include "FakeForms.hpp"
 #include "entryfile/Checksums.hpp"
 #include "entryfile/ReadFile.hpp"
+#include "entryfile/clsEntryFile4860.hpp"
+#include "shell/frmMain.hpp"
+#include "shell/frmSummary.hpp"
+#include "shell/mSharedApp.hpp"
 #include "support/TestSupport.hpp"
 
 namespace pendulon {
@@ -16,13 +18,20 @@ namespace {
 
 using test::Fake4860Form;
 using test::Fake6105AForm;
-using test::SetPLLData;
-using test::SetReferenceText;
+using test::FakeFormBase;
+
+void SetPLLData(ListField& list, const std::string& text) {
+    test::SetOnlyEntry(list, text);
+}
+void SetReferenceText(ListField& list, const std::string& text) {
+    test::SetOnlyEntry(list, text);
+}
 
 // The form settings of each golden case; tests/data/make_entry_goldens.py lists the image
 // these settings must give.
-std::unique_ptr<Fake6105AForm> Form6105AFS(const std::string& device = "QX6105A") {
-    auto f = std::make_unique<Fake6105AForm>(device);
+std::unique_ptr<Fake6105AForm> Form6105AFS(Application& app,
+                                           const std::string& device = "QX6105A") {
+    auto f = std::make_unique<Fake6105AForm>(app, device);
     f->opt5V.SetValue(true);
     f->optFS.SetValue(true);
     SetReferenceText(f->cboFRef, "14.31818 MHz");
@@ -38,8 +47,8 @@ std::unique_ptr<Fake6105AForm> Form6105AFS(const std::string& device = "QX6105A"
     return f;
 }
 
-std::unique_ptr<Fake6105AForm> Form6105AOE() {
-    auto f = std::make_unique<Fake6105AForm>("QX6105A");
+std::unique_ptr<Fake6105AForm> Form6105AOE(Application& app) {
+    auto f = std::make_unique<Fake6105AForm>(app, "QX6105A");
     f->opt3V.SetValue(true);
     f->optOE.SetValue(true);
     SetReferenceText(f->cboFRef, "25.00000 MHz");
@@ -52,8 +61,8 @@ std::unique_ptr<Fake6105AForm> Form6105AOE() {
     return f;
 }
 
-std::unique_ptr<Fake6105AForm> Form6105AF() {
-    auto f = std::make_unique<Fake6105AForm>("QX6105AF");
+std::unique_ptr<Fake6105AForm> Form6105AF(Application& app) {
+    auto f = std::make_unique<Fake6105AForm>(app, "QX6105AF");
     f->opt5V.SetValue(true);
     f->optFS.SetValue(true);
     SetReferenceText(f->cboFRef, "14.31818 MHz");
@@ -65,8 +74,8 @@ std::unique_ptr<Fake6105AForm> Form6105AF() {
     return f;
 }
 
-std::unique_ptr<Fake4860Form> Form4860_14() {
-    auto f = std::make_unique<Fake4860Form>("QX4860");
+std::unique_ptr<Fake4860Form> Form4860_14(Application& app) {
+    auto f = std::make_unique<Fake4860Form>(app, "QX4860");
     f->opt5V.SetValue(true);
     f->opt14Pin.SetValue(true);
     SetReferenceText(f->cboFRef, "14.31818 MHz");
@@ -94,8 +103,8 @@ std::unique_ptr<Fake4860Form> Form4860_14() {
     return f;
 }
 
-std::unique_ptr<Fake4860Form> Form4860_8() {
-    auto f = std::make_unique<Fake4860Form>("QX4860");
+std::unique_ptr<Fake4860Form> Form4860_8(Application& app) {
+    auto f = std::make_unique<Fake4860Form>(app, "QX4860");
     f->opt5V.SetValue(true);
     f->opt8Pin.SetValue(true);
     SetReferenceText(f->cboFRef, "27.00000 MHz");
@@ -117,8 +126,8 @@ std::unique_ptr<Fake4860Form> Form4860_8() {
     return f;
 }
 
-std::unique_ptr<Fake4860Form> Form4860F(const std::string& device = "QX4860F") {
-    auto f = std::make_unique<Fake4860Form>(device);
+std::unique_ptr<Fake4860Form> Form4860F(Application& app, const std::string& device = "QX4860F") {
+    auto f = std::make_unique<Fake4860Form>(app, device);
     f->opt3V.SetValue(true);
     f->opt14Pin.SetValue(true);
     SetReferenceText(f->cboFRef, "10.00000 MHz");
@@ -135,38 +144,47 @@ std::unique_ptr<Fake4860Form> Form4860F(const std::string& device = "QX4860F") {
     return f;
 }
 
-struct GoldenCase {
-    const char* name;
-    std::unique_ptr<EntryForm> (*make)();
-};
-
-std::unique_ptr<EntryForm> MakeCase(const std::string& name) {
-    if (name == "QX6105A_FS") return Form6105AFS();
-    if (name == "QX6105A_OE") return Form6105AOE();
-    if (name == "QX6105AF") return Form6105AF();
-    if (name == "QX4860_14") return Form4860_14();
-    if (name == "QX4860_8") return Form4860_8();
-    if (name == "QX4860F") return Form4860F();
-    if (name == "QX4860I") return Form4860F("QX4860I");
+std::unique_ptr<FakeFormBase> MakeCase(Application& app, const std::string& name) {
+    if (name == "QX6105A_FS")
+        return Form6105AFS(app);
+    if (name == "QX6105A_OE")
+        return Form6105AOE(app);
+    if (name == "QX6105AF")
+        return Form6105AF(app);
+    if (name == "QX4860_14")
+        return Form4860_14(app);
+    if (name == "QX4860_8")
+        return Form4860_8(app);
+    if (name == "QX4860F")
+        return Form4860F(app);
+    if (name == "QX4860I")
+        return Form4860F(app, "QX4860I");
     return nullptr;
 }
 
-class EntryFile4860Test : public ::testing::Test, public test::ReportFixture {
-protected:
-    test::FakeHost host{errors};
-    clsEntryFile4860 cls{host};
+class EntryFile4860Test : public ::testing::Test, public test::AppFixture {
+  protected:
+    clsEntryFile4860 cls{app};
+    std::unique_ptr<FakeFormBase> form;
     std::string dir = test::MakeTempDir();
 
-    std::string EntryText(const std::string& name, bool details) {
-        auto form = MakeCase(name);
-        const std::string device = form->Device();
-        const bool out = form->Fields().Fields().Find("txtPLL(0)")->ForeColor() == colors::Red;
-        cls.SetForm(std::move(form));
-        EXPECT_NE(cls.Form(), nullptr);
-        cls.MakeEntryFile();
-        return clsEntryFile4860::EntryFileText(cls.Entry(), device, host.EntryFileHeader(),
-                                               details, out);
+    // Makes the form of a case and hands it to the class.
+    void Use(std::unique_ptr<FakeFormBase> made) {
+        form = std::move(made);
+        cls.SetForm(*form);
+        ASSERT_NE(cls.Form(), nullptr);
     }
+    void Use(const std::string& name) { Use(MakeCase(app, name)); }
+
+    std::string EntryText(const std::string& name, bool details) {
+        Use(name);
+        const bool out = form->txtPLL[0].ForeColor() == colors::Red;
+        cls.MakeEntryFile();
+        return clsEntryFile4860::EntryFileText(cls.Entry(), form->Device(),
+                                               mShared::EntryFileHeader(app), details, out);
+    }
+    std::string Hint() { return app.Main().lblHelpInfo.Caption(); }
+    std::string Status() { return app.Main().lblStatus.Caption(); }
 };
 
 class EntryFileGoldenTest : public EntryFile4860Test,
@@ -184,20 +202,18 @@ TEST_P(EntryFileGoldenTest, TextWithoutDetailsMatchesGoldenByteForByte) {
 }
 
 TEST_P(EntryFileGoldenTest, WriteEntryFileWritesTheTextAndReportsProgress) {
-    auto form = MakeCase(GetParam());
-    const std::string device = form->Device();
-    cls.SetForm(std::move(form));
+    Use(GetParam());
     cls.MakeEntryFile();
-    host.details = false;
     const std::string path = dir + "/out.ent";
-    cls.WriteEntryFile(path);
-    EXPECT_EQ(test::ReadFile(path),
-              test::ReadFile(test::DataPath("entry/" + GetParam() + "_lean.ent")));
-    ASSERT_EQ(host.status.size(), 2u);
-    EXPECT_EQ(host.status[0], "Writing " + device + " entry file...");
-    EXPECT_EQ(host.status[1], "");
-    ASSERT_EQ(host.hints.size(), 1u);
-    EXPECT_EQ(host.hints[0], "Wrote to " + path);
+    for (bool details : {true, false}) {
+        app.Main().mblnSaveEntryFileDescription = details;
+        cls.WriteEntryFile(path);
+        EXPECT_EQ(test::ReadFile(path),
+                  test::ReadFile(test::DataPath("entry/" + GetParam() +
+                                                (details ? "_details.ent" : "_lean.ent"))));
+    }
+    EXPECT_EQ(Status(), "");
+    EXPECT_EQ(Hint(), " Wrote to " + path);
 }
 
 TEST_P(EntryFileGoldenTest, GoldenFileReadsBackToTheSameImage) {
@@ -224,28 +240,26 @@ class VectorGoldenTest : public EntryFile4860Test,
                          public ::testing::WithParamInterface<std::string> {};
 
 TEST_P(VectorGoldenTest, VectorFromTheFormMatchesGoldenByteForByte) {
-    auto form = MakeCase(GetParam());
-    cls.SetForm(std::move(form));
+    Use(GetParam());
     cls.MakeEntryFile();
     const std::string path = dir + "/out.jed";
     cls.MakeEPROMVector(path, true);
     EXPECT_EQ(test::ReadFile(path), test::ReadFile(test::DataPath("entry/" + GetParam() + ".jed")));
-    ASSERT_EQ(host.hints.size(), 1u);
-    EXPECT_EQ(host.hints[0], "Wrote to " + path);
+    EXPECT_EQ(Hint(), " Wrote to " + path);
+    EXPECT_EQ(Status(), "");
     EXPECT_TRUE(platform.Messages().empty());
 }
 
 TEST_P(VectorGoldenTest, VectorFromTheSavedFileMatchesGolden) {
     const std::string name = GetParam();
-    auto form = MakeCase(name);
-    cls.SetForm(std::move(form));
+    Use(name);
     cls.MakeEntryFile();
     const std::string saved = dir + "/saved file.ent";
     cls.WriteEntryFile(saved);
     // The form then changes; the vector must come from the file, not from the form.
     cls.Entry().set_i(23, 99);
-    host.summaryFilename = "saved file.ent";
-    host.recentCaption = "&1 " + saved;
+    app.Summary().txtFilename.SetText("saved file.ent");
+    app.Main().mnuFilePathArray[1].SetCaption("&1 " + saved);
     const std::string path = dir + "/out.jed";
     cls.MakeEPROMVector(path, false);
     EXPECT_EQ(test::ReadFile(path), test::ReadFile(test::DataPath("entry/" + name + ".jed")));
@@ -255,15 +269,30 @@ INSTANTIATE_TEST_SUITE_P(Cases, VectorGoldenTest,
                          ::testing::Values("QX6105A_FS", "QX6105AF", "QX4860_14", "QX4860_8",
                                            "QX4860F", "QX4860I"));
 
+TEST_F(EntryFile4860Test, WriteShowsTheStatusWhileWritingThenTheHint) {
+    Use("QX6105AF");
+    cls.MakeEntryFile();
+    std::vector<std::string> seen;
+    app.Main().lblStatus.AddObserver([&](Field& f) { seen.push_back(f.Caption()); });
+    cls.WriteEntryFile(dir + "/s.ent");
+    ASSERT_FALSE(seen.empty());
+    EXPECT_EQ(seen.front(), "Writing QX6105AF entry file...");
+    EXPECT_EQ(seen.back(), "");
+    EXPECT_EQ(Hint(), " Wrote to " + dir + "/s.ent");
+}
+
 TEST_F(EntryFile4860Test, FormIsAcceptedOnlyForTheSixDevices) {
     for (const char* device : {"QX4860", "QX4860F", "QX4860I", "QX6105A", "QX6105AF", "QX6105AI"}) {
-        clsEntryFile4860 c(host);
-        c.SetForm(std::make_unique<Fake4860Form>(device));
-        EXPECT_NE(c.Form(), nullptr) << device;
+        clsEntryFile4860 c(app);
+        Fake4860Form f(app, device);
+        c.SetForm(f);
+        ASSERT_NE(c.Form(), nullptr) << device;
+        EXPECT_EQ(c.Form()->Device(), device);
     }
     for (const char* device : {"QX7311", "QX3350", "qx4860", "QX4860X", ""}) {
-        clsEntryFile4860 c(host);
-        c.SetForm(std::make_unique<Fake4860Form>(device));
+        clsEntryFile4860 c(app);
+        Fake4860Form f(app, device);
+        c.SetForm(f);
         EXPECT_EQ(c.Form(), nullptr) << device;
     }
 }
@@ -272,10 +301,14 @@ TEST_F(EntryFile4860Test, EightPinImageHoldsFourFrequenciesAtTheOddSelections) {
     EntryText("QX4860_8", true);
     const clsEntryFile& e = cls.Entry();
     for (int n = 1; n <= 16; ++n) {
-        if (n == 10) EXPECT_DOUBLE_EQ(e.f(n), 33.333);
-        else if (n == 12) EXPECT_DOUBLE_EQ(e.f(n), 133.332);
-        else if (n == 16) EXPECT_DOUBLE_EQ(e.f(n), 150);
-        else EXPECT_EQ(e.f(n), 0) << n;
+        if (n == 10)
+            EXPECT_DOUBLE_EQ(e.f(n), 33.333);
+        else if (n == 12)
+            EXPECT_DOUBLE_EQ(e.f(n), 133.332);
+        else if (n == 16)
+            EXPECT_DOUBLE_EQ(e.f(n), 150);
+        else
+            EXPECT_EQ(e.f(n), 0) << n;
     }
     EXPECT_EQ(e.i(18 + 7 * 9 + 5), 37);
     EXPECT_EQ(e.i(18 + 7 * 11 + 5), 42);
@@ -314,15 +347,16 @@ TEST_F(EntryFile4860Test, ILinesFromHundredOnHaveNoBlankBeforeTheComment) {
 }
 
 TEST_F(EntryFile4860Test, ConfigurationBitErrors) {
-    auto form = Form4860_14();
+    Use(Form4860_14(app));
+    EntryForm& view = *cls.Form();
     std::int16_t r = 5;
-    cls.GetConfigurationEPROMBit(*form, "18", r);
+    cls.GetConfigurationEPROMBit(view, "18", r);
     EXPECT_EQ(r, 0);
-    cls.GetConfigurationEPROMBit(*form, "x", r);
+    cls.GetConfigurationEPROMBit(view, "x", r);
     form->device = "QX7311";
-    cls.GetConfigurationEPROMBit(*form, "6", r);
+    cls.GetConfigurationEPROMBit(view, "6", r);
     EXPECT_EQ(r, 0);
-    cls.GetConfigurationEPROMBit(*form, "2", r);  // the common fields need no device
+    cls.GetConfigurationEPROMBit(view, "2", r);  // the common fields need no device
     EXPECT_EQ(r, 1);
     ASSERT_EQ(Numbers(), std::vector<long>({10102, 10102, 10103}));
     EXPECT_EQ(Description(0), "Parameter strWhichBit=18 not valid.");
@@ -330,25 +364,27 @@ TEST_F(EntryFile4860Test, ConfigurationBitErrors) {
 }
 
 TEST_F(EntryFile4860Test, CPUBitErrorsAndDefaults) {
-    auto form = Form4860_14();
+    Use(Form4860_14(app));
+    EntryForm& view = *cls.Form();
     double r = 9;
-    cls.GetCPUEPROMBit(*form, "7", 0, r);
+    cls.GetCPUEPROMBit(view, "7", 0, r);
     EXPECT_EQ(r, 0);
     EXPECT_EQ(Numbers(), std::vector<long>({10101}));
     EXPECT_EQ(Description(0), "Parameter strWhichBit=7 not valid.");
     const double defaults[7] = {0, 0, 0, 1, 1, 5, 2};
     for (int b = 0; b <= 6; ++b) {
-        cls.GetCPUEPROMBit(*form, std::to_string(b), -1, r);
+        cls.GetCPUEPROMBit(view, std::to_string(b), -1, r);
         EXPECT_EQ(r, defaults[b]);
     }
-    cls.GetCPUEPROMBit(*form, "5", 3, r);
+    cls.GetCPUEPROMBit(view, "5", 3, r);
     EXPECT_EQ(r, 137);
-    cls.GetCPUEPROMBit(*form, "1", 1, r);
+    cls.GetCPUEPROMBit(view, "1", 1, r);
     EXPECT_EQ(r, 1);
 }
 
 TEST_F(EntryFile4860Test, CommentsFollowTheDetailSetting) {
     std::string r;
+    app.Main().mblnSaveEntryFileDescription = true;
     cls.GetCommentF(0, r);
     EXPECT_EQ(r, "  Reference Frequency\r\n");
     cls.GetCommentF(9, r);
@@ -359,7 +395,7 @@ TEST_F(EntryFile4860Test, CommentsFollowTheDetailSetting) {
     EXPECT_EQ(r, " CLK1 Mux control (3 bits --- range: 0-7)\r\n");
     cls.CommentCPU(2, r);
     EXPECT_EQ(r, " PLL charge pump 2uA (low current) setting (1 bit)");
-    host.details = false;
+    app.Main().mblnSaveEntryFileDescription = false;
     cls.GetCommentF(0, r);
     EXPECT_EQ(r, "");
     cls.GetCommentF(8, r);
@@ -375,9 +411,8 @@ TEST_F(EntryFile4860Test, CommentsFollowTheDetailSetting) {
 }
 
 TEST_F(EntryFile4860Test, ChecksumRebuildsTheImageFromTheForm) {
-    cls.SetForm(Form4860_14());
+    Use(Form4860_14(app));
     const std::int16_t first = cls.Checksum();
-    auto* form = dynamic_cast<Fake4860Form*>(cls.Form());
     SetPLLData(form->cboPLLData[0], "200.000000 P:101 Q:7");
     // P - 3 goes from 01100001 to 01100010 at characters 6 to 13 of the text: the group of
     // characters 9 to 12 gains 1 and the group of 13 to 16 loses 8.
@@ -398,24 +433,25 @@ TEST_F(EntryFile4860Test, FamilyChecksumOfAllDefaultsWorkedByHand) {
     text += std::string(27, '0');
     ASSERT_EQ(text.size(), 347u);
     int expected = 0;
-    for (size_t p = 0; p + 1 < text.size(); p += 4) expected += std::stoi(text.substr(p, 4), nullptr, 2);
+    for (size_t p = 0; p + 1 < text.size(); p += 4)
+        expected += std::stoi(text.substr(p, 4), nullptr, 2);
     EXPECT_EQ(clsEntryFile4860::CalculateChecksum(e, errors), expected);
     EXPECT_EQ(mShared::CalculateChecksum(e, "QX6105AI"), std::to_string(expected));
 }
 
 TEST_F(EntryFile4860Test, OutOfRangeVectorCarriesTheWarning) {
-    auto form = Form6105AOE();
-    cls.SetForm(std::move(form));
+    Use(Form6105AOE(app));
     cls.MakeEntryFile();
     const std::string path = dir + "/oe.jed";
     cls.MakeEPROMVector(path, true);
     const std::string text = test::ReadFile(path);
-    EXPECT_NE(text.find("Varnhol Semiconductor\r\n\r\n    PLL(S) ARE OUT OF DEFAULT RANGE\r\n\r\n*\r\nL0000\r\n"),
+    EXPECT_NE(text.find("Varnhol Semiconductor\r\n\r\n    PLL(S) ARE OUT OF DEFAULT "
+                        "RANGE\r\n\r\n*\r\nL0000\r\n"),
               std::string::npos);
 }
 
 TEST_F(EntryFile4860Test, EightPinVectorSaysQP008) {
-    cls.SetForm(Form4860_8());
+    Use(Form4860_8(app));
     cls.MakeEntryFile();
     const std::string text =
         clsEntryFile4860::EPROMVectorText(cls.Entry(), "QX4860", "T", "B", false);
@@ -434,31 +470,32 @@ TEST_F(EntryFile4860Test, QX4860IAndPlainQX6105AHaveNoQPLine) {
 }
 
 TEST_F(EntryFile4860Test, VectorFromMissingSavedFileReportsAndStillWrites) {
-    cls.SetForm(Form4860F());
-    host.summaryFilename = "x.ent";
-    host.recentCaption = "&1 " + dir + "/gone.ent";
+    Use(Form4860F(app));
+    app.Summary().txtFilename.SetText("x.ent");
+    app.Main().mnuFilePathArray[1].SetCaption("&1 " + dir + "/gone.ent");
     cls.MakeEPROMVector(dir + "/v.jed", false);
     EXPECT_EQ(Numbers(), std::vector<long>({10051}));
 }
 
 TEST_F(EntryFile4860Test, WriteToMissingFolderReportsAndLeavesNothing) {
-    cls.SetForm(Form4860F());
+    Use(Form4860F(app));
     cls.MakeEntryFile();
     cls.WriteEntryFile(dir + "/no/such/folder/x.ent");
     EXPECT_EQ(Numbers(), std::vector<long>({75}));
     EXPECT_FALSE(std::filesystem::exists(dir + "/no"));
-    EXPECT_TRUE(host.hints.empty());
+    EXPECT_EQ(Hint(), "");
 }
 
 TEST_F(EntryFile4860Test, FailedWriteKeepsTheOldFile) {
     const std::string path = test::WriteBytes(dir, "keep.ent", "old");
-    std::filesystem::permissions(dir, std::filesystem::perms::owner_read |
-                                          std::filesystem::perms::owner_exec);
-    cls.SetForm(Form4860F());
+    std::filesystem::permissions(
+        dir, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+    Use(Form4860F(app));
     cls.MakeEntryFile();
     cls.WriteEntryFile(path);
     std::filesystem::permissions(dir, std::filesystem::perms::owner_all);
-    if (Numbers().empty()) GTEST_SKIP() << "running with rights that ignore folder permissions";
+    if (Numbers().empty())
+        GTEST_SKIP() << "running with rights that ignore folder permissions";
     EXPECT_EQ(test::ReadFile(path), "old");
 }
 

@@ -11,6 +11,7 @@
 #include "platform/PictureBox.hpp"
 #include "platform/TextField.hpp"
 #include "platform/Window.hpp"
+#include "shell/Application.hpp"
 
 namespace pendulon {
 namespace {
@@ -445,6 +446,21 @@ TEST_F(GraphicsTest, BodyHasShadowBevelGrooveAndNotch) {
     // The notch sits at the middle of the top edge: 1275 / 2 = 637.5 twips, 42.5 pixels to 42.
     EXPECT_DOUBLE_EQ(arcs[0].x1, 1605 + 630);
     EXPECT_DOUBLE_EQ(arcs[0].y1, 1005);
+}
+
+TEST_F(GraphicsTest, TakesThePixelSizesAndErrorsOfTheApplication) {
+    Application app(platform);
+    app.gintTwipsPerPixelX = 12;
+    app.gintTwipsPerPixelY = 20;
+    clsGraphics graphics(app);
+    EXPECT_EQ(graphics.SnapX(30, 1.0), 24);  // 30 / 12 = 2.5, to even 2 pixels of 12
+    EXPECT_EQ(graphics.SnapY(30, 1.0), 40);  // the same 2 pixels, of 20
+    EXPECT_EQ(graphics.SnapX(42, 1.0), 48);  // 3.5 to even 4
+    EXPECT_EQ(graphics.SnapY(42, 1.0), 80);
+    PanelForm form;
+    PictureBox surface;
+    graphics.DrawPanel3D(surface, &form, &form.lblPanel, clsGraphics::Variant{std::string("x")});
+    EXPECT_EQ(app.Errors().LastNumber(), 10501);
 }
 
 }  // namespace

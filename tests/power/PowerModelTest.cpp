@@ -99,6 +99,20 @@ TEST_F(PowerModelTest, Power4860WithFrequencies) {
     EXPECT_GT(power.CalculateICC(0), power.CalculateICC(1));
 }
 
+TEST_F(PowerModelTest, Power4860WorstAlwaysAboveTypical) {
+    clsPower4860 power(errors);
+    for (double vdd : {3.3, 5.0}) {
+        power.SetVDD(vdd);
+        for (double f : {0.0, 1.0, 40.0, 300.0}) {
+            power.mdblReferenceFrequency = f / 10;
+            power.mdblFCore = f;
+            power.mdblFClock1 = f / 4;
+            power.mdblFClock3 = f / 8;
+            EXPECT_GT(power.CalculateICC(0), power.CalculateICC(1)) << vdd << " " << f;
+        }
+    }
+}
+
 TEST_F(PowerModelTest, Power4860OtherCaseHasNoSupplyAndNoFloor) {
     clsPower4860 power(errors);
     power.mdblFCore = 100;

@@ -14,7 +14,7 @@ namespace {
 TEST(DeviceWindow, AllFifteenOptionsInOneGroup) {
     ShellHarness h;
     frmDevice& d = h.app.DeviceForm();
-    const char* names[] = {"QX6105A", "QX6105AF", "QX6105AI", "QX7311", "QX7311F",
+    const char* names[] = {"QX6105A", "QX6105AF", "QX6105AI", "QX7311",  "QX7311F",
                            "QX7311I", "QX7312",   "QX7312F",  "QX7312I", "QX4860",
                            "QX4860F", "QX4860I",  "QX5140",   "QX3350",  "QX3350I"};
     for (const char* name : names) {
@@ -60,7 +60,8 @@ TEST(DeviceWindow, PinoutCheckSetsTheWidthAndIsStoredOnOK) {
 
 bool HasText(const PictureBox& picture, const std::string& text) {
     for (const DrawOp& op : picture.DisplayList())
-        if (op.type == DrawOp::Type::Text && op.text == text) return true;
+        if (op.type == DrawOp::Type::Text && op.text == text)
+            return true;
     return false;
 }
 
