@@ -2,7 +2,6 @@
 
 #include <cstdint>
 
-#include "configurators/ApplicationEntryFileHost.hpp"
 #include "configurators/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
@@ -11,6 +10,7 @@
 #include "core/clsQX4860.hpp"
 #include "core/clsReference.hpp"
 #include "core/mShared.hpp"
+#include "entryfile/ApplicationEntryFileHost.hpp"
 #include "entryfile/EntryFileHost.hpp"
 #include "entryfile/clsEntryFile4860.hpp"
 #include "graphics/clsGraphics.hpp"
