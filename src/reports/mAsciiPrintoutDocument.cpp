@@ -2,6 +2,8 @@
 
 #include "platform/ErrorReport.hpp"
 #include "reports/FormFields.hpp"
+#include "reports/clsTable.hpp"
+#include "reports/mAsciiPrintout.hpp"
 
 namespace pendulon::mAsciiPrintout {
 
@@ -14,23 +16,44 @@ constexpr long kInvalidDevice = 10301;
 
 }  // namespace
 
-std::string MakeTable6105A(const Window& form) { return MakeTable(MakeTableLayout6105A(form)); }
+std::string MakeTable(const TableLayout& layout, ErrorReport& errors) {
+    // The calling order clsTable expects: counts, heading size, title, columns, cells.
+    clsTable table(errors);
+    table.SetColumnNumber(layout.ColumnNumber);
+    table.SetRowNumber(layout.RowNumber);
+    table.mintHeadingSize = layout.HeadingSize;
+    if (!layout.Title.empty()) table.mstrTitle = layout.Title;
+    for (int c = 0; c < TableLayout::kMaxColumns; ++c) {
+        if (layout.Width[c] == 0 && layout.Type[c] == 0 && layout.Format[c] == 0) continue;
+        table.SetColumnWidth(c, layout.Width[c]);
+        table.SetColumnType(c, layout.Type[c]);
+        table.SetColumnFormat(c, layout.Format[c]);
+    }
+    for (const auto& [at, text] : layout.Cells()) table.SetCell(at.first, at.second, text);
+    return table.MakeTable();
+}
 
-std::string MakeTable4860(const Window& form) { return MakeTable(MakeTableLayout4860(form)); }
+std::string MakeTable6105A(const Window& form, ErrorReport& errors) {
+    return MakeTable(MakeTableLayout6105A(form), errors);
+}
+
+std::string MakeTable4860(const Window& form, ErrorReport& errors) {
+    return MakeTable(MakeTableLayout4860(form), errors);
+}
 
 std::string MakeOutputTable(const Window& form, const std::string& device, ErrorReport& errors) {
     // Table builders by family. The QX7311 family, the QX5140 and the QX3350 join this list as
     // their tables are built.
     struct Builder {
         bool (*Matches)(const std::string& device);
-        std::string (*Make)(const Window& form);
+        std::string (*Make)(const Window& form, ErrorReport& errors);
     };
     static const Builder kBuilders[] = {
         {IsFamily6105A, MakeTable6105A},
         {IsFamily4860, MakeTable4860},
     };
     for (const Builder& builder : kBuilders)
-        if (builder.Matches(device)) return builder.Make(form);
+        if (builder.Matches(device)) return builder.Make(form, errors);
     errors.Raise(kInvalidDevice, "(mAsciiPrinout) MakeOutputTable", "Invalid device: " + device);
     return {};
 }
@@ -40,7 +63,8 @@ std::string GetASCIIDocument(const Window& form, const std::string& device,
     const std::string part = GetPartNumber(form, device, sources.Revision);
     std::string text = GetHeader(sources.SummaryInfo);
     text += "P/N: " + part + kEol;
-    text += sources.DeviceImage + kEol;
+    if (sources.PinName) text += GetDeviceImage(device, sources.PinName, 0);
+    text += kEol;
 
     text += "Reference Input: " + SelectedEntry(form, "cboFRef");
     if (Has(form, "optCrystal"))

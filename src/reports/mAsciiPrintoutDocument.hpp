@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <string>
 
 #include "reports/TableLayout.hpp"
@@ -23,7 +24,8 @@ struct DocumentSources {
     std::string Checksum;     // caption of the summary's checksum label
     std::string Title;        // application title
     std::string Build;        // build text
-    std::string DeviceImage;  // the chip drawn in characters, every row with its line end
+    // The configurator's pin table: element 0 the pin count as text, then the pin texts.
+    std::function<std::string(int)> PinName;
 };
 
 // Banner art, the rule under it, an empty line and the summary block.
@@ -45,9 +47,9 @@ TableLayout MakeTableLayout6105A(const Window& form);
 TableLayout MakeTableLayout4860(const Window& form);
 
 // A filled table laid out by clsTable.
-std::string MakeTable(const TableLayout& layout);
-std::string MakeTable6105A(const Window& form);
-std::string MakeTable4860(const Window& form);
+std::string MakeTable(const TableLayout& layout, ErrorReport& errors);
+std::string MakeTable6105A(const Window& form, ErrorReport& errors);
+std::string MakeTable4860(const Window& form, ErrorReport& errors);
 
 // The table of outputs for the device; a device whose table is not known raises 10301.
 std::string MakeOutputTable(const Window& form, const std::string& device, ErrorReport& errors);
