@@ -39,7 +39,8 @@ inline std::string Indexed(const std::string& name, int index) {
 // The entry of a list at its selection; the free text when nothing is selected.
 inline std::string SelectedEntry(const Window& form, const std::string& name) {
     const auto* list = form.Fields().FindAs<ListField>(name);
-    if (list == nullptr) return Text(form, name);
+    if (list == nullptr)
+        return Text(form, name);
     if (list->ListIndex() >= 0 && list->ListIndex() < list->ListCount())
         return list->List(list->ListIndex());
     return list->Text();
@@ -48,10 +49,14 @@ inline std::string SelectedEntry(const Window& form, const std::string& name) {
 inline bool IsFamily6105A(const std::string& device) {
     return StartsWithNoCase(device, "QX6105A");
 }
-inline bool IsFamily4860(const std::string& device) { return StartsWithNoCase(device, "QX4860"); }
+inline bool IsFamily4860(const std::string& device) {
+    return StartsWithNoCase(device, "QX4860");
+}
 inline bool IsFamily731x(const std::string& device) {
     return StartsWithNoCase(device, "QX7311") || StartsWithNoCase(device, "QX7312");
 }
-inline bool IsFamily3350(const std::string& device) { return StartsWithNoCase(device, "QX3350"); }
+inline bool IsFamily3350(const std::string& device) {
+    return StartsWithNoCase(device, "QX3350");
+}
 
 }  // namespace pendulon::FormFields

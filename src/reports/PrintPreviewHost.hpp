@@ -7,7 +7,7 @@ namespace pendulon {
 // lines and commands, the summary's checksum, and its own closing. The running application
 // provides one; tests provide their own.
 class PrintPreviewHost {
-public:
+  public:
     virtual ~PrintPreviewHost() = default;
     // Caption of message boxes.
     virtual std::string Title() = 0;

@@ -11,7 +11,7 @@ namespace pendulon {
 // checked on their own. Cells outside the column count are kept too; clsTable stores them but
 // never prints them.
 class TableLayout {
-public:
+  public:
     static constexpr int kMaxColumns = 32;
 
     std::string Title;
@@ -27,7 +27,7 @@ public:
     std::string Cell(int row, int column) const;
     const std::map<std::pair<int, int>, std::string>& Cells() const { return cells_; }
 
-private:
+  private:
     std::map<std::pair<int, int>, std::string> cells_;
 };
 

@@ -30,7 +30,8 @@ std::string WithCrLf(const std::string& text) {
         const char c = text[i];
         if (c == '\r') {
             out += "\r\n";
-            if (i + 1 < text.size() && text[i + 1] == '\n') ++i;
+            if (i + 1 < text.size() && text[i + 1] == '\n')
+                ++i;
         } else if (c == '\n') {
             out += "\r\n";
         } else {
@@ -144,7 +145,8 @@ void frmPrintPreview::Forward(MenuItem& item, const char* mainCommand) {
 std::vector<std::string> frmPrintPreview::OfferedFonts() const {
     std::vector<std::string> fonts;
     for (const char* font : kClassicFonts)
-        if (services_.FontExists(font)) fonts.push_back(font);
+        if (services_.FontExists(font))
+            fonts.push_back(font);
 
     // The system's other fixed-pitch fonts follow, by name, so the list is the same every time.
     std::vector<std::string> others = services_.FixedPitchFonts();
@@ -153,13 +155,15 @@ std::vector<std::string> frmPrintPreview::OfferedFonts() const {
         return la != lb ? la < lb : a < b;
     });
     for (const std::string& font : others) {
-        if (Trim(font).empty()) continue;
-        const bool known = std::any_of(fonts.begin(), fonts.end(), [&](const std::string& f) {
-            return EqualsNoCase(f, font);
-        });
-        if (!known) fonts.push_back(font);
+        if (Trim(font).empty())
+            continue;
+        const bool known = std::any_of(fonts.begin(), fonts.end(),
+                                       [&](const std::string& f) { return EqualsNoCase(f, font); });
+        if (!known)
+            fonts.push_back(font);
     }
-    if (fonts.empty()) fonts.push_back(services_.SystemFixedFont());
+    if (fonts.empty())
+        fonts.push_back(services_.SystemFixedFont());
     return fonts;
 }
 
@@ -195,14 +199,17 @@ void frmPrintPreview::cboPrintFont_Click() {
     cboPrintSize.SetEnabled(font == kDefaultFont);
 }
 
-void frmPrintPreview::cboPrintSize_Click() { txtPrintout.SetFont(txtPrintout.FontName(), ChosenSize()); }
+void frmPrintPreview::cboPrintSize_Click() {
+    txtPrintout.SetFont(txtPrintout.FontName(), ChosenSize());
+}
 
 void frmPrintPreview::cmdPrint_Click() {
     const int style = msgbox::YesNo | msgbox::Question;
     if (Val(host_->ChecksumCaption()) <= 0) {
         const std::string prompt = std::string("Note: File changes have not been saved. ") +
                                    "\r\n\r\n" + "Would you like to continue printing?";
-        if (services_.MsgBox(prompt, style, host_->Title()) == msgbox::No) return;
+        if (services_.MsgBox(prompt, style, host_->Title()) == msgbox::No)
+            return;
     }
 
     std::string font = cboPrintFont.Text();
@@ -232,13 +239,15 @@ void frmPrintPreview::cmdSave_Click() {
     dlgSave.DefaultExt = "txt";
     dlgSave.FileName = "*.txt";
     dlgSave.CancelError = true;
-    dlgSave.Flags = CommonDialog::OverwritePrompt | CommonDialog::HideReadOnly |
-                    CommonDialog::PathMustExist;
-    if (!services_.ShowSave(dlgSave)) return;  // cancelled: nothing to do
+    dlgSave.Flags =
+        CommonDialog::OverwritePrompt | CommonDialog::HideReadOnly | CommonDialog::PathMustExist;
+    if (!services_.ShowSave(dlgSave))
+        return;  // cancelled: nothing to do
     const std::string path = dlgSave.FileName;
 
     // One output statement: the text and the end of its last line.
-    const std::string problem = WriteTextFileAtomically(path, WithCrLf(txtPrintout.Text()) + "\r\n");
+    const std::string problem =
+        WriteTextFileAtomically(path, WithCrLf(txtPrintout.Text()) + "\r\n");
     if (!problem.empty()) {
         errors_.Raise(kFileAccessError, "(" + Name() + ") cmdSave_Click",
                       "Path/File access error: " + path + " (" + problem + ")");

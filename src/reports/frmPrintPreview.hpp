@@ -19,7 +19,7 @@ class PlatformServices;
 // Shows a text (the ASCII configuration document, or an entry file) in a fixed-pitch font,
 // prints it or saves it as a text file.
 class frmPrintPreview : public Window {
-public:
+  public:
     frmPrintPreview(PlatformServices& services, ErrorReport& errors,
                     std::unique_ptr<PrintPreviewHost> host);
     ~frmPrintPreview() override;
@@ -73,7 +73,7 @@ public:
     static constexpr const char* kDefaultFont = "Courier New";
     static constexpr int kDefaultSizeIndex = 4;  // 9 points
 
-private:
+  private:
     void BuildMenus();
     void Forward(MenuItem& item, const char* mainCommand);
     double ChosenSize() const;

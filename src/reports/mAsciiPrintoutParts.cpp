@@ -1,9 +1,7 @@
-#include "reports/mAsciiPrintoutDocument.hpp"
-
-#include "reports/FormFields.hpp"
-
 #include <array>
 
+#include "reports/FormFields.hpp"
+#include "reports/mAsciiPrintoutDocument.hpp"
 
 namespace pendulon::mAsciiPrintout {
 
@@ -84,8 +82,10 @@ std::string GetPartNumber(const Window& form, const std::string& device,
             }
         }
     }
-    if (part.empty()) return part;
-    if (!revision.empty()) part += "-" + revision;
+    if (part.empty())
+        return part;
+    if (!revision.empty())
+        part += "-" + revision;
     return part;
 }
 
@@ -103,17 +103,21 @@ std::string GetOptions(const Window& form, const std::string& device) {
             cpll = "Suspend";
         text += "CPLL: " + cpll + kEol;
         text += "SPLL: Desired = " + mShared::FormatFrequencyAbsolute(Text(form, "txtSPLL"));
-        if (Checked(form, "chkSuspendSPLL")) text += ", Suspend";
+        if (Checked(form, "chkSuspendSPLL"))
+            text += ", Suspend";
         text += kEol;
         text += "UPLL: Desired = " + mShared::FormatFrequencyAbsolute(Text(form, "txtUPLL"));
-        if (Checked(form, "chkSuspendUPLL")) text += ", Suspend";
+        if (Checked(form, "chkSuspendUPLL"))
+            text += ", Suspend";
         text += kEol;
     } else if (IsFamily6105A(device)) {
         if (OptionOn(form, "optFS")) {
-            text += "PLL(0): Desired = " +
-                    mShared::FormatFrequencyAbsolute(Text(form, "txtPLL(0)")) + kEol;
-            text += "PLL(1): Desired = " +
-                    mShared::FormatFrequencyAbsolute(Text(form, "txtPLL(1)")) + kEol;
+            text +=
+                "PLL(0): Desired = " + mShared::FormatFrequencyAbsolute(Text(form, "txtPLL(0)")) +
+                kEol;
+            text +=
+                "PLL(1): Desired = " + mShared::FormatFrequencyAbsolute(Text(form, "txtPLL(1)")) +
+                kEol;
         } else {
             // With pin 8 as output enable the one PLL is shown as typed.
             text += "PLL: Desired = " + Text(form, "txtPLL(0)") + kEol;
@@ -123,11 +127,12 @@ std::string GetOptions(const Window& form, const std::string& device) {
     } else if (IsFamily3350(device)) {
         text += "PLL: Desired = " + Text(form, "txtPLL") + kEol;
         text += std::string("PD/OE: ") + (OptionOn(form, "optPowerDown") ? "PD" : "OE") + kEol;
-        text += std::string("ASYNC/SYNC: ") + (Checked(form, "chkSynchronous") ? "SYNCH" : "ASYNCH") +
-                kEol;
+        text += std::string("ASYNC/SYNC: ") +
+                (Checked(form, "chkSynchronous") ? "SYNCH" : "ASYNCH") + kEol;
     }
     if (Has(form, "chkSmoothSlew"))
-        text += std::string("Smooth Slew: ") + (Checked(form, "chkSmoothSlew") ? "On" : "Off") + kEol;
+        text +=
+            std::string("Smooth Slew: ") + (Checked(form, "chkSmoothSlew") ? "On" : "Off") + kEol;
     return text;
 }
 
@@ -154,7 +159,8 @@ TableLayout MakeTableLayout6105A(const Window& form) {
         const int state = k / 3;
         const int output = k % 3;
         std::string label = kOutputs[output];
-        if (twoStates) label += "(" + std::to_string(state) + ")";
+        if (twoStates)
+            label += "(" + std::to_string(state) + ")";
         table.SetCell(row, 0, label);
 
         const std::string source = SelectedEntry(form, Indexed("cboClkDiv", output));
@@ -207,11 +213,15 @@ TableLayout MakeTableLayout4860(const Window& form) {
     table.Type[7] = 0;
 
     // The first heading row names the two outputs over their groups of columns.
-    const std::array<const char*, 8> groups{"", "", "OUTPUT CLKA", "", "", "OUTPUT REFCLK", "",
-                                            ""};
-    const std::array<const char*, 8> headings{
-        fourteenPins ? "FS3:FS0" : "FS1:FS0", "Desired PLL", "Desired CLKA", "Actual", "PPM",
-        "Desired REFCLK", "Actual", "PPM"};
+    const std::array<const char*, 8> groups{"", "", "OUTPUT CLKA", "", "", "OUTPUT REFCLK", "", ""};
+    const std::array<const char*, 8> headings{fourteenPins ? "FS3:FS0" : "FS1:FS0",
+                                              "Desired PLL",
+                                              "Desired CLKA",
+                                              "Actual",
+                                              "PPM",
+                                              "Desired REFCLK",
+                                              "Actual",
+                                              "PPM"};
     for (int c = 0; c < 8; ++c) {
         table.SetCell(0, c, groups[c]);
         table.SetCell(1, c, headings[c]);
@@ -220,9 +230,9 @@ TableLayout MakeTableLayout4860(const Window& form) {
     const int bits = fourteenPins ? 4 : 2;
     for (int i = 0; i < selections; ++i) {
         const int row = i + 2;
-        table.SetCell(row, 0,
-                      mShared::DisplayBinary(static_cast<std::int16_t>(i),
-                                             static_cast<std::int16_t>(bits)));
+        table.SetCell(
+            row, 0,
+            mShared::DisplayBinary(static_cast<std::int16_t>(i), static_cast<std::int16_t>(bits)));
         const std::string pll = Trim(Text(form, Indexed("txtPLL", i)));
         table.SetCell(row, 1, Val(pll) > 0 ? pll : "Off");
 
@@ -231,8 +241,8 @@ TableLayout MakeTableLayout4860(const Window& form) {
             const char* Actual;
             int Column;
         };
-        const std::array<Output, 2> outputs{{{"lblDesiredClkA", "cboActualClkA", 2},
-                                             {"lblDesiredRefClk", "cboActualRefClk", 5}}};
+        const std::array<Output, 2> outputs{
+            {{"lblDesiredClkA", "cboActualClkA", 2}, {"lblDesiredRefClk", "cboActualRefClk", 5}}};
         for (const Output& output : outputs) {
             const std::string desired = Trim(Text(form, Indexed(output.Desired, i)));
             const std::string actual = SelectedEntry(form, Indexed(output.Actual, i));

@@ -18,7 +18,7 @@ using test::Fake6105AForm;
 using test::Select;
 
 class AsciiDocumentGolden : public ::testing::Test {
-protected:
+  protected:
     AsciiDocumentGolden() : errors(platform, [] { return std::string("Pendulon(tm) 3.71"); }) {
         platform.SetNow(DateTime{2002, 1, 2, 3, 4, 5});
     }
@@ -31,8 +31,7 @@ protected:
     }
 
     mAsciiPrintout::DocumentSources Sources(std::vector<std::string> pins,
-                                            const std::string& summary,
-                                            const std::string& revision,
+                                            const std::string& summary, const std::string& revision,
                                             const std::string& checksum) {
         mAsciiPrintout::DocumentSources sources;
         sources.SummaryInfo = summary;
@@ -193,8 +192,9 @@ TEST_F(AsciiDocumentGolden, DeviceWithoutATableRaisesInvalidDeviceAndTheRestStay
     const std::string document = mAsciiPrintout::GetASCIIDocument(
         form, "QX7311", Sources(pins, Summary("", "", ""), "", "n/a"), errors);
     ASSERT_EQ(platform.Messages().size(), 1u);
-    EXPECT_EQ(platform.Messages()[0].Text,
-              ErrorReport::Text(10301, "(mAsciiPrinout) MakeOutputTable", "Invalid device: QX7311"));
+    EXPECT_EQ(
+        platform.Messages()[0].Text,
+        ErrorReport::Text(10301, "(mAsciiPrinout) MakeOutputTable", "Invalid device: QX7311"));
     EXPECT_NE(document.find("P/N: qx7311sc\r\n"), std::string::npos);
     // The table is missing; the lines behind it are still there.
     EXPECT_NE(document.find("Operating Voltage: 5.0V\r\n"), std::string::npos);

@@ -65,15 +65,15 @@ struct PartCase {
 
 TEST(AsciiPartNumber, DevicesOfTheFourFamiliesTakeTheirCodesByVoltage) {
     const PartCase cases[] = {
-        {"QX6105A", true, "qx6105asc"},   {"QX6105A", false, "qx6105asl"},
-        {"QX6105AF", true, "qx6105fsc"},  {"QX6105AF", false, "qx6105fsl"},
-        {"QX6105AI", true, "qx6105isc"},  {"QX6105AI", false, "qx6105isl"},
-        {"QX4860", true, "qx4860sc"},     {"QX4860", false, "qx4860sl"},
-        {"QX4860F", true, "qx4860fsc"},   {"QX4860F", false, "qx4860fsl"},
-        {"QX4860I", true, "qx4860isc"},   {"QX4860I", false, "qx4860isl"},
-        {"QX7311", true, "qx7311sc"},     {"QX7311I", false, "qx7311isl"},
-        {"QX7312F", true, "qx7312fsc"},   {"QX7312", false, "qx7312sl"},
-        {"QX5140", true, "qx5140sc"},     {"QX5140", false, "qx5140sl"},
+        {"QX6105A", true, "qx6105asc"},  {"QX6105A", false, "qx6105asl"},
+        {"QX6105AF", true, "qx6105fsc"}, {"QX6105AF", false, "qx6105fsl"},
+        {"QX6105AI", true, "qx6105isc"}, {"QX6105AI", false, "qx6105isl"},
+        {"QX4860", true, "qx4860sc"},    {"QX4860", false, "qx4860sl"},
+        {"QX4860F", true, "qx4860fsc"},  {"QX4860F", false, "qx4860fsl"},
+        {"QX4860I", true, "qx4860isc"},  {"QX4860I", false, "qx4860isl"},
+        {"QX7311", true, "qx7311sc"},    {"QX7311I", false, "qx7311isl"},
+        {"QX7312F", true, "qx7312fsc"},  {"QX7312", false, "qx7312sl"},
+        {"QX5140", true, "qx5140sc"},    {"QX5140", false, "qx5140sl"},
     };
     for (const PartCase& c : cases) {
         Fake6105AForm form;
@@ -299,8 +299,8 @@ TEST(Ascii4860Table, FourteenPinsHasSixteenSelectionsUnderTwoHeadingRows) {
     }
     EXPECT_EQ(t.Cell(0, 2), "OUTPUT CLKA");
     EXPECT_EQ(t.Cell(0, 5), "OUTPUT REFCLK");
-    const char* headings[] = {"FS3:FS0", "Desired PLL", "Desired CLKA", "Actual",
-                              "PPM",     "Desired REFCLK", "Actual",   "PPM"};
+    const char* headings[] = {"FS3:FS0", "Desired PLL",    "Desired CLKA", "Actual",
+                              "PPM",     "Desired REFCLK", "Actual",       "PPM"};
     for (int c = 0; c < 8; ++c) EXPECT_EQ(t.Cell(1, c), headings[c]) << c;
     EXPECT_EQ(t.Cell(2, 0), "0000");
     EXPECT_EQ(t.Cell(7, 0), "0101");
@@ -322,8 +322,7 @@ TEST(Ascii4860Table, FourteenPinsTitleNamesThePowerDownMode) {
     EXPECT_EQ(mAsciiPrintout::MakeTableLayout4860(form).Title, "(Power Down: PLL)");
     form.chkPLLStop.SetValue(0);
     form.chkPLLAndOscillatorStop.SetValue(1);
-    EXPECT_EQ(mAsciiPrintout::MakeTableLayout4860(form).Title,
-              "(Power Down: PLL & Oscillator)");
+    EXPECT_EQ(mAsciiPrintout::MakeTableLayout4860(form).Title, "(Power Down: PLL & Oscillator)");
 }
 
 TEST(Ascii4860Table, EightPinsHasFourSelectionsInTwoBitsAndNoTitle) {

@@ -20,7 +20,7 @@ inline void Select(ListField& list, const std::string& entry) {
 }
 
 class Fake6105AForm : public Window {
-public:
+  public:
     Fake6105AForm() : Window("frmQX6105A"), txtPLL(2), cboClkDiv(3), cboActual(6) {
         optFS.SetGroup("Pin8");
         optOE.SetGroup("Pin8");
@@ -48,7 +48,7 @@ public:
 };
 
 class Fake4860Form : public Window {
-public:
+  public:
     Fake4860Form()
         : Window("frmQX4860"),
           txtPLL(16),
@@ -89,7 +89,7 @@ public:
 
 // Only the option fields of the other families, for their option lines and part numbers.
 class FakeOptionsForm : public Window {
-public:
+  public:
     FakeOptionsForm() : Window("frmOther") {
         opt5V.SetGroup("Voltage");
         opt3V.SetGroup("Voltage");
