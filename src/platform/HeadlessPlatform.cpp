@@ -12,32 +12,23 @@ namespace pendulon {
 int msgbox::DefaultAnswer(int style) {
     const int buttons = style & 7;
     const int which = (style & DefaultButton3) ? 2 : (style & DefaultButton2) ? 1 : 0;
-    static const int kAnswers[6][3] = {{OK, OK, OK},           {OK, Cancel, Cancel},
+    static const int kAnswers[6][3] = {{OK, OK, OK},          {OK, Cancel, Cancel},
                                        {Abort, Retry, Ignore}, {Yes, No, Cancel},
                                        {Yes, No, No},          {Retry, Cancel, Cancel}};
-    if (buttons > 5)
-        return OK;
+    if (buttons > 5) return OK;
     return kAnswers[buttons][which];
 }
 
 const char* msgbox::AnswerName(int answer) {
     switch (answer) {
-        case OK:
-            return "ok";
-        case Cancel:
-            return "cancel";
-        case Abort:
-            return "abort";
-        case Retry:
-            return "retry";
-        case Ignore:
-            return "ignore";
-        case Yes:
-            return "yes";
-        case No:
-            return "no";
-        default:
-            return "none";
+        case OK: return "ok";
+        case Cancel: return "cancel";
+        case Abort: return "abort";
+        case Retry: return "retry";
+        case Ignore: return "ignore";
+        case Yes: return "yes";
+        case No: return "no";
+        default: return "none";
     }
 }
 
@@ -46,19 +37,16 @@ int msgbox::AnswerFromName(const std::string& name) {
     std::transform(lower.begin(), lower.end(), lower.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     for (int answer = OK; answer <= No; ++answer)
-        if (lower == AnswerName(answer))
-            return answer;
+        if (lower == AnswerName(answer)) return answer;
     return 0;
 }
 
 DateTime SourceDateOr(DateTime fallback) {
     const char* epoch = std::getenv("SOURCE_DATE_EPOCH");
-    if (epoch == nullptr || *epoch == '\0')
-        return fallback;
+    if (epoch == nullptr || *epoch == '\0') return fallback;
     char* end = nullptr;
     const long long seconds = std::strtoll(epoch, &end, 10);
-    if (end == nullptr || *end != '\0')
-        return fallback;
+    if (end == nullptr || *end != '\0') return fallback;
     return DateTime::FromUnixSeconds(seconds);
 }
 
@@ -77,42 +65,32 @@ int HeadlessPlatform::MsgBox(const std::string& prompt, int style, const std::st
     }
     Message message{title, prompt, style, answer};
     messages_.push_back(message);
-    if (OnMessage)
-        OnMessage(message);
+    if (OnMessage) OnMessage(message);
     return answer;
 }
 
 bool HeadlessPlatform::NextFileAnswer(CommonDialog& dialog) {
     dialogs_.push_back(dialog);
-    if (fileAnswers_.empty())
-        return false;
+    if (fileAnswers_.empty()) return false;
     auto answer = fileAnswers_.front();
     fileAnswers_.pop_front();
-    if (!answer)
-        return false;
+    if (!answer) return false;
     dialog.FileName = *answer;
     return true;
 }
 
-bool HeadlessPlatform::ShowOpen(CommonDialog& dialog) {
-    return NextFileAnswer(dialog);
-}
-bool HeadlessPlatform::ShowSave(CommonDialog& dialog) {
-    return NextFileAnswer(dialog);
-}
+bool HeadlessPlatform::ShowOpen(CommonDialog& dialog) { return NextFileAnswer(dialog); }
+bool HeadlessPlatform::ShowSave(CommonDialog& dialog) { return NextFileAnswer(dialog); }
 
 bool HeadlessPlatform::ShowPrinter(CommonDialog& dialog) {
     dialogs_.push_back(dialog);
-    if (printerAnswers_.empty())
-        return false;
+    if (printerAnswers_.empty()) return false;
     const bool ok = printerAnswers_.front();
     printerAnswers_.pop_front();
     return ok;
 }
 
-void HeadlessPlatform::ShowHelp(CommonDialog& dialog) {
-    help_.push_back(dialog.HelpFile);
-}
+void HeadlessPlatform::ShowHelp(CommonDialog& dialog) { help_.push_back(dialog.HelpFile); }
 
 void HeadlessPlatform::QueueModal(const std::string& windowName,
                                   std::function<void(Window&)> action) {
@@ -134,11 +112,9 @@ void HeadlessPlatform::ShowModal(Window& window) {
 std::string HeadlessPlatform::GetSetting(const std::string& app, const std::string& section,
                                          const std::string& key, const std::string& defaultValue) {
     auto a = store_.find(app);
-    if (a == store_.end())
-        return defaultValue;
+    if (a == store_.end()) return defaultValue;
     auto s = a->second.find(section);
-    if (s == a->second.end())
-        return defaultValue;
+    if (s == a->second.end()) return defaultValue;
     auto k = s->second.find(key);
     return k == s->second.end() ? defaultValue : k->second;
 }
@@ -148,13 +124,9 @@ void HeadlessPlatform::SaveSetting(const std::string& app, const std::string& se
     store_[app][section][key] = value;
 }
 
-void HeadlessPlatform::DeleteSetting(const std::string& app) {
-    store_.erase(app);
-}
+void HeadlessPlatform::DeleteSetting(const std::string& app) { store_.erase(app); }
 
-bool HeadlessPlatform::SettingsExist(const std::string& app) {
-    return store_.count(app) != 0;
-}
+bool HeadlessPlatform::SettingsExist(const std::string& app) { return store_.count(app) != 0; }
 
 void HeadlessPlatform::SetSystemKey(const std::string& keyPath, std::optional<std::string> value) {
     systemKeys_[keyPath] = std::move(value);
@@ -162,8 +134,7 @@ void HeadlessPlatform::SetSystemKey(const std::string& keyPath, std::optional<st
 
 std::optional<std::string> HeadlessPlatform::ReadSystemKey(const std::string& keyPath) {
     auto it = systemKeys_.find(keyPath);
-    if (it == systemKeys_.end())
-        return std::nullopt;
+    if (it == systemKeys_.end()) return std::nullopt;
     return it->second;
 }
 
@@ -172,11 +143,9 @@ std::string HeadlessPlatform::TempFileName(const std::string& folder, const std:
     for (int attempt = 0; attempt < 1000; ++attempt) {
         fs::path candidate = fs::path(folder) / (prefix + std::to_string(++tempCounter_) + ".tmp");
         std::error_code ec;
-        if (fs::exists(candidate, ec))
-            continue;
+        if (fs::exists(candidate, ec)) continue;
         std::ofstream create(candidate);
-        if (!create)
-            return {};
+        if (!create) return {};
         return candidate.string();
     }
     return {};
@@ -193,17 +162,14 @@ bool HeadlessPlatform::FontExists(const std::string& name) {
 }
 
 bool HeadlessPlatform::PrinterHasFont(const std::string& name) {
-    if (!printerFonts_)
-        return FontExists(name);
+    if (!printerFonts_) return FontExists(name);
     return std::find(printerFonts_->begin(), printerFonts_->end(), name) != printerFonts_->end();
 }
 
 bool HeadlessPlatform::PrintText(const std::string& fontName, double size,
                                  const std::string& text) {
-    if (printerFails_)
-        return false;
-    if (!fontName.empty() && !PrinterHasFont(fontName))
-        return false;
+    if (printerFails_) return false;
+    if (!fontName.empty() && !PrinterHasFont(fontName)) return false;
     printed_.push_back({fontName, size, text});
     return true;
 }

@@ -14,7 +14,7 @@ namespace pendulon {
 // by their default button), dialogs are answered from a queue (a missing answer is a cancel),
 // settings live in memory, and the clock is fixed or comes from SOURCE_DATE_EPOCH.
 class HeadlessPlatform : public PlatformServices {
-  public:
+public:
     struct Message {
         std::string Title;
         std::string Text;
@@ -31,9 +31,7 @@ class HeadlessPlatform : public PlatformServices {
     // Scripting.
     void QueueAnswer(int answer) { answers_.push_back(answer); }
     // A path for the next open or save dialog; std::nullopt is a cancel.
-    void QueueFileAnswer(std::optional<std::string> path) {
-        fileAnswers_.push_back(std::move(path));
-    }
+    void QueueFileAnswer(std::optional<std::string> path) { fileAnswers_.push_back(std::move(path)); }
     void QueuePrinterAnswer(bool ok) { printerAnswers_.push_back(ok); }
     // What the user does in the next modal window of that name; without one the window is
     // closed as it came.
@@ -105,7 +103,7 @@ class HeadlessPlatform : public PlatformServices {
     bool PrinterHasFont(const std::string& name) override;
     bool PrintText(const std::string& fontName, double size, const std::string& text) override;
 
-  private:
+private:
     bool NextFileAnswer(CommonDialog& dialog);
 
     std::deque<int> answers_;

@@ -48,7 +48,7 @@ inline constexpr int kPointerHourglass = 11;
 // What the product asks of the platform it runs on. One headless implementation serves tests
 // and the command line; the desktop has one on Qt.
 class PlatformServices {
-  public:
+public:
     virtual ~PlatformServices() = default;
 
     // Message boxes. Returns the answer (msgbox::OK, msgbox::Yes, ...).
