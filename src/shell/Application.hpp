@@ -9,6 +9,8 @@
 namespace pendulon {
 
 class Window;
+class Field;
+class PictureBox;
 class Configurator;
 class frmMain;
 class frmDevice;
@@ -18,7 +20,7 @@ class frmPower;
 // The running program: its platform, its globals, the lasting windows and the children. There
 // is no other global state, so a test can build as many applications as it likes.
 class Application {
-public:
+  public:
     explicit Application(PlatformServices& services);
     ~Application();
     Application(const Application&) = delete;
@@ -43,6 +45,8 @@ public:
     static constexpr int kVersionMajor = 3;
     static constexpr int kVersionMinor = 71;
     static constexpr int kVersionRevision = 10;
+    // Application name in the settings store.
+    static constexpr const char* kSettingsApp = "Pendulon";
 
     // The lasting windows; they live from start to exit.
     frmMain& Main() { return *main_; }
@@ -62,19 +66,30 @@ public:
     void SetDocument(std::unique_ptr<Configurator> document);
     // Unloads the document: query unload with the mode, then unload. False when cancelled.
     bool UnloadDocument(int unloadMode);
-    void SetPreview(std::unique_ptr<Window> preview);
+    // The preview and what its Save does (it saves the document text it shows).
+    void SetPreview(std::unique_ptr<Window> preview, std::function<void()> save = {});
+    void SavePreview();
     // Unloads the preview; false when it refused.
     bool UnloadPreview();
+
+    // Creates the window of a device; when unset, the built-in device table is used. Tests and
+    // the command line may put their own in.
+    std::function<std::unique_ptr<Configurator>(Application&, const std::string&)>
+        ConfiguratorFactory;
 
     // The desktop hears of children as they come and go.
     std::function<void(Window&)> OnChildLoaded;
     std::function<void(Window&)> OnChildUnloading;
+    // A picture area asks the view to let the user drag it (left button in its title).
+    std::function<void(Field&)> OnFormMove;
+    // Shows the clock selection wizard modally (the wizard lives elsewhere).
+    std::function<void()> ShowDecisionTree;
     // The program asked to end (File, Exit, or the clean-up switch).
     std::function<void()> OnEnd;
     bool Ended() const { return ended_; }
     void End();
 
-private:
+  private:
     PlatformServices& services_;
     ErrorReport errors_;
     std::unique_ptr<frmMain> main_;
@@ -83,6 +98,7 @@ private:
     std::unique_ptr<frmPower> power_;
     std::unique_ptr<Configurator> document_;
     std::unique_ptr<Window> preview_;
+    std::function<void()> previewSave_;
     bool ended_ = false;
 };
 

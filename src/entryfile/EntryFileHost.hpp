@@ -1,0 +1,41 @@
+#pragma once
+#include <string>
+
+namespace pendulon {
+
+class ErrorReport;
+class Window;
+class ListField;
+
+// What the entry-file classes ask of the running program: the error report, the program's
+// title texts, the common header block, the summary fields, the detail setting of the main
+// window, its status and hint lines and the first recent-file entry.
+class EntryFileHost {
+public:
+    virtual ~EntryFileHost() = default;
+    virtual ErrorReport& Errors() = 0;
+    virtual std::string Title() = 0;            // the application title
+    virtual std::string Build() = 0;            // "Build #: " and the version
+    virtual std::string EntryFileHeader() = 0;  // the common block, ending in CR LF
+    virtual std::string Revision() = 0;         // txtRevision of the summary
+    virtual std::string SummaryFilename() = 0;  // txtFilename of the summary
+    virtual bool SaveEntryFileDescription() = 0;
+    virtual std::string RecentFileCaption() = 0;  // caption of the first recent-file entry
+    virtual void DisplayStatus(const std::string& text) = 0;
+    virtual void ShowHelp(const std::string& text) = 0;
+};
+
+// The members of a configurator the entry-file classes use beyond its named fields.
+class EntryForm {
+public:
+    virtual ~EntryForm() = default;
+    virtual std::string Device() const = 0;
+    virtual bool PreScale(int index) const = 0;
+    virtual void SetPreScale(int index, bool value) = 0;
+    virtual void cmdApplyLimits_Click() = 0;
+    // Puts a known P and Q into a PLL data list, as the form's loop object would.
+    virtual void StoreVCOPAndQ(ListField& list, double reference, double p, double q) = 0;
+    virtual Window& Fields() = 0;
+};
+
+}  // namespace pendulon

@@ -1,0 +1,149 @@
+#include "entryfile/ReadFile.hpp"
+
+#include <sys/stat.h>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "core/Numbers.hpp"
+#include "core/Text.hpp"
+#include "core/mShared.hpp"
+#include "entryfile/clsEntryFile.hpp"
+#include "platform/DateTime.hpp"
+#include "platform/ErrorReport.hpp"
+#include "platform/TextFile.hpp"
+
+namespace pendulon::mFileAccessor {
+
+namespace {
+
+const char* const kSource = "(mFileAccessor) ReadFile";
+
+// Splits a text at CR LF, LF or CR. A line end at the very end does not open another line.
+std::vector<std::string_view> SplitLines(std::string_view text) {
+    std::vector<std::string_view> lines;
+    size_t start = 0;
+    size_t pos = 0;
+    while (pos < text.size()) {
+        const char c = text[pos];
+        if (c == '\r' || c == '\n') {
+            lines.push_back(text.substr(start, pos - start));
+            if (c == '\r' && pos + 1 < text.size() && text[pos + 1] == '\n') ++pos;
+            start = pos + 1;
+        }
+        ++pos;
+    }
+    if (start < text.size()) lines.push_back(text.substr(start));
+    return lines;
+}
+
+// A value in Integer range, or an overflow through the report (nullopt: keep the old value).
+std::optional<std::int16_t> IntegerValue(double value, ErrorReport& errors) {
+    const auto result = ToInteger(value);
+    if (!result) errors.Raise(errors::Overflow, kSource);
+    return result;
+}
+
+// The counter of a group is an Integer as well: past its range it stays where it is.
+void Advance(std::int16_t& counter, ErrorReport& errors) {
+    if (counter == INT16_MAX) {
+        errors.Raise(errors::Overflow, kSource);
+        return;
+    }
+    ++counter;
+}
+
+double TaggedNumber(std::string_view line, std::string_view tag) {
+    return Val(Trim(mShared::GetSubstring(line, tag, ";")));
+}
+
+std::string FileDateText(const std::string& path) {
+    struct stat info {};
+    if (::stat(path.c_str(), &info) != 0) return {};
+    return FormatGeneralDate(DateTime::FromUnixSeconds(static_cast<std::int64_t>(info.st_mtime)));
+}
+
+}  // namespace
+
+bool ReadFile(const std::string& path, clsEntryFile& file) {
+    ErrorReport& errors = file.Errors();
+    std::error_code error;
+    if (path.empty() || !std::filesystem::is_regular_file(path, error)) {
+        errors.Raise(10051, kSource, "The path and/or file name cannot be found.");
+        return false;
+    }
+    const std::optional<std::string> content = ReadTextFile(path);
+    if (!content) {
+        errors.Raise(10051, kSource, "The path and/or file name cannot be found.");
+        return false;
+    }
+
+    std::int16_t countD = 0;
+    std::int16_t countF = 0;
+    std::int16_t countI = 0;
+    const std::vector<std::string_view> lines = SplitLines(*content);
+    for (size_t n = 0; n < lines.size(); ++n) {
+        const std::string line = Trim(lines[n]);
+        if (line.empty() || line[0] != '#') {
+            const std::string value = Trim(mShared::GetSubstring(line, ":", ""));
+            if (StartsWithNoCase(line, "Modification Date:")) {
+                file.mstrModificationDate = value;
+            } else if (StartsWithNoCase(line, "Customer:")) {
+                file.mstrCustomer = value;
+            } else if (StartsWithNoCase(line, "Comments:")) {
+                file.mstrComments = value;
+            } else if (StartsWithNoCase(line, "FAE:")) {
+                file.mstrFAE = value;
+            } else if (StartsWithNoCase(line, "Package:")) {
+                file.mstrPackage = value;
+            }
+            continue;
+        }
+        const std::string_view tag = std::string_view(line).substr(0, 3);
+        if (tag == "# s") {
+            file.mstrPartDescription = Trim(mShared::GetSubstring(line, "# s", ";"));
+            file.mstrVersion = Trim(mShared::GetSubstring(file.mstrPartDescription, "-", ";"));
+            std::string value = Trim(mShared::GetSubstring(line, "name", ""));
+            if (value.empty()) value = Trim(mShared::GetSubstring(line, "configuration for", ""));
+            if (value.empty()) value = Trim(mShared::GetSubstring(line, "configuration", ""));
+            if (!value.empty()) file.mstrConfiguration = value;
+        } else if (tag == "# b") {
+            if (auto v = IntegerValue(Val(Trim(Mid(line, 4, 3))), errors)) file.mintBValue = *v;
+        } else if (tag == "# r") {
+            file.mstrRValue = Trim(Mid(line, 4, 3));
+        } else if (tag == "# d") {
+            if (auto v = IntegerValue(TaggedNumber(line, "# d"), errors)) file.set_d(countD, *v);
+            Advance(countD, errors);
+        } else if (tag == "# f") {
+            file.set_f(countF, TaggedNumber(line, "# f"));
+            Advance(countF, errors);
+        } else if (tag == "# i") {
+            if (auto v = IntegerValue(TaggedNumber(line, "# i"), errors)) file.set_i(countI, *v);
+            Advance(countI, errors);
+        } else if (tag == "# m") {
+            if (auto v = IntegerValue(TaggedNumber(line, "# m"), errors)) file.mintMValue = *v;
+        } else if (tag == "# p") {
+            if (auto v = IntegerValue(TaggedNumber(line, "# p"), errors)) file.mintPValue = *v;
+        } else if (tag == "###") {
+            // A comment line of older files.
+        } else if (n + 1 < lines.size()) {
+            errors.Raise(10053, kSource, "The line '" + line + "' cannot be recognized.");
+        }
+    }
+
+    if (file.mstrCustomer.empty()) file.mstrCustomer = file.mstrConfiguration;
+    if (file.mstrModificationDate.empty()) file.mstrModificationDate = FileDateText(path);
+
+    if (countI != 0 && countF != 0) {
+        file.mintDCount = countD;
+        file.mintFCount = countF;
+        file.mintICount = countI;
+        return true;
+    }
+    errors.Raise(10052, kSource, "The file '" + path + "' is not a correctly formatted ENT file.");
+    return false;
+}
+
+}  // namespace pendulon::mFileAccessor

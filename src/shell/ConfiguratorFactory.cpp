@@ -1,0 +1,33 @@
+#include "shell/ConfiguratorFactory.hpp"
+
+#include <array>
+
+#include "configurators/Configurator.hpp"
+#include "shell/Application.hpp"
+
+namespace pendulon {
+
+namespace {
+constexpr std::array<const char*, 15> kTableDevices = {
+    "QX6105A", "QX6105AF", "QX6105AI", "QX7311",  "QX7311F", "QX7311I", "QX7312", "QX7312F",
+    "QX7312I", "QX4860",   "QX4860F",  "QX4860I", "QX5140",  "QX3350",  "QX3350I"};
+}  // namespace
+
+bool IsDeviceInTable(const std::string& device) {
+    for (const char* name : kTableDevices)
+        if (device == name)
+            return true;
+    return false;
+}
+
+std::unique_ptr<Configurator> CreateConfigurator(Application& app, const std::string& device) {
+    if (app.ConfiguratorFactory)
+        return app.ConfiguratorFactory(app, device);
+    if (!IsDeviceInTable(device))
+        return nullptr;
+    // The device windows join the table here as they are built: frmQX6105A for the QX6105A
+    // family, frmQX7311 for the QX7311 and QX7312 families, frmQX4860, frmQX5140, frmQX3350.
+    return nullptr;
+}
+
+}  // namespace pendulon

@@ -1,0 +1,123 @@
+#include "shell/frmDevice.hpp"
+
+#include "configurators/Configurator.hpp"
+#include "core/Numbers.hpp"
+#include "shell/Application.hpp"
+#include "shell/ConfiguratorFactory.hpp"
+#include "shell/frmMain.hpp"
+
+namespace pendulon {
+
+namespace {
+constexpr const char* kApp = "Pendulon";
+}
+
+frmDevice::frmDevice(Application& app) : Window("frmDevice"), app_(app) {
+    SetCaption("Select Device");
+    options_ = {{"QX6105A", &optQX6105A}, {"QX6105AF", &optQX6105AF}, {"QX6105AI", &optQX6105AI},
+                {"QX7311", &optQX7311},   {"QX7311F", &optQX7311F},   {"QX7311I", &optQX7311I},
+                {"QX7312", &optQX7312},   {"QX7312F", &optQX7312F},   {"QX7312I", &optQX7312I},
+                {"QX4860", &optQX4860},   {"QX4860F", &optQX4860F},   {"QX4860I", &optQX4860I},
+                {"QX5140", &optQX5140},   {"QX3350", &optQX3350},     {"QX3350I", &optQX3350I}};
+    fraDevice.SetCaption("Device");
+    Register("fraDevice", fraDevice);
+    for (auto& [device, option] : options_) {
+        option->SetGroup("fraDevice");
+        option->SetCaption(device);
+        Register("opt" + device, *option);
+        const std::string name = device;
+        option->OnClick = [this, name] { OptionClick(name); };
+        option->OnDblClick = [this] { cmdOK_Click(); };
+    }
+    chkShowPinout.SetCaption("Show Pinout");
+    fraPinout.SetCaption("Pinout");
+    cmdOK.SetCaption("OK");
+    cmdCancel.SetCaption("Cancel");
+    cmdDecisionTree.SetCaption("Clock Selection Wizard...");
+    Register("chkShowPinout", chkShowPinout);
+    Register("fraPinout", fraPinout);
+    RegisterArray("picPinout", picPinout);
+    Register("cmdOK", cmdOK);
+    Register("cmdCancel", cmdCancel);
+    Register("cmdDecisionTree", cmdDecisionTree);
+    chkShowPinout.OnClick = [this] { chkShowPinout_Click(); };
+    cmdOK.OnClick = [this] { cmdOK_Click(); };
+    cmdCancel.OnClick = [this] { cmdCancel_Click(); };
+    cmdDecisionTree.OnClick = [this] { cmdDecisionTree_Click(); };
+    Move(0, 0, kNarrowWidth, 4000);
+}
+
+void frmDevice::Form_Load() {
+    // Devices whose window this build lacks cannot be chosen.
+    for (auto& [device, option] : options_)
+        option->SetEnabled(CreateConfigurator(app_, device) != nullptr);
+    const int before = chkShowPinout.Value();
+    const double stored = Val(app_.Services().GetSetting(kApp, "Setting", "DeviceShowPinout", "1"));
+    chkShowPinout.SetValue(static_cast<int>(RoundHalfEven(stored)));
+    if (chkShowPinout.Value() == before)
+        chkShowPinout_Click();
+    optQX6105A.SetValue(true);
+    mstrPreviousDevice = mstrCurrentDevice;
+}
+
+OptionButton* frmDevice::OptionFor(const std::string& device) {
+    for (auto& [name, option] : options_)
+        if (name == device)
+            return option;
+    return nullptr;
+}
+
+void frmDevice::OptionClick(const std::string& device) {
+    mstrCurrentDevice = device;
+    DrawPinout();
+}
+
+void frmDevice::chkShowPinout_Click() {
+    if (chkShowPinout.Value() != 0) {
+        SetWidth(kWideWidth);
+        DrawPinout();
+    } else {
+        SetWidth(kNarrowWidth);
+    }
+}
+
+void frmDevice::DrawPinout() {
+    picPinout[0].Cls();
+    picPinout[1].Cls();
+    // The chip drawing joins here with the graphics of the pin tables.
+}
+
+void frmDevice::cmdOK_Click() {
+    app_.Services().SaveSetting(kApp, "Setting", "DeviceShowPinout",
+                                std::to_string(chkShowPinout.Value()));
+    if (ActiveWindow) {
+        Window* active = ActiveWindow();
+        if (active != nullptr && active->Caption() == "Clock Selection Wizard" && UnloadWindow)
+            UnloadWindow(*active);
+    }
+    SetVisible(false);
+    mblnOK = true;
+    if (mblnNew)
+        app_.Main().LoadForm();
+}
+
+void frmDevice::cmdCancel_Click() {
+    mblnOK = false;
+    SetVisible(false);
+    mstrCurrentDevice = mstrPreviousDevice;
+    if (OptionButton* option = OptionFor(mstrCurrentDevice))
+        option->SetValue(true);
+}
+
+void frmDevice::cmdDecisionTree_Click() {
+    if (app_.ShowDecisionTree)
+        app_.ShowDecisionTree();
+}
+
+bool frmDevice::Form_QueryUnload(int unloadMode) {
+    cmdCancel_Click();
+    // Only the window's own close is refused; the program's own unload goes through.
+    return unloadMode == 0;
+}
+
+}  // namespace pendulon

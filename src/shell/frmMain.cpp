@@ -1,0 +1,616 @@
+#include "shell/frmMain.hpp"
+
+#include "configurators/Configurator.hpp"
+#include "core/Numbers.hpp"
+#include "core/Text.hpp"
+#include "core/mShared.hpp"
+#include "entryfile/clsEntryFile.hpp"
+#include "entryfile/mFileAccessor.hpp"
+#include "power/frmPower.hpp"
+#include "shell/Application.hpp"
+#include "shell/ConfiguratorFactory.hpp"
+#include "shell/frmAbout.hpp"
+#include "shell/frmAboutKITE.hpp"
+#include "shell/frmDevice.hpp"
+#include "shell/frmOptions.hpp"
+#include "shell/frmSplash.hpp"
+#include "shell/frmSummary.hpp"
+#include "shell/mSharedApp.hpp"
+
+namespace pendulon {
+
+namespace {
+constexpr const char* kPendulon = "Pendulon";
+
+void SetupMenu(MenuItem& item, const char* caption, const char* shortcut = "") {
+    item.SetCaption(caption);
+    if (*shortcut != '\0')
+        item.SetShortcut(shortcut);
+}
+}  // namespace
+
+frmMain::frmMain(Application& app) : Window("frmMain"), app_(app) {
+    SetupMenu(mnuFile, "&File");
+    SetupMenu(mnuNew, "&New", "Ctrl+N");
+    SetupMenu(mnuOpen, "&Open...", "Ctrl+O");
+    SetupMenu(mnuSave, "&Save", "Ctrl+S");
+    SetupMenu(mnuSaveAs, "Save &As...");
+    SetupMenu(mnuClose, "&Close");
+    SetupMenu(mnuConfiguration, "Configuration &Info...");
+    SetupMenu(mnuPrint, "&Print...", "Ctrl+P");
+    SetupMenu(mnuPrintSetup, "P&rint Setup...");
+    SetupMenu(mnuExit, "E&xit");
+    mnuFilePathArray[0].SetCaption("-");
+    for (auto& item : mnuFilePathArray) item->SetVisible(false);
+    SetupMenu(mnuEdit, "&Edit");
+    SetupMenu(mnuEditCut, "Cu&t", "Ctrl+X");
+    SetupMenu(mnuEditCopy, "&Copy", "Ctrl+C");
+    SetupMenu(mnuEditPaste, "&Paste", "Ctrl+V");
+    SetupMenu(mnuEditSelectAll, "Select &All", "Ctrl+A");
+    SetupMenu(mnuView, "&View");
+    SetupMenu(mnuViewPower, "&Power Calculation");
+    SetupMenu(mnuViewDebugWindow, "&Debug Window");
+    SetupMenu(mnuViewEntryFile, "&Entry File");
+    SetupMenu(mnuViewEntryFileNew, "&Create New");
+    SetupMenu(mnuViewEntryFileSaved, "&Read From Disk");
+    SetupMenu(mnuTools, "&Tools");
+    SetupMenu(mnuToolsCreateEPROM, "Create EPROM Vector");
+    SetupMenu(mnuToolsCreateEPROMNew, "From &New Entry File");
+    SetupMenu(mnuToolsCreateEPROMSaved, "&From Saved Entry File");
+    SetupMenu(mnuToolsOptions, "&Options...");
+    SetupMenu(mnuToolsLaunchKITE, "Launch &KITE");
+    SetupMenu(mnuWindow, "&Window");
+    SetupMenu(mnuTile, "&Tile");
+    SetupMenu(mnuCascade, "&Cascade");
+    SetupMenu(mnuHelp, "&Help");
+    SetupMenu(mnuPopupHelp, "Contents", "F1");
+    SetupMenu(mnuDecisionTree, "Clock Selection Wizard");
+    SetupMenu(mnuAbout, "About Pendulon...");
+    SetupMenu(mnuAboutKITE, "About KITE...");
+
+    // The debug window exists only for users whose settings name it; the design tool only
+    // when it was found.
+    mnuViewDebugWindow.SetEnabled(false);
+    mnuViewDebugWindow.SetVisible(false);
+    mnuToolsLaunchKITE.SetEnabled(false);
+
+    // Menu tree.
+    for (MenuItem* item : {&mnuNew, &mnuOpen, &mnuSave, &mnuSaveAs, &mnuClose, &mnuConfiguration,
+                           &mnuPrint, &mnuPrintSetup})
+        mnuFile.AddItem(*item);
+    for (auto& item : mnuFilePathArray) mnuFile.AddItem(*item);
+    mnuFile.AddItem(mnuExit);
+    for (MenuItem* item : {&mnuEditCut, &mnuEditCopy, &mnuEditPaste, &mnuEditSelectAll})
+        mnuEdit.AddItem(*item);
+    mnuViewEntryFile.AddItem(mnuViewEntryFileNew);
+    mnuViewEntryFile.AddItem(mnuViewEntryFileSaved);
+    for (MenuItem* item : {&mnuViewPower, &mnuViewDebugWindow, &mnuViewEntryFile})
+        mnuView.AddItem(*item);
+    mnuToolsCreateEPROM.AddItem(mnuToolsCreateEPROMNew);
+    mnuToolsCreateEPROM.AddItem(mnuToolsCreateEPROMSaved);
+    for (MenuItem* item : {&mnuToolsCreateEPROM, &mnuToolsOptions, &mnuToolsLaunchKITE})
+        mnuTools.AddItem(*item);
+    mnuWindow.AddItem(mnuTile);
+    mnuWindow.AddItem(mnuCascade);
+    for (MenuItem* item : {&mnuPopupHelp, &mnuDecisionTree, &mnuAbout, &mnuAboutKITE})
+        mnuHelp.AddItem(*item);
+
+    Register("mnuFile", mnuFile);
+    Register("mnuNew", mnuNew);
+    Register("mnuOpen", mnuOpen);
+    Register("mnuSave", mnuSave);
+    Register("mnuSaveAs", mnuSaveAs);
+    Register("mnuClose", mnuClose);
+    Register("mnuConfiguration", mnuConfiguration);
+    Register("mnuPrint", mnuPrint);
+    Register("mnuPrintSetup", mnuPrintSetup);
+    Register("mnuExit", mnuExit);
+    RegisterArray("mnuFilePathArray", mnuFilePathArray);
+    Register("mnuEdit", mnuEdit);
+    Register("mnuEditCut", mnuEditCut);
+    Register("mnuEditCopy", mnuEditCopy);
+    Register("mnuEditPaste", mnuEditPaste);
+    Register("mnuEditSelectAll", mnuEditSelectAll);
+    Register("mnuView", mnuView);
+    Register("mnuViewPower", mnuViewPower);
+    Register("mnuViewDebugWindow", mnuViewDebugWindow);
+    Register("mnuViewEntryFile", mnuViewEntryFile);
+    Register("mnuViewEntryFileNew", mnuViewEntryFileNew);
+    Register("mnuViewEntryFileSaved", mnuViewEntryFileSaved);
+    Register("mnuTools", mnuTools);
+    Register("mnuToolsCreateEPROM", mnuToolsCreateEPROM);
+    Register("mnuToolsCreateEPROMNew", mnuToolsCreateEPROMNew);
+    Register("mnuToolsCreateEPROMSaved", mnuToolsCreateEPROMSaved);
+    Register("mnuToolsOptions", mnuToolsOptions);
+    Register("mnuToolsLaunchKITE", mnuToolsLaunchKITE);
+    Register("mnuWindow", mnuWindow);
+    Register("mnuTile", mnuTile);
+    Register("mnuCascade", mnuCascade);
+    Register("mnuHelp", mnuHelp);
+    Register("mnuPopupHelp", mnuPopupHelp);
+    Register("mnuDecisionTree", mnuDecisionTree);
+    Register("mnuAbout", mnuAbout);
+    Register("mnuAboutKITE", mnuAboutKITE);
+    Register("picStatus", picStatus);
+    Register("lblHelpInfo", lblHelpInfo);
+    Register("lblStatus", lblStatus);
+
+    mnuNew.OnClick = [this] { mnuNew_Click(); };
+    mnuOpen.OnClick = [this] { mnuOpen_Click(); };
+    mnuSave.OnClick = [this] { mnuSave_Click(); };
+    mnuSaveAs.OnClick = [this] { mnuSaveAs_Click(); };
+    mnuClose.OnClick = [this] { mnuClose_Click(); };
+    mnuConfiguration.OnClick = [this] { mnuConfiguration_Click(); };
+    mnuPrintSetup.OnClick = [this] { mnuPrintSetup_Click(); };
+    mnuExit.OnClick = [this] { mnuExit_Click(); };
+    for (int i = 1; i < mnuFilePathArray.Count(); ++i)
+        mnuFilePathArray[i].OnClick = [this, i] { mnuFilePathArray_Click(i); };
+    mnuToolsOptions.OnClick = [this] { mnuToolsOptions_Click(); };
+    mnuDecisionTree.OnClick = [this] { mnuDecisionTree_Click(); };
+    mnuAbout.OnClick = [this] { mnuAbout_Click(); };
+    mnuAboutKITE.OnClick = [this] { mnuAboutKITE_Click(); };
+}
+
+bool frmMain::ChildIsActive() const {
+    return app_.ChildIsActive();
+}
+
+// ---- Start-up -------------------------------------------------------------------------------
+
+void frmMain::MDIForm_Load(const std::string& commandLine) {
+    std::string command = Trim(commandLine);
+    if (EqualsNoCase(command, "/ClearRegistry")) {
+        // The boxes carry the program's title, so the globals come first.
+        InitializeGlobalVariables();
+        ClearRegistry();
+        app_.End();
+        return;
+    }
+    DisplayStatus("Loading...");
+    InitializeGlobalVariables();
+    GetApplicationSettings();
+    const double tppY = app_.gintTwipsPerPixelY;
+    picStatus.SetHeight(24 * tppY);
+    lblHelpInfo.SetHeight((24 - 4) * tppY);
+    lblStatus.SetHeight((24 - 4) * tppY);
+    MDIForm_Resize();
+    InitializeMenu(false);
+    mblnSaveEntryFileDescription = mnuViewDebugWindow.Enabled();
+    UpdateChecksum(false);
+    SetVisible(true);
+    app_.Summary().Form_Load();
+    app_.DeviceForm().Form_Load();
+    app_.Power().Clear();
+    if (!command.empty()) {
+        // A path the shell handed over in quotes is the same path.
+        if (command.size() >= 2 && command.front() == '"' && command.back() == '"')
+            command = command.substr(1, command.size() - 2);
+        GetFile(command);
+    } else {
+        frmSplash splash(app_);
+        splash.Form_Load();
+        app_.Services().ShowModal(splash);
+    }
+    DisplayStatus("");
+}
+
+void frmMain::InitializeGlobalVariables() {
+    app_.gstrSTX = std::string(1, '\x02');
+    app_.gstrETX = std::string(1, '\x03');
+    app_.gstrSpace = " ";
+    const std::string version = FormatNumber(Application::kVersionMajor, "0") + "." +
+                                FormatNumber(Application::kVersionMinor, "00");
+    app_.gstrBuild = "Build #: " + FormatNumber(Application::kVersionMajor, "0") + "." +
+                     FormatNumber(Application::kVersionMinor, "00") + "." +
+                     FormatNumber(Application::kVersionRevision, "000");
+    app_.gstrTitleTM = std::string(kPendulon) + "\u2122 " + version;
+    app_.gstrTitle = std::string(kPendulon) + "(tm) " + version;
+    SetCaption(app_.gstrTitle);
+    app_.gintTwipsPerPixelX = app_.Services().TwipsPerPixelX();
+    app_.gintTwipsPerPixelY = app_.Services().TwipsPerPixelY();
+}
+
+// ---- Status, hints, checksum ----------------------------------------------------------------
+
+void frmMain::DisplayStatus(const std::string& strStatusMessage) {
+    if (!strStatusMessage.empty()) {
+        app_.Services().SetMousePointer(kPointerHourglass);
+        lblStatus.SetCaption(strStatusMessage);
+    } else {
+        app_.Services().SetMousePointer(kPointerDefault);
+        lblStatus.SetCaption("");
+    }
+}
+
+void frmMain::ShowHelp(const std::string& strText) {
+    const std::string text = Trim(strText);
+    if (text.empty()) {
+        lblHelpInfo.SetCaption("");
+        lblHelpInfo.SetBackColor(colors::ButtonFace);
+    } else {
+        lblHelpInfo.SetCaption(" " + text);
+        lblHelpInfo.SetBackColor(colors::Yellow);
+    }
+}
+
+void frmMain::FileChange() {
+    mblnFileChanged = true;
+}
+
+void frmMain::UpdateChecksum(bool blnForceUpdate) {
+    Label& caption = app_.Summary().lblChecksum;
+    Configurator* child = app_.Document();
+    if (child == nullptr) {
+        caption.SetCaption("n/a");
+    } else if (blnForceUpdate) {
+        caption.SetCaption(child->Checksum());
+    } else if (caption.Caption().empty() || mblnFileChanged) {
+        caption.SetCaption(child->Checksum());
+    } else if (mShared::ComputeState(*child) == mdblSavedState) {
+        caption.SetCaption(mstrSavedChecksum);
+    } else {
+        caption.SetCaption(child->Checksum());
+    }
+}
+
+// ---- Menus ----------------------------------------------------------------------------------
+
+void frmMain::InitializeMenu(bool blnActiveFormUnloading) {
+    Configurator* child = app_.Document();
+    if (ChildIsActive() && !blnActiveFormUnloading) {
+        mnuView.SetVisible(true);
+        mnuEdit.SetVisible(true);
+        mnuSave.SetEnabled(true);
+        mnuSaveAs.SetEnabled(true);
+        mnuClose.SetEnabled(true);
+        mnuPrint.SetEnabled(true);
+        mnuViewEntryFileNew.SetEnabled(true);
+        const bool named = !app_.Summary().txtFilename.Text().empty();
+        mnuViewEntryFileSaved.SetEnabled(named);
+        mnuToolsCreateEPROMSaved.SetEnabled(named);
+        const bool pending = child != nullptr && child->cmdCalculate.BackColor() == colors::Yellow;
+        mnuViewEntryFileNew.SetEnabled(!pending);
+        mnuToolsCreateEPROMNew.SetEnabled(!pending);
+        const std::string device = child != nullptr ? child->Device() : std::string();
+        mnuToolsCreateEPROM.SetEnabled((IsDeviceInTable(device) && device != "QX5140") ||
+                                       device == "QX3350F");
+    } else {
+        mnuView.SetVisible(false);
+        mnuEdit.SetVisible(false);
+        mnuSave.SetEnabled(false);
+        mnuSaveAs.SetEnabled(false);
+        mnuClose.SetEnabled(false);
+        mnuPrint.SetEnabled(false);
+        mnuViewEntryFileNew.SetEnabled(false);
+        mnuViewEntryFileSaved.SetEnabled(false);
+        mnuToolsCreateEPROM.SetEnabled(false);
+    }
+}
+
+std::string frmMain::RecentPath(int index) const {
+    const std::string& caption = mnuFilePathArray[index].Caption();
+    const size_t blank = InStr(caption, " ");
+    if (blank == 0)
+        return Trim(caption);
+    return Trim(Mid(caption, blank + 1));
+}
+
+void frmMain::UpdateFileMenu(const std::string& strFile) {
+    mnuFilePathArray[0].SetVisible(true);
+    int noted = 0;
+    bool exists = false;
+    const int count = mintRecentFileCount;
+    for (int i = 1; i <= count; ++i) {
+        if (RecentPath(i) == strFile) {
+            noted = i;
+            --mintRecentFileCount;
+            exists = true;
+        }
+    }
+    if (mintRecentFileCount < 5) {
+        ++mintRecentFileCount;
+        if (!exists)
+            mnuFilePathArray[mintRecentFileCount].SetVisible(true);
+    }
+    for (int i = mintRecentFileCount - 1; i >= 1; --i) {
+        if (!exists || i < noted) {
+            mnuFilePathArray[i + 1].SetCaption("&" + std::to_string(i + 1) + " " + RecentPath(i));
+        }
+    }
+    mnuFilePathArray[1].SetCaption("&1 " + strFile);
+}
+
+void frmMain::mnuFilePathArray_Click(int Index) {
+    GetFile(RecentPath(Index));
+}
+
+// ---- Documents ------------------------------------------------------------------------------
+
+void frmMain::mnuNew_Click() {
+    app_.DeviceForm().CreateNew(true);
+    app_.Services().ShowModal(app_.DeviceForm());
+}
+
+void frmMain::LoadForm() {
+    PlatformServices& services = app_.Services();
+    const int pointer = services.MousePointer();
+    services.SetMousePointer(kPointerHourglass);
+    DisplayStatus("Loading new form...");
+    const std::string device = app_.DeviceForm().mstrCurrentDevice;
+    std::unique_ptr<Configurator> created;
+    if (IsDeviceInTable(device))
+        created = CreateConfigurator(app_, device);
+    if (!created) {
+        app_.Errors().Raise(10603, "frmMain.LoadForm", "An invalid device selection was made.");
+    }
+    if (app_.ChildIsActive()) {
+        if (app_.Preview() != nullptr)
+            app_.UnloadPreview();
+        app_.UnloadDocument(kUnloadFormCode);
+    }
+    if (app_.ChildIsActive()) {
+        created.reset();
+    } else if (created) {
+        created->Form_Load();
+        Configurator& child = *created;
+        app_.SetDocument(std::move(created));
+        child.txtFilePath.SetText("");
+        child.lblDevice.SetCaption(device);
+        child.SetVisible(true);
+        mdblSavedState = mShared::ComputeState(child);
+        app_.Summary().Reset();
+        mblnFileChanged = true;
+        mstrSavedChecksum = app_.Summary().lblChecksum.Caption();
+        mShared::SetSummaryFormCaption(app_, device);
+        InitializeMenu(false);
+        child.SetFocusTo(&child.cboFRef);
+    }
+    DisplayStatus("");
+    services.SetMousePointer(pointer);
+}
+
+void frmMain::mnuOpen_Click() {
+    GetFile("");
+}
+
+void frmMain::GetFile(const std::string& strFileToRetrieve) {
+    std::string path = strFileToRetrieve;
+    if (path.empty())
+        path = mFileAccessor::OpenFile(app_);
+    dlgCommon.Flags = CommonDialog::EntryFileFlags;
+    if (path.empty())
+        return;
+    if (app_.ChildIsActive()) {
+        if (app_.Preview() != nullptr)
+            app_.UnloadPreview();
+        app_.UnloadDocument(kUnloadFormCode);
+        if (app_.ChildIsActive())
+            return;
+    }
+    DisplayStatus("Reading file...");
+    clsEntryFile file(app_.Errors());
+    if (!mFileAccessor::ReadFile(path, file)) {
+        DisplayStatus("");
+        return;
+    }
+    std::string name = mFileAccessor::GetFileName(path);
+    const size_t bracket = InStr(name, "(");
+    if (bracket > 0)
+        name = pendulon::Left(name, bracket - 1);
+    app_.Summary().txtFilename.SetText(Trim(name));
+    DisplayStatus("");
+    if (!mFileAccessor::FillConfigurationSummary(app_, file)) {
+        DisplayStatus("");
+        return;
+    }
+    const bool filled = mFileAccessor::FillForm(app_, file, path);
+    Configurator* child = app_.Document();
+    if (filled && child != nullptr) {
+        DisplayStatus("Computing Checksum...");
+        UpdateFileMenu(path);
+        InitializeMenu(false);
+        mnuViewEntryFileSaved.SetEnabled(true);
+        app_.Power().SetParentForm(child);
+        mstrSavedChecksum = app_.Summary().lblChecksum.Caption();
+        mdblSavedState = mShared::ComputeState(*child);
+        mblnFileChanged = false;
+        DisplayStatus("");
+    } else {
+        if (child != nullptr) {
+            child->mUnloadRequired = true;
+            app_.UnloadDocument(kUnloadFormCode);
+        }
+        app_.Services().MsgBox(
+            "NOTE: One or more critical errors have occurred loading the ENT file.\r\n\r\n"
+            "The form cannot be loaded when such errors occur.",
+            msgbox::Information, app_.gstrTitle);
+    }
+}
+
+bool frmMain::RefuseUncalculatedSave() {
+    if (!app_.gblnNeedsCalculate)
+        return false;
+    // The answer is compared with Yes, which this box cannot give: nothing is ever saved here.
+    app_.Services().MsgBox(
+        "Warning! You have not calculated your configurations.\r\n"
+        "Please finish your configurations before saving.",
+        msgbox::OKCancel | msgbox::Exclamation, app_.gstrTitle);
+    return true;
+}
+
+void frmMain::mnuSave_Click() {
+    if (RefuseUncalculatedSave())
+        return;
+    if (!ChildIsActive())
+        return;
+    DisplayStatus("Saving file...");
+    if (app_.Preview() != nullptr) {
+        app_.SavePreview();
+    } else if (Configurator* child = app_.Document()) {
+        if (child->txtFilePath.Text().empty()) {
+            mnuSaveAs_Click();
+        } else {
+            child->Save();
+            mdblSavedState = mShared::ComputeState(*child);
+            mstrSavedChecksum = app_.Summary().lblChecksum.Caption();
+        }
+    }
+    DisplayStatus("");
+}
+
+void frmMain::mnuSaveAs_Click() {
+    if (RefuseUncalculatedSave())
+        return;
+    if (!ChildIsActive())
+        return;
+    Configurator* child = app_.Document();
+    if (child == nullptr)
+        return;
+    const std::string oldPath = child->txtFilePath.Text();
+    const std::string path = mFileAccessor::DisplaySaveAsPrompt(app_);
+    if (!path.empty()) {
+        app_.Summary().txtFilename.SetText(mFileAccessor::GetFileName(path));
+        child->txtFilePath.SetText(path);
+        child->SetCaption(mFileAccessor::GetFileName(path));
+        child->Save();
+        InitializeMenu(false);
+        mnuViewEntryFileSaved.SetEnabled(true);
+        if (!oldPath.empty())
+            UpdateFileMenu(oldPath);
+        mdblSavedState = mShared::ComputeState(*child);
+        mstrSavedChecksum = app_.Summary().lblChecksum.Caption();
+    }
+    app_.Summary().lblChecksum.SetCaption(mstrSavedChecksum);
+}
+
+bool frmMain::CancelChildUnload() {
+    Configurator* child = app_.Document();
+    if (child == nullptr)
+        return false;
+    std::string name = child->Caption();
+    const size_t bracket = InStr(name, "(");
+    if (bracket > 0)
+        name = pendulon::Left(name, bracket - 1);
+    name = Trim(name);
+    bool cancel = false;
+    mdblCurrentState = mShared::ComputeState(*child);
+    if (mdblCurrentState != mdblSavedState) {
+        const int answer =
+            app_.Services().MsgBox("Save changes to " + name + "?",
+                                   msgbox::YesNoCancel | msgbox::Question, app_.gstrTitle);
+        if (answer == msgbox::Yes) {
+            mnuSave_Click();
+            cancel = !app_.Summary().mblnOK;
+        } else if (answer == msgbox::No) {
+            cancel = false;
+        } else {
+            cancel = true;
+        }
+    }
+    if (!child->txtFilePath.Text().empty())
+        UpdateFileMenu(child->txtFilePath.Text());
+    PlatformServices& services = app_.Services();
+    services.SaveSetting(kPendulon, "Setting", "PowerWindowTop",
+                         GeneralNumber(child->picPower.Top()));
+    services.SaveSetting(kPendulon, "Setting", "PowerWindowLeft",
+                         GeneralNumber(child->picPower.Left()));
+    if (mnuViewDebugWindow.Enabled()) {
+        services.SaveSetting(kPendulon, "Setting", "DebugWindowTop",
+                             GeneralNumber(child->picDebugWindow.Top()));
+        services.SaveSetting(kPendulon, "Setting", "DebugWindowLeft",
+                             GeneralNumber(child->picDebugWindow.Left()));
+    }
+    app_.Power().Clear();
+    app_.Power().SetParentForm(nullptr);
+    ShowHelp("");
+    return cancel;
+}
+
+void frmMain::mnuClose_Click() {
+    if (app_.Preview() != nullptr) {
+        app_.UnloadPreview();
+        return;
+    }
+    app_.UnloadDocument(kUnloadFormControlMenu);
+}
+
+void frmMain::mnuConfiguration_Click() {
+    ShowConfigurationForm();
+}
+
+void frmMain::ShowConfigurationForm() {
+    frmSummary& summary = app_.Summary();
+    summary.txtDate.SetText(mShared::GetCurrentDate(app_));
+    if (!mnuViewDebugWindow.Enabled())
+        summary.txtRevision.SetText("xxx");
+    UpdateChecksum(false);
+    app_.Services().ShowModal(summary);
+}
+
+void frmMain::mnuPrintSetup_Click() {
+    mShared::PrintSetup(app_);
+}
+
+void frmMain::mnuExit_Click() {
+    MDIForm_QueryUnload(kUnloadFormControlMenu);
+}
+
+bool frmMain::MDIForm_QueryUnload(int) {
+    if (app_.Preview() != nullptr)
+        app_.UnloadPreview();
+    if (app_.Document() != nullptr) {
+        if (CancelChildUnload())
+            return true;
+        // The question was answered; the document goes without asking again.
+        app_.Document()->mUnloadRequired = true;
+        app_.UnloadDocument(kUnloadFormCode);
+    }
+    app_.Summary().SetVisible(false);
+    app_.DeviceForm().SetVisible(false);
+    app_.Power().SetVisible(false);
+    SaveApplicationSettings();
+    app_.End();
+    return false;
+}
+
+// ---- Window ---------------------------------------------------------------------------------
+
+void frmMain::MDIForm_Resize() {
+    const double tppX = app_.gintTwipsPerPixelX;
+    picStatus.SetWidth(Width());
+    lblHelpInfo.SetLeft(0);
+    lblHelpInfo.SetWidth(0.75 * picStatus.Width());
+    lblStatus.SetLeft(lblHelpInfo.Width() + 2 * tppX);
+    lblStatus.SetWidth(picStatus.Width() - lblStatus.Left() - 10 * tppX);
+}
+
+void frmMain::MDIForm_MouseUp(int button, int shift, double, double) {
+    if (button == 2 && shift == 0 && PopupMenu)
+        PopupMenu(mnuFile);
+}
+
+// ---- Tools and help that open windows ------------------------------------------------------
+
+void frmMain::mnuToolsOptions_Click() {
+    frmOptions options(app_);
+    options.Form_Load();
+    app_.Services().ShowModal(options);
+}
+
+void frmMain::mnuDecisionTree_Click() {
+    if (app_.ShowDecisionTree)
+        app_.ShowDecisionTree();
+}
+
+void frmMain::mnuAbout_Click() {
+    frmAbout about(app_);
+    about.Form_Load();
+    app_.Services().ShowModal(about);
+}
+
+void frmMain::mnuAboutKITE_Click() {
+    frmAboutKITE about;
+    app_.Services().ShowModal(about);
+}
+
+}  // namespace pendulon

@@ -1,0 +1,130 @@
+#pragma once
+#include <functional>
+#include <string>
+
+#include "platform/CommonDialog.hpp"
+#include "platform/ControlArray.hpp"
+#include "platform/Label.hpp"
+#include "platform/MenuItem.hpp"
+#include "platform/PictureBox.hpp"
+#include "platform/Window.hpp"
+
+namespace pendulon {
+
+class Application;
+
+// The main window: owner of the running program, of the one open document and of the menus.
+class frmMain : public Window {
+  public:
+    explicit frmMain(Application& app);
+
+    // Menus, in their order.
+    MenuItem mnuFile;
+    MenuItem mnuNew;
+    MenuItem mnuOpen;
+    MenuItem mnuSave;
+    MenuItem mnuSaveAs;
+    MenuItem mnuClose;
+    MenuItem mnuConfiguration;
+    MenuItem mnuPrint;
+    MenuItem mnuPrintSetup;
+    MenuItem mnuExit;
+    // Recent files: element 0 is the separator, 1 to 5 the paths, newest first.
+    ControlArray<MenuItem> mnuFilePathArray{6};
+    MenuItem mnuEdit;
+    MenuItem mnuEditCut;
+    MenuItem mnuEditCopy;
+    MenuItem mnuEditPaste;
+    MenuItem mnuEditSelectAll;
+    MenuItem mnuView;
+    MenuItem mnuViewPower;
+    MenuItem mnuViewDebugWindow;
+    MenuItem mnuViewEntryFile;
+    MenuItem mnuViewEntryFileNew;
+    MenuItem mnuViewEntryFileSaved;
+    MenuItem mnuTools;
+    MenuItem mnuToolsCreateEPROM;
+    MenuItem mnuToolsCreateEPROMNew;
+    MenuItem mnuToolsCreateEPROMSaved;
+    MenuItem mnuToolsOptions;
+    MenuItem mnuToolsLaunchKITE;
+    MenuItem mnuWindow;
+    MenuItem mnuTile;
+    MenuItem mnuCascade;
+    MenuItem mnuHelp;
+    MenuItem mnuPopupHelp;
+    MenuItem mnuDecisionTree;
+    MenuItem mnuAbout;
+    MenuItem mnuAboutKITE;
+
+    // Status strip: the hint on the left three quarters, the status on the rest.
+    PictureBox picStatus;
+    Label lblHelpInfo;
+    Label lblStatus;
+
+    CommonDialog dlgCommon;
+    CommonDialog dlgEPROM;
+
+    // Entry files include the description block.
+    bool mblnSaveEntryFileDescription = false;
+    double mdblSavedState = 0;
+    double mdblCurrentState = 0;
+    std::string mstrSavedChecksum;
+    bool mblnFileChanged = false;
+    int mintRecentFileCount = 0;
+
+    // Public operations.
+    void ShowConfigurationForm();
+    void ShowHelp(const std::string& strText);
+    void GetFile(const std::string& strFileToRetrieve);
+    void InitializeMenu(bool blnActiveFormUnloading);
+    void LoadForm();
+    // True means "do not close".
+    bool CancelChildUnload();
+    void UpdateChecksum(bool blnForceUpdate);
+    void DisplayStatus(const std::string& strStatusMessage);
+    void InitializeGlobalVariables();
+    void FileChange();
+    void GetApplicationSettings();
+    void SaveApplicationSettings();
+    void UpdateFileMenu(const std::string& strFile);
+    bool ChildIsActive() const;
+
+    // Start-up with the program's command line.
+    void MDIForm_Load(const std::string& commandLine);
+    // Exit and the window's close button; returns true when the program goes on.
+    bool MDIForm_QueryUnload(int unloadMode);
+    void MDIForm_Resize();
+    void MDIForm_MouseUp(int button, int shift, double x, double y);
+    // The settings clean-up of the "/ClearRegistry" switch.
+    void ClearRegistry();
+
+    // Menu commands.
+    void mnuNew_Click();
+    void mnuOpen_Click();
+    void mnuSave_Click();
+    void mnuSaveAs_Click();
+    void mnuClose_Click();
+    void mnuConfiguration_Click();
+    void mnuPrintSetup_Click();
+    void mnuExit_Click();
+    void mnuFilePathArray_Click(int Index);
+    void mnuToolsOptions_Click();
+    void mnuDecisionTree_Click();
+    void mnuAbout_Click();
+    void mnuAboutKITE_Click();
+
+    // The path of a recent-file entry: its caption behind the first blank, trimmed.
+    std::string RecentPath(int index) const;
+
+    // The view carries out a popup request for a menu.
+    std::function<void(MenuItem&)> PopupMenu;
+
+  private:
+    // Warns that an uncalculated configuration cannot be saved; true when it did.
+    bool RefuseUncalculatedSave();
+
+    Application& app_;
+};
+
+}  // namespace pendulon
