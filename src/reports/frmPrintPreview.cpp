@@ -8,6 +8,8 @@
 #include "platform/ErrorReport.hpp"
 #include "platform/PlatformServices.hpp"
 #include "platform/TextFile.hpp"
+#include "reports/ApplicationPreviewHost.hpp"
+#include "shell/Application.hpp"
 
 namespace pendulon {
 
@@ -73,7 +75,20 @@ frmPrintPreview::frmPrintPreview(PlatformServices& services, ErrorReport& errors
     BuildMenus();
 }
 
+frmPrintPreview::frmPrintPreview(Application& app)
+    : frmPrintPreview(app.Services(), app.Errors(), std::make_unique<ApplicationPreviewHost>(app)) {}
+
 frmPrintPreview::~frmPrintPreview() = default;
+
+frmPrintPreview& frmPrintPreview::ShowText(Application& app, const std::string& text) {
+    auto preview = std::make_unique<frmPrintPreview>(app);
+    frmPrintPreview& form = *preview;
+    form.Form_Load();
+    form.txtPrintout.SetText(text);
+    app.SetPreview(std::move(preview), [&form] { form.cmdSave_Click(); });
+    form.SetVisible(true);
+    return form;
+}
 
 void frmPrintPreview::BuildMenus() {
     struct Entry {

@@ -13,6 +13,7 @@
 
 namespace pendulon {
 
+class Application;
 class ErrorReport;
 class PlatformServices;
 
@@ -22,7 +23,13 @@ class frmPrintPreview : public Window {
   public:
     frmPrintPreview(PlatformServices& services, ErrorReport& errors,
                     std::unique_ptr<PrintPreviewHost> host);
+    // The preview of the running program.
+    explicit frmPrintPreview(Application& app);
     ~frmPrintPreview() override;
+
+    // Loads a preview, puts the text in it and makes it the program's preview window, in front
+    // of the document. Returns the window, which the application owns.
+    static frmPrintPreview& ShowText(Application& app, const std::string& text);
 
     // Fills the font and size lists and selects the stored ones.
     void Form_Load();

@@ -6,6 +6,8 @@
 
 namespace pendulon {
 
+class Application;
+class Configurator;
 class ErrorReport;
 class Window;
 
@@ -30,6 +32,8 @@ struct DocumentSources {
 
 // Banner art, the rule under it, an empty line and the summary block.
 std::string GetHeader(const std::string& summaryInfo);
+// The same with the summary block of the running program.
+std::string GetHeader(Application& app);
 
 // The ordering code of the device at its voltage, with "-" and the revision when there is one.
 // Empty for a device outside the known families.
@@ -57,6 +61,10 @@ std::string MakeOutputTable(const Window& form, const std::string& device, Error
 // The whole document.
 std::string GetASCIIDocument(const Window& form, const std::string& device,
                              const DocumentSources& sources, ErrorReport& errors);
+// The document of a configurator of the running program: its summary, checksum and title.
+std::string GetASCIIDocument(Configurator& form);
+std::string GetOptions(const Configurator& form);
+std::string MakeOutputTable(Configurator& form);
 
 }  // namespace mAsciiPrintout
 }  // namespace pendulon
