@@ -15,7 +15,9 @@ Configurator::Configurator(Application& app, std::string formName)
 
 Configurator::~Configurator() = default;
 
-bool Configurator::PreScale(int) const { return false; }
+bool Configurator::PreScale(int) const {
+    return false;
+}
 void Configurator::SetPreScale(int, bool) {}
 
 bool Configurator::Form_QueryUnload(int unloadMode) {
@@ -25,8 +27,10 @@ bool Configurator::Form_QueryUnload(int unloadMode) {
     } else {
         cancel = app_.Main().CancelChildUnload();
     }
-    if (!cancel) app_.Main().InitializeMenu(true);
-    if (cancel) app_.DeviceForm().cmdCancel_Click();
+    if (!cancel)
+        app_.Main().InitializeMenu(true);
+    if (cancel)
+        app_.DeviceForm().cmdCancel_Click();
     return cancel;
 }
 

@@ -2,6 +2,7 @@
 
 #include "configurators/Configurator.hpp"
 #include "power/frmPower.hpp"
+#include "shell/ShellEntryFileHost.hpp"
 #include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
 #include "shell/frmSummary.hpp"
@@ -16,6 +17,11 @@ Application::Application(PlatformServices& services)
     power_ = std::make_unique<frmPower>(*this);
     power_->Clear();
     power_->SetParentForm(nullptr);
+    entryHost_ = std::make_unique<ShellEntryFileHost>(*this);
+}
+
+EntryFileHost& Application::EntryHost() {
+    return *entryHost_;
 }
 
 Application::~Application() {

@@ -16,6 +16,8 @@ class frmMain;
 class frmDevice;
 class frmSummary;
 class frmPower;
+class EntryFileHost;
+class ShellEntryFileHost;
 
 // The running program: its platform, its globals, the lasting windows and the children. There
 // is no other global state, so a test can build as many applications as it likes.
@@ -53,6 +55,8 @@ class Application {
     frmDevice& DeviceForm() { return *device_; }
     frmSummary& Summary() { return *summary_; }
     frmPower& Power() { return *power_; }
+    // What the entry-file classes of a document ask of the program.
+    EntryFileHost& EntryHost();
 
     // Children of the main window: at most one configurator (the document), and the print
     // preview that stands in front of it while it is open.
@@ -96,6 +100,7 @@ class Application {
     std::unique_ptr<frmDevice> device_;
     std::unique_ptr<frmSummary> summary_;
     std::unique_ptr<frmPower> power_;
+    std::unique_ptr<ShellEntryFileHost> entryHost_;
     std::unique_ptr<Configurator> document_;
     std::unique_ptr<Window> preview_;
     std::function<void()> previewSave_;

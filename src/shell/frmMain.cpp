@@ -613,4 +613,128 @@ void frmMain::mnuAboutKITE_Click() {
     app_.Services().ShowModal(about);
 }
 
+// ---- Settings --------------------------------------------------------------------------------
+
+namespace {
+constexpr int kDefaultHeight = 7200;
+constexpr int kDefaultWidth = 9600;
+
+bool IsTrueText(const std::string& text) {
+    return text == "1" || EqualsNoCase(text, "True");
+}
+}  // namespace
+
+void frmMain::GetApplicationSettings() {
+    PlatformServices& services = app_.Services();
+    const double screenWidth = services.ScreenWidth();
+    const double screenHeight = services.ScreenHeight();
+    const double centredLeft = (screenWidth - kDefaultWidth) / 2;
+    const double centredTop = (screenHeight - kDefaultHeight) / 2;
+
+    // First run: the application's own section does not exist yet.
+    if (!mShared::GetAppRegValue(app_, mShared::kHKeyCurrentUser, mShared::kAppSettingsKey, 1,
+                                 "")) {
+        services.SaveSetting(kPendulon, "Option", "SaveOnExit", "1");
+        services.SaveSetting(kPendulon, "Option", "UseNotepad", "0");
+        services.SaveSetting(kPendulon, "Setting", "DebugWindowLeft", "0");
+        services.SaveSetting(kPendulon, "Setting", "DebugWindowTop", "0");
+        services.SaveSetting(kPendulon, "Setting", "DeviceShowPinout", "1");
+        services.SaveSetting(kPendulon, "Setting", "PowerWindowLeft", "0");
+        services.SaveSetting(kPendulon, "Setting", "PowerWindowTop", "0");
+        services.SaveSetting(kPendulon, "Setting", "ShowPowerWindow", "True");
+        services.SaveSetting(kPendulon, "Startup", "Height", GeneralNumber(kDefaultHeight));
+        services.SaveSetting(kPendulon, "Startup", "Width", GeneralNumber(kDefaultWidth));
+        services.SaveSetting(kPendulon, "Startup", "Left", GeneralNumber(centredLeft));
+        services.SaveSetting(kPendulon, "Startup", "Top", GeneralNumber(centredTop));
+        services.SaveSetting(kPendulon, "Startup", "WindowState", "0");
+    }
+
+    // The design tool: its open command, without the command's arguments.
+    if (auto tool = mShared::GetAppRegValue(app_, mShared::kHKeyLocalMachine,
+                                            mShared::kDesignToolKey, 1, "")) {
+        std::string command = *tool;
+        if (!command.empty()) {
+            const size_t blank = InStr(command, " ");
+            if (blank > 0)
+                command = pendulon::Left(command, blank - 1);
+            app_.gstrDesignTool = command;
+            mnuToolsLaunchKITE.SetEnabled(true);
+        }
+    }
+
+    const double height =
+        Val(services.GetSetting(kPendulon, "Startup", "Height", GeneralNumber(kDefaultHeight)));
+    const double width =
+        Val(services.GetSetting(kPendulon, "Startup", "Width", GeneralNumber(kDefaultWidth)));
+    double top = Val(services.GetSetting(kPendulon, "Startup", "Top", GeneralNumber(centredTop)));
+    double left =
+        Val(services.GetSetting(kPendulon, "Startup", "Left", GeneralNumber(centredLeft)));
+    const double state = Val(services.GetSetting(kPendulon, "Startup", "WindowState", "0"));
+    if (left + width > screenWidth || top + height > screenHeight) {
+        left = 0;
+        top = 0;
+    }
+    Move(left, top, width, height);
+    SetWindowState(static_cast<int>(RoundHalfEven(state)));
+
+    for (int i = 5; i >= 1; --i) {
+        const std::string path = services.GetSetting(kPendulon, "FilePath", std::to_string(i), "");
+        if (!path.empty())
+            UpdateFileMenu(path);
+    }
+
+    const std::string showPower = services.GetSetting(kPendulon, "Setting", "ShowPowerWindow", "");
+    if (!showPower.empty())
+        mnuViewPower.SetChecked(IsTrueText(showPower));
+
+    const std::string showDebug = services.GetSetting(kPendulon, "Setting", "ShowDebugWindow", "");
+    if (!showDebug.empty()) {
+        mnuViewDebugWindow.SetEnabled(true);
+        mnuViewDebugWindow.SetVisible(true);
+        mnuViewDebugWindow.SetChecked(IsTrueText(showDebug));
+    }
+}
+
+void frmMain::SaveApplicationSettings() {
+    PlatformServices& services = app_.Services();
+    double saveOnExit = 1;
+    const std::string text = services.GetSetting(kPendulon, "Option", "SaveOnExit", "");
+    if (text.empty()) {
+        services.SaveSetting(kPendulon, "Option", "SaveOnExit", "1");
+    } else {
+        saveOnExit = Val(text);
+    }
+    if (saveOnExit != 1)
+        return;
+    services.SaveSetting(kPendulon, "Startup", "WindowState", std::to_string(WindowState()));
+    if (WindowState() == 0) {
+        services.SaveSetting(kPendulon, "Startup", "Top", GeneralNumber(Top()));
+        services.SaveSetting(kPendulon, "Startup", "Left", GeneralNumber(Left()));
+        services.SaveSetting(kPendulon, "Startup", "Width", GeneralNumber(Width()));
+        services.SaveSetting(kPendulon, "Startup", "Height", GeneralNumber(Height()));
+    }
+    for (int i = 1; i <= mintRecentFileCount; ++i)
+        services.SaveSetting(kPendulon, "FilePath", std::to_string(i), RecentPath(i));
+    services.SaveSetting(kPendulon, "Setting", "ShowPowerWindow",
+                         mnuViewPower.Checked() ? "True" : "False");
+    if (mnuViewDebugWindow.Enabled()) {
+        services.SaveSetting(kPendulon, "Setting", "ShowDebugWindow",
+                             mnuViewDebugWindow.Checked() ? "True" : "False");
+    }
+}
+
+void frmMain::ClearRegistry() {
+    PlatformServices& services = app_.Services();
+    const int answer =
+        services.MsgBox("Continue removing registry settings associated with Pendulon?",
+                        msgbox::OKCancel | msgbox::Question, app_.gstrTitle);
+    if (answer != msgbox::OK)
+        return;
+    if (!services.GetSetting(kPendulon, "Option", "SaveOnExit", "").empty()) {
+        services.DeleteSetting(kPendulon);
+        services.MsgBox("Registry settings have been removed.", msgbox::Information,
+                        app_.gstrTitle);
+    }
+}
+
 }  // namespace pendulon

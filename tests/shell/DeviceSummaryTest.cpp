@@ -14,7 +14,7 @@ namespace {
 TEST(DeviceWindow, AllFifteenOptionsInOneGroup) {
     ShellHarness h;
     frmDevice& d = h.app.DeviceForm();
-    const char* names[] = {"QX6105A", "QX6105AF", "QX6105AI", "QX7311", "QX7311F",
+    const char* names[] = {"QX6105A", "QX6105AF", "QX6105AI", "QX7311",  "QX7311F",
                            "QX7311I", "QX7312",   "QX7312F",  "QX7312I", "QX4860",
                            "QX4860F", "QX4860I",  "QX5140",   "QX3350",  "QX3350I"};
     for (const char* name : names) {
@@ -56,6 +56,34 @@ TEST(DeviceWindow, PinoutCheckSetsTheWidthAndIsStoredOnOK) {
     EXPECT_EQ(h.platform.GetSetting("Pendulon", "Setting", "DeviceShowPinout", ""), "1");
     EXPECT_TRUE(d.OKStatus());
     EXPECT_EQ(h.app.Document(), nullptr);  // not a new document
+}
+
+bool HasText(const PictureBox& picture, const std::string& text) {
+    for (const DrawOp& op : picture.DisplayList())
+        if (op.type == DrawOp::Type::Text && op.text == text)
+            return true;
+    return false;
+}
+
+TEST(DeviceWindow, OptionDrawsThePinoutOfItsDevice) {
+    ShellHarness h;
+    h.Start();
+    frmDevice& d = h.app.DeviceForm();
+    d.optQX7312.SetValue(true);
+    EXPECT_TRUE(HasText(d.picPinout[0], "QX7312"));
+    EXPECT_TRUE(HasText(d.picPinout[0], "XTALIN"));
+    EXPECT_FALSE(d.picPinout[1].Visible());
+    EXPECT_TRUE(d.picPinout[1].DisplayList().empty());
+    // The QX4860 family shows its 8-pin and 14-pin packages.
+    d.optQX4860I.SetValue(true);
+    EXPECT_TRUE(HasText(d.picPinout[0], "QX4860I"));
+    EXPECT_TRUE(HasText(d.picPinout[0], "REFCLK"));
+    EXPECT_FALSE(HasText(d.picPinout[0], "FS3"));
+    EXPECT_TRUE(d.picPinout[1].Visible());
+    EXPECT_TRUE(HasText(d.picPinout[1], "FS3"));
+    d.optQX6105A.SetValue(true);
+    EXPECT_TRUE(HasText(d.picPinout[0], "CLKC"));
+    EXPECT_TRUE(d.picPinout[1].DisplayList().empty());
 }
 
 TEST(DeviceWindow, FirstRunShowsTheWideWindow) {

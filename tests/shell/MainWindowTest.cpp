@@ -644,3 +644,63 @@ TEST(MainWindowLayout, RightButtonWithoutShiftPopsUpFileMenu) {
 
 }  // namespace
 }  // namespace pendulon::test
+
+namespace pendulon::test {
+namespace {
+
+TEST(MainWindowNew, InvalidDeviceStillUnloadsTheOpenDocument) {
+    ShellHarness h({"QX6105A"});
+    h.Start();
+    h.NewDocument("QX6105A");
+    ASSERT_NE(h.Doc(), nullptr);
+    h.app.DeviceForm().mstrCurrentDevice = "QX9999";
+    h.app.Main().LoadForm();
+    EXPECT_EQ(h.app.Errors().LastNumber(), 10603);
+    EXPECT_EQ(h.app.Document(), nullptr);
+    EXPECT_EQ(h.unloads, 1);
+    EXPECT_FALSE(h.app.Main().mnuSave.Enabled());
+}
+
+TEST(MainWindowPreview, SaveAndCloseActOnThePreviewInFront) {
+    ShellHarness h;
+    h.Start();
+    h.NewDocument("QX6105A");
+    h.Edit("31");
+    int saves = 0;
+    h.app.SetPreview(std::make_unique<Window>("frmPrintPreview"), [&saves] { ++saves; });
+    EXPECT_EQ(h.app.ActiveChild()->Name(), "frmPrintPreview");
+    h.app.Main().mnuSave.RaiseClick();
+    EXPECT_EQ(saves, 1);
+    EXPECT_TRUE(h.platform.DialogsShown().empty());
+    h.app.Main().mnuClose.RaiseClick();
+    EXPECT_EQ(h.app.Preview(), nullptr);
+    ASSERT_NE(h.Doc(), nullptr);
+    EXPECT_EQ(h.app.ActiveChild(), h.app.Document());
+}
+
+TEST(MainWindowPreview, ExitUnloadsThePreviewFirst) {
+    ShellHarness h;
+    h.Start();
+    h.NewDocument("QX6105A");
+    h.app.SetPreview(std::make_unique<Window>("frmPrintPreview"));
+    h.app.Main().mnuExit.RaiseClick();
+    EXPECT_EQ(h.app.Preview(), nullptr);
+    EXPECT_EQ(h.app.Document(), nullptr);
+    EXPECT_TRUE(h.app.Ended());
+}
+
+TEST(MainWindowHooks, DesktopHearsOfChildrenComingAndGoing) {
+    ShellHarness h;
+    h.Start();
+    std::vector<std::string> events;
+    h.app.OnChildLoaded = [&events](Window& w) { events.push_back("load " + w.Name()); };
+    h.app.OnChildUnloading = [&events](Window& w) { events.push_back("unload " + w.Name()); };
+    h.NewDocument("QX6105A");
+    h.app.Main().mnuClose.RaiseClick();
+    ASSERT_EQ(events.size(), 2u);
+    EXPECT_EQ(events[0], "load frmTest");
+    EXPECT_EQ(events[1], "unload frmTest");
+}
+
+}  // namespace
+}  // namespace pendulon::test

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "ShellTestSupport.hpp"
+#include "entryfile/EntryFileHost.hpp"
 #include "entryfile/clsEntryFile.hpp"
 #include "entryfile/mFileAccessor.hpp"
 #include "shell/frmDevice.hpp"
@@ -227,9 +228,12 @@ std::string PickedDevice(const std::string& partDescription) {
     clsEntryFile entry(h.app.Errors());
     entry.mstrPartDescription = partDescription;
     entry.set_f(0, 10);
-    if (!mFileAccessor::FillForm(h.app, entry, "/p/" + partDescription + ".ent")) return "-";
-    if (h.Doc()->lblDevice.Caption() != h.app.DeviceForm().mstrCurrentDevice) return "?";
-    if (!h.app.DeviceForm().OptionFor(h.app.DeviceForm().mstrCurrentDevice)->Value()) return "!";
+    if (!mFileAccessor::FillForm(h.app, entry, "/p/" + partDescription + ".ent"))
+        return "-";
+    if (h.Doc()->lblDevice.Caption() != h.app.DeviceForm().mstrCurrentDevice)
+        return "?";
+    if (!h.app.DeviceForm().OptionFor(h.app.DeviceForm().mstrCurrentDevice)->Value())
+        return "!";
     return h.app.DeviceForm().mstrCurrentDevice;
 }
 
@@ -265,6 +269,34 @@ TEST(FileAccessor, FillFormSetsPathStatusAndFocus) {
     EXPECT_EQ(h.Doc()->cboFRef.Text(), "14.31818 MHz");
     EXPECT_EQ(h.Doc()->ActiveControl(), &h.Doc()->cboFRef);
     EXPECT_EQ(h.app.Main().lblStatus.Caption(), "");
+}
+
+}  // namespace
+}  // namespace pendulon::test
+
+namespace pendulon::test {
+namespace {
+
+TEST(EntryHost, AnswersFromTheRunningProgram) {
+    ShellHarness h;
+    h.Start();
+    EntryFileHost& host = h.app.EntryHost();
+    EXPECT_EQ(&host.Errors(), &h.app.Errors());
+    EXPECT_EQ(host.Title(), "Pendulon(tm) 3.71");
+    EXPECT_EQ(host.Build(), "Build #: 3.71.010");
+    EXPECT_EQ(host.EntryFileHeader(), mShared::EntryFileHeader(h.app));
+    h.app.Summary().txtRevision.SetText("R2");
+    h.app.Summary().txtFilename.SetText("f.ent");
+    EXPECT_EQ(host.Revision(), "R2");
+    EXPECT_EQ(host.SummaryFilename(), "f.ent");
+    h.app.Main().mblnSaveEntryFileDescription = true;
+    EXPECT_TRUE(host.SaveEntryFileDescription());
+    h.app.Main().UpdateFileMenu("/r/one.ent");
+    EXPECT_EQ(host.RecentFileCaption(), "&1 /r/one.ent");
+    host.DisplayStatus("Busy");
+    EXPECT_EQ(h.app.Main().lblStatus.Caption(), "Busy");
+    host.ShowHelp("hint");
+    EXPECT_EQ(h.app.Main().lblHelpInfo.Caption(), " hint");
 }
 
 }  // namespace

@@ -28,11 +28,14 @@ TestConfigurator::TestConfigurator(Application& app) : Configurator(app, "frmTes
     };
 }
 
-std::string TestConfigurator::Device() const { return App().DeviceForm().mstrCurrentDevice; }
+std::string TestConfigurator::Device() const {
+    return App().DeviceForm().mstrCurrentDevice;
+}
 
 void TestConfigurator::SetDevice(const std::string& device) {
     lblDevice.SetCaption(device);
-    if (OptionButton* option = App().DeviceForm().OptionFor(device)) option->SetValue(true);
+    if (OptionButton* option = App().DeviceForm().OptionFor(device))
+        option->SetValue(true);
 }
 
 std::string TestConfigurator::Checksum() {
@@ -50,12 +53,13 @@ bool TestConfigurator::FillForm(clsEntryFile& data, const std::string& path) {
     return !refuseFill;
 }
 
-void TestConfigurator::Save() { MakeEntryFile(txtFilePath.Text()); }
+void TestConfigurator::Save() {
+    MakeEntryFile(txtFilePath.Text());
+}
 
 std::string TestConfigurator::EntryText() const {
-    return "# s " + Device() + "-01\r\n# f " +
-           mShared::FormatFrequencyFixed(Val(cboFRef.Text())) + " ;0\r\n# i " + txtNote.Text() +
-           " ;0\r\n";
+    return "# s " + Device() + "-01\r\n# f " + mShared::FormatFrequencyFixed(Val(cboFRef.Text())) +
+           " ;0\r\n# i " + txtNote.Text() + " ;0\r\n";
 }
 
 void TestConfigurator::MakeEntryFile(const std::string& path) {
@@ -82,13 +86,15 @@ void TestConfigurator::Form_Load() {
 }
 
 void TestConfigurator::Form_Unload() {
-    if (unloadCounter != nullptr) ++*unloadCounter;
+    if (unloadCounter != nullptr)
+        ++*unloadCounter;
 }
 
 ShellHarness::ShellHarness(std::set<std::string> devices) : built(std::move(devices)) {
     app.ConfiguratorFactory = [this](Application& a,
                                      const std::string& device) -> std::unique_ptr<Configurator> {
-        if (built.count(device) == 0) return nullptr;
+        if (built.count(device) == 0)
+            return nullptr;
         auto doc = std::make_unique<TestConfigurator>(a);
         doc->unloadCounter = &unloads;
         doc->refuseFill = refuseNextFill;
@@ -100,7 +106,9 @@ TestConfigurator* ShellHarness::Doc() const {
     return dynamic_cast<TestConfigurator*>(app.Document());
 }
 
-void ShellHarness::Start(const std::string& commandLine) { app.Main().MDIForm_Load(commandLine); }
+void ShellHarness::Start(const std::string& commandLine) {
+    app.Main().MDIForm_Load(commandLine);
+}
 
 void ShellHarness::NewDocument(const std::string& device) {
     platform.QueueModal("frmDevice", [device](Window& w) {
@@ -124,7 +132,8 @@ void ShellHarness::QueueSummaryOK() {
 int ShellHarness::CountMessages(const std::string& text) const {
     int count = 0;
     for (const auto& message : platform.Messages())
-        if (message.Text.find(text) != std::string::npos) ++count;
+        if (message.Text.find(text) != std::string::npos)
+            ++count;
     return count;
 }
 

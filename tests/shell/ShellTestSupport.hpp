@@ -12,7 +12,7 @@ namespace pendulon::test {
 // A small document window for the shell's tests: a few named fields, a checksum computed from
 // them, an entry file of three tagged lines, and a FillForm that reads those lines back.
 class TestConfigurator : public Configurator {
-public:
+  public:
     explicit TestConfigurator(Application& app);
 
     TextField txtNote;

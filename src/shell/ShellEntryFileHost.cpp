@@ -1,0 +1,41 @@
+#include "shell/ShellEntryFileHost.hpp"
+
+#include "shell/Application.hpp"
+#include "shell/frmMain.hpp"
+#include "shell/frmSummary.hpp"
+#include "shell/mSharedApp.hpp"
+
+namespace pendulon {
+
+ErrorReport& ShellEntryFileHost::Errors() {
+    return app_.Errors();
+}
+std::string ShellEntryFileHost::Title() {
+    return app_.gstrTitle;
+}
+std::string ShellEntryFileHost::Build() {
+    return app_.gstrBuild;
+}
+std::string ShellEntryFileHost::EntryFileHeader() {
+    return mShared::EntryFileHeader(app_);
+}
+std::string ShellEntryFileHost::Revision() {
+    return app_.Summary().txtRevision.Text();
+}
+std::string ShellEntryFileHost::SummaryFilename() {
+    return app_.Summary().txtFilename.Text();
+}
+bool ShellEntryFileHost::SaveEntryFileDescription() {
+    return app_.Main().mblnSaveEntryFileDescription;
+}
+std::string ShellEntryFileHost::RecentFileCaption() {
+    return app_.Main().mnuFilePathArray[1].Caption();
+}
+void ShellEntryFileHost::DisplayStatus(const std::string& text) {
+    app_.Main().DisplayStatus(text);
+}
+void ShellEntryFileHost::ShowHelp(const std::string& text) {
+    app_.Main().ShowHelp(text);
+}
+
+}  // namespace pendulon

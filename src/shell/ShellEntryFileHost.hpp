@@ -1,0 +1,31 @@
+#pragma once
+#include <string>
+
+#include "entryfile/EntryFileHost.hpp"
+
+namespace pendulon {
+
+class Application;
+
+// What the entry-file classes ask of the running program, answered by the application's
+// windows: the title texts, the header block, the summary fields and the main window.
+class ShellEntryFileHost : public EntryFileHost {
+  public:
+    explicit ShellEntryFileHost(Application& app) : app_(app) {}
+
+    ErrorReport& Errors() override;
+    std::string Title() override;
+    std::string Build() override;
+    std::string EntryFileHeader() override;
+    std::string Revision() override;
+    std::string SummaryFilename() override;
+    bool SaveEntryFileDescription() override;
+    std::string RecentFileCaption() override;
+    void DisplayStatus(const std::string& text) override;
+    void ShowHelp(const std::string& text) override;
+
+  private:
+    Application& app_;
+};
+
+}  // namespace pendulon
