@@ -14,6 +14,12 @@ export XDG_CONFIG_DIRS="$CONFIG/system"
 export QT_QPA_PLATFORM=xcb
 SETTINGS="$XDG_CONFIG_HOME/Pendulon/Pendulon.conf"
 
+# On a loaded machine the X server may take longer to answer than xvfb-run waits for.
+for _ in $(seq 1 150); do
+    xdotool getdisplaygeometry >/dev/null 2>&1 && break
+    sleep 0.2
+done
+
 fail() {
     echo "FAIL: $*" >&2
     [ -n "${PID:-}" ] && kill "$PID" 2>/dev/null
