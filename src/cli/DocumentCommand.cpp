@@ -1,5 +1,7 @@
 #include "cli/DocumentCommand.hpp"
 
+#include "power/frmPower.hpp"
+
 #include <iostream>
 
 #include "cli/DocumentSession.hpp"
@@ -288,6 +290,13 @@ nlohmann::json DocumentSession::State() const {
         }
     }
     state["fields"] = fields;
+    // The power table as its text lines, as the power panel shows it.
+    const frmPower& power = app_->Power();
+    nlohmann::json lines = nlohmann::json::array();
+    for (const std::string& line : power.lstPower.Items()) lines.push_back(line);
+    state["power"] = {{"head", power.HeadingLine()},
+                      {"lines", lines},
+                      {"footnote", power.lblFootnote.Caption()}};
     nlohmann::json messages = nlohmann::json::array();
     for (const auto& message : platform_.Messages()) {
         messages.push_back({{"title", message.Title},

@@ -13,46 +13,8 @@
 
 namespace {
 
-struct CliResult {
-    int exitCode = -1;
-    std::string out;
-    std::string err;
-};
-
-std::string Quote(const std::string& text) {
-    std::string quoted = "'";
-    for (char c : text) {
-        if (c == '\'') {
-            quoted += "'\\''";
-        } else {
-            quoted += c;
-        }
-    }
-    return quoted + "'";
-}
-
-// Runs pendulon-cli with the arguments; standard error is collected through a file.
-CliResult RunCli(const std::vector<std::string>& args) {
-    const std::string dir = pendulon::test::MakeTempDir();
-    const std::string errPath = (std::filesystem::path(dir) / "stderr.txt").string();
-    std::string command = Quote(PENDULON_CLI);
-    for (const auto& arg : args) command += " " + Quote(arg);
-    command += " 2>" + Quote(errPath);
-    CliResult result;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr)
-        return result;
-    char buffer[4096];
-    size_t n = 0;
-    while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0) result.out.append(buffer, n);
-    const int status = pclose(pipe);
-    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    std::ifstream err(errPath);
-    std::stringstream text;
-    text << err.rdbuf();
-    result.err = text.str();
-    return result;
-}
+using pendulon::test::CliResult;
+using pendulon::test::RunCli;
 
 nlohmann::json Json(const CliResult& result) {
     return nlohmann::json::parse(result.out);

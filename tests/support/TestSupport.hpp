@@ -1,5 +1,6 @@
 #pragma once
 #include <string>
+#include <vector>
 
 namespace pendulon::test {
 
@@ -9,5 +10,16 @@ std::string DataPath(const std::string& name);
 std::string ReadFile(const std::string& path);
 // A fresh empty folder under the system's temporary folder.
 std::string MakeTempDir();
+
+// What a run of pendulon-cli gave.
+struct CliResult {
+    int exitCode = -1;
+    std::string out;
+    std::string err;
+};
+// Runs pendulon-cli with the arguments, without a shell's word splitting; collects standard
+// output and standard error. Extra environment settings ("NAME=value") go in front.
+CliResult RunCli(const std::vector<std::string>& args,
+                 const std::vector<std::string>& environment = {});
 
 }  // namespace pendulon::test
