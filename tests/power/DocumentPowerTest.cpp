@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "configurators/QX6105ATestSupport.hpp"
 #include "configurators/frmQX4860TestSupport.hpp"
@@ -17,6 +19,20 @@ namespace {
 
 using testing::QX4860Document;
 using testing::QX6105ADocument;
+
+// The texts painted on the document's picPower, in drawing order.
+std::vector<std::string> PaintedTexts(Configurator& form) {
+    std::vector<std::string> texts;
+    for (const DrawOp& op : form.picPower.DisplayList())
+        if (op.type == DrawOp::Type::Text)
+            texts.push_back(op.text);
+    return texts;
+}
+
+bool Painted(Configurator& form, const std::string& text) {
+    const auto texts = PaintedTexts(form);
+    return std::find(texts.begin(), texts.end(), text) != texts.end();
+}
 
 void ExpectWorstAboveTypical(frmPower& power) {
     for (int r = 0; r < power.RowCount(); ++r) {
@@ -69,6 +85,10 @@ TEST(QX6105APowerTable, FrequencySelectAtFiveVoltsReadsOverlappingOutputs) {
     EXPECT_EQ(power.lstPower.List(1), "    1   39mA   54mA ");
     EXPECT_EQ(power.lblFootnote.Caption(), "Typical: 5.0V 18pF Load\r\n   Worst: 5.5V 30pF Load");
     EXPECT_TRUE(power.lblFootnote.Visible());
+    // The same lines are what the document's picPower shows.
+    EXPECT_TRUE(Painted(form, "   FS Typical  Worst"));
+    EXPECT_TRUE(Painted(form, "    0   51mA   75mA "));
+    EXPECT_TRUE(Painted(form, "    1   39mA   54mA "));
     ExpectWorstAboveTypical(power);
 }
 
@@ -80,13 +100,14 @@ TEST(QX6105APowerTable, OutputEnableAtThreeVoltsHasOneUnlabelledRow) {
     ASSERT_TRUE(form.optOE.Value());
     QX6105ADocument::Pick(form.cboClkDiv[0], "PLL/2");
     QX6105ADocument::Pick(form.cboClkDiv[1], "PLL");
-    QX6105ADocument::Pick(form.cboClkDiv[2], "Ref");
+    QX6105ADocument::Pick(form.cboClkDiv[2], "Off");
     doc.Type(form.txtPLL[0], "80");
     form.cmdCalculate_Click();
     ASSERT_EQ(Val(form.cboPLLData[0].Text()), 80);
     ASSERT_EQ(Val(form.cboActual[0].Text()), 40);
     ASSERT_EQ(Val(form.cboActual[1].Text()), 80);
-    ASSERT_EQ(Val(form.cboActual[2].Text()), 10);
+    // An output that is off reads "Off", which counts as 0.
+    ASSERT_EQ(form.cboActual[2].Text(), "Off");
 
     frmPower& power = doc.app->Power();
     EXPECT_EQ(power.RowCount(), 1);
@@ -95,10 +116,10 @@ TEST(QX6105APowerTable, OutputEnableAtThreeVoltsHasOneUnlabelledRow) {
     // Widths 1, 8 and 7.
     EXPECT_EQ(power.HeadingLine(), "  Typical  Worst");
     ASSERT_EQ(power.lstPower.ListCount(), 1);
-    // 40 + 80 + 10 = 130; base 2.25 + 0.55 + 0.02 x 80 = 4.4.
-    //   typical (4.4 + 0.0306 x 130 = 4.4 + 3.978 = 8.378) x 3.3 = 27.6474 -> 28
-    //   worst   (4.4 + 0.051 x 130 = 4.4 + 6.63 = 11.03) x 4.0 = 44.12 -> 44
-    EXPECT_EQ(power.lstPower.List(0), "    28mA   44mA ");
+    // 40 + 80 + 0 = 120; base 2.25 + 0.055 x 10 + 0.02 x 80 = 4.4.
+    //   typical (4.4 + 0.0306 x 120 = 4.4 + 3.672 = 8.072) x 3.3 = 26.6376 -> 27
+    //   worst   (4.4 + 0.051 x 120 = 4.4 + 6.12 = 10.52) x 4.0 = 42.08 -> 42
+    EXPECT_EQ(power.lstPower.List(0), "    27mA   42mA ");
     EXPECT_EQ(power.lblFootnote.Caption(), "Typical: 3.3V 18pF Load\r\n   Worst: 3.6V 30pF Load");
     ExpectWorstAboveTypical(power);
 }
@@ -127,6 +148,7 @@ TEST(QX4860PowerTable, FourteenPinsAtFiveVoltsHasSixteenRowsInFourBits) {
     //   typical (6.55 + 0.0306 x 120 = 6.55 + 3.672 = 10.222) x 5.0 = 51.11 -> 51
     //   worst   (6.55 + 0.051 x 120 = 6.55 + 6.12 = 12.67) x 5.5 = 69.685 -> 70
     EXPECT_EQ(power.lstPower.List(0), "   0000    51mA   70mA");
+    EXPECT_TRUE(Painted(form, "   0000    51mA   70mA"));
     // Row 1: VCO 100, clocks 25 + 50 = 75; base 2.25 + 1.1 + 2.0 = 5.35.
     //   typical (5.35 + 0.0306 x 75 = 5.35 + 2.295 = 7.645) x 5.0 = 38.225 -> 38
     //   worst   (5.35 + 0.051 x 75 = 5.35 + 3.825 = 9.175) x 5.5 = 50.4625 -> 50
