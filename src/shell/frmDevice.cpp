@@ -12,7 +12,7 @@ namespace pendulon {
 
 namespace {
 constexpr const char* kApp = "Pendulon";
-constexpr double kPinoutWidth = 3400;
+constexpr double kPinoutWidth = 3600;
 }  // namespace
 
 frmDevice::frmDevice(Application& app) : Window("frmDevice"), app_(app) {
