@@ -12,7 +12,8 @@ namespace pendulon {
 
 namespace {
 constexpr const char* kApp = "Pendulon";
-}
+constexpr double kPinoutWidth = 3600;
+}  // namespace
 
 frmDevice::frmDevice(Application& app) : Window("frmDevice"), app_(app) {
     SetCaption("Select Device");
@@ -46,8 +47,11 @@ frmDevice::frmDevice(Application& app) : Window("frmDevice"), app_(app) {
     cmdOK.OnClick = [this] { cmdOK_Click(); };
     cmdCancel.OnClick = [this] { cmdCancel_Click(); };
     cmdDecisionTree.OnClick = [this] { cmdDecisionTree_Click(); };
-    picPinout[0].Move(3700, 360, 1560, 3000);
-    picPinout[1].Move(3700, 360, 1560, 3000);
+    // Wide enough for the longest pin names on both sides of the widest chip body at the
+    // drawing scale, with room for screen fonts a little wider than the measured ones. The
+    // second package of a family stands to the right of the first.
+    picPinout[0].Move(3700, 360, kPinoutWidth, 3000);
+    picPinout[1].Move(3700 + kPinoutWidth, 360, kPinoutWidth, 3000);
     Move(0, 0, kNarrowWidth, 4000);
 }
 

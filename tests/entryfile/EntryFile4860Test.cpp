@@ -487,16 +487,34 @@ TEST_F(EntryFile4860Test, WriteToMissingFolderReportsAndLeavesNothing) {
 }
 
 TEST_F(EntryFile4860Test, FailedWriteKeepsTheOldFile) {
-    const std::string path = test::WriteBytes(dir, "keep.ent", "old");
-    std::filesystem::permissions(
-        dir, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+    // The target's folder is a regular file, so no temporary file can be made beside the
+    // target whatever the rights of the user running the test.
+    const std::string old = test::WriteBytes(dir, "keep.ent", "old");
     Use(Form4860F(app));
     cls.MakeEntryFile();
-    cls.WriteEntryFile(path);
-    std::filesystem::permissions(dir, std::filesystem::perms::owner_all);
-    if (Numbers().empty())
-        GTEST_SKIP() << "running with rights that ignore folder permissions";
-    EXPECT_EQ(test::ReadFile(path), "old");
+    cls.WriteEntryFile(old + "/copy.ent");
+    ASSERT_FALSE(Numbers().empty());
+    EXPECT_EQ(Numbers().back(), 75);
+    EXPECT_EQ(test::ReadFile(old), "old");
+    std::size_t entries = 0;
+    for ([[maybe_unused]] const auto& e : std::filesystem::directory_iterator(dir)) ++entries;
+    EXPECT_EQ(entries, 1u);
+}
+
+TEST_F(EntryFile4860Test, FailedWriteOverAFolderKeepsItsContentAndLeavesNoTemporaryFile) {
+    // A folder stands where the file should go: the rename fails even for the super-user.
+    const std::filesystem::path target = std::filesystem::path(dir) / "taken.ent";
+    std::filesystem::create_directory(target);
+    const std::string inner = test::WriteBytes(target.string(), "inside.txt", "old");
+    Use(Form4860F(app));
+    cls.MakeEntryFile();
+    cls.WriteEntryFile(target.string());
+    ASSERT_FALSE(Numbers().empty());
+    EXPECT_TRUE(std::filesystem::is_directory(target));
+    EXPECT_EQ(test::ReadFile(inner), "old");
+    std::size_t entries = 0;
+    for ([[maybe_unused]] const auto& e : std::filesystem::directory_iterator(dir)) ++entries;
+    EXPECT_EQ(entries, 1u);
 }
 
 }  // namespace
