@@ -16,7 +16,7 @@ namespace pendulon {
 // and a chip in its package with its pins and pin names. Every length is snapped to whole
 // pixels of the screen so that the drawing stays crisp at any scale.
 class clsGraphics {
-public:
+  public:
     // An argument that may be any object, as the panel routine checks the kinds it is given.
     using Object = std::variant<std::monostate, Window*, Field*>;
     // The optional inset flag, which a caller may pass as any value.
@@ -38,8 +38,7 @@ public:
     // mask whose non-blank characters put a bar over the name's character at that position.
     void DrawChip(PictureBox& picPBox, const std::string& strChipName,
                   const std::vector<std::string>& astrPin, double dblChipScale);
-    void DrawChipBody3D(PictureBox& target, int left, int top, int width, int height,
-                        bool notch);
+    void DrawChipBody3D(PictureBox& target, int left, int top, int width, int height, bool notch);
     void DrawNotch3D(PictureBox& target, int x, int y, int size, Color fill, Color highlight,
                      Color shadow);
     void DrawPin3D(PictureBox& target, int x, int y, int width, int height, Color fill,
@@ -57,7 +56,7 @@ public:
     int SnapX(double k, double s) const;
     int SnapY(double k, double s) const;
 
-private:
+  private:
     ErrorReport& errors_;
     int twipsX_;
     int twipsY_;

@@ -2,6 +2,8 @@
 
 #include "configurators/Configurator.hpp"
 #include "core/Numbers.hpp"
+#include "graphics/clsGraphics.hpp"
+#include "reports/mAsciiPrintout.hpp"
 #include "shell/Application.hpp"
 #include "shell/ConfiguratorFactory.hpp"
 #include "shell/frmMain.hpp"
@@ -44,6 +46,8 @@ frmDevice::frmDevice(Application& app) : Window("frmDevice"), app_(app) {
     cmdOK.OnClick = [this] { cmdOK_Click(); };
     cmdCancel.OnClick = [this] { cmdCancel_Click(); };
     cmdDecisionTree.OnClick = [this] { cmdDecisionTree_Click(); };
+    picPinout[0].Move(3700, 360, 1560, 3000);
+    picPinout[1].Move(3700, 360, 1560, 3000);
     Move(0, 0, kNarrowWidth, 4000);
 }
 
@@ -84,7 +88,36 @@ void frmDevice::chkShowPinout_Click() {
 void frmDevice::DrawPinout() {
     picPinout[0].Cls();
     picPinout[1].Cls();
-    // The chip drawing joins here with the graphics of the pin tables.
+    const std::string& device = mstrCurrentDevice;
+    clsGraphics graphics(app_.Errors(), app_.gintTwipsPerPixelX, app_.gintTwipsPerPixelY);
+    std::vector<std::string> pins;
+    if (device.rfind("QX4860", 0) == 0) {
+        // Both packages of the family side by side.
+        mAsciiPrintout::GetPinout4860p8(pins, "");
+        graphics.DrawChip(picPinout[0], device, pins, 0.75);
+        pins.clear();
+        mAsciiPrintout::GetPinout4860p14(pins, "OE_ENABLE");
+        picPinout[1].SetVisible(true);
+        graphics.DrawChip(picPinout[1], device, pins, 0.75);
+        picPinout[0].Refresh();
+        picPinout[1].Refresh();
+        return;
+    }
+    // The option pins show the window's default mode.
+    if (device.rfind("QX6105A", 0) == 0) {
+        mAsciiPrintout::GetPinout6105A(pins, "OE");
+    } else if (device.rfind("QX7311", 0) == 0) {
+        mAsciiPrintout::GetPinout7311(pins, "SUSPEND+oe");
+    } else if (device.rfind("QX7312", 0) == 0) {
+        mAsciiPrintout::GetPinout7312(pins, "SUSPEND+oe");
+    } else if (device.rfind("QX3350", 0) == 0) {
+        mAsciiPrintout::GetPinout3350(pins, "OE");
+    } else if (device == "QX5140") {
+        mAsciiPrintout::GetPinout5140(pins, "OE");
+    }
+    picPinout[1].SetVisible(false);
+    if (!pins.empty()) graphics.DrawChip(picPinout[0], device, pins, 0.8);
+    picPinout[0].Refresh();
 }
 
 void frmDevice::cmdOK_Click() {

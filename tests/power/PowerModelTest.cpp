@@ -9,7 +9,7 @@ namespace pendulon {
 namespace {
 
 class PowerModelTest : public ::testing::Test {
-protected:
+  protected:
     HeadlessPlatform platform;
     ErrorReport errors{platform, [] { return std::string("Pendulon(tm)"); }};
 };
@@ -77,7 +77,7 @@ TEST_F(PowerModelTest, Power7311InvalidSupplyIsRefusedAndKeepsTheConstants) {
 
 TEST_F(PowerModelTest, Power4860IdleIsBaseCurrentTimesSupply) {
     clsPower4860 power(errors);
-    EXPECT_DOUBLE_EQ(power.CalculateICC(1), 11.25);  // 2.25 x 5.0
+    EXPECT_DOUBLE_EQ(power.CalculateICC(1), 11.25);   // 2.25 x 5.0
     EXPECT_DOUBLE_EQ(power.CalculateICC(0), 12.375);  // 2.25 x 5.5
     power.SetVDD(3.3);
     EXPECT_DOUBLE_EQ(power.CalculateICC(0), 9.0);  // 2.25 x 4.0

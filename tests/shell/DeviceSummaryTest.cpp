@@ -58,6 +58,33 @@ TEST(DeviceWindow, PinoutCheckSetsTheWidthAndIsStoredOnOK) {
     EXPECT_EQ(h.app.Document(), nullptr);  // not a new document
 }
 
+bool HasText(const PictureBox& picture, const std::string& text) {
+    for (const DrawOp& op : picture.DisplayList())
+        if (op.type == DrawOp::Type::Text && op.text == text) return true;
+    return false;
+}
+
+TEST(DeviceWindow, OptionDrawsThePinoutOfItsDevice) {
+    ShellHarness h;
+    h.Start();
+    frmDevice& d = h.app.DeviceForm();
+    d.optQX7312.SetValue(true);
+    EXPECT_TRUE(HasText(d.picPinout[0], "QX7312"));
+    EXPECT_TRUE(HasText(d.picPinout[0], "XTALIN"));
+    EXPECT_FALSE(d.picPinout[1].Visible());
+    EXPECT_TRUE(d.picPinout[1].DisplayList().empty());
+    // The QX4860 family shows its 8-pin and 14-pin packages.
+    d.optQX4860I.SetValue(true);
+    EXPECT_TRUE(HasText(d.picPinout[0], "QX4860I"));
+    EXPECT_TRUE(HasText(d.picPinout[0], "REFCLK"));
+    EXPECT_FALSE(HasText(d.picPinout[0], "FS3"));
+    EXPECT_TRUE(d.picPinout[1].Visible());
+    EXPECT_TRUE(HasText(d.picPinout[1], "FS3"));
+    d.optQX6105A.SetValue(true);
+    EXPECT_TRUE(HasText(d.picPinout[0], "CLKC"));
+    EXPECT_TRUE(d.picPinout[1].DisplayList().empty());
+}
+
 TEST(DeviceWindow, FirstRunShowsTheWideWindow) {
     ShellHarness h;
     h.Start();
