@@ -1,5 +1,6 @@
 #include "cli/Commands.hpp"
 
+#include "cli/DocumentCommand.hpp"
 #include "cli/SolveCommand.hpp"
 
 namespace pendulon::cli {
@@ -8,6 +9,7 @@ namespace pendulon::cli {
 const std::vector<Command>& Commands() {
     static const std::vector<Command> commands = {
         {"solve", kSolveUsage, kSolveSummary, RunSolve},
+        {"new", kNewUsage, kNewSummary, RunNew},
     };
     return commands;
 }
