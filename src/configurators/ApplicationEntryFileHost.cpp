@@ -19,7 +19,7 @@ bool ApplicationEntryFileHost::SaveEntryFileDescription() {
     return app_.Main().mblnSaveEntryFileDescription;
 }
 std::string ApplicationEntryFileHost::RecentFileCaption() {
-    return app_.Main().mnuFilePathArray[0].Caption();
+    return app_.Main().mnuFilePathArray[1].Caption();
 }
 void ApplicationEntryFileHost::DisplayStatus(const std::string& text) {
     app_.Main().DisplayStatus(text);

@@ -11,6 +11,7 @@
 #include "platform/OptionButton.hpp"
 #include "platform/TextField.hpp"
 #include "shell/Application.hpp"
+#include "support/ConfiguratorStubs.hpp"
 
 namespace pendulon::test {
 
@@ -46,6 +47,7 @@ public:
     void cmdApplyLimits_Click() override { ++applyLimitsClicks; }
     void cmdCalculate_Click() override {}
     void Form_Load() override {}
+    PENDULON_CONFIGURATOR_TEST_STEPS
 
     std::string device;
     std::map<int, bool> prescale;
