@@ -121,11 +121,11 @@ int CreateVector(DocumentSession& session, const std::string& path, bool fromNew
 }  // namespace
 
 // One text for the usage of open and of new.
-#define PENDULON_TOOL_ACTIONS                                                                  \
-    "        --save PATH       File, Save As to PATH (summary window answered OK)\n"           \
-    "        --options-details on|off\n"                                                       \
-    "                          entry files include the detailed descriptions, for this run\n"  \
-    "        --print PATH      write the ASCII configuration document to PATH\n"               \
+#define PENDULON_TOOL_ACTIONS                                                                 \
+    "        --save PATH       File, Save As to PATH (summary window answered OK)\n"          \
+    "        --options-details on|off\n"                                                      \
+    "                          entry files include the detailed descriptions, for this run\n" \
+    "        --print PATH      write the ASCII configuration document to PATH\n"              \
     "        --jed PATH        Tools, Create EPROM Vector, From New Entry File, to PATH\n"
 
 const char* const kToolActionsUsage = PENDULON_TOOL_ACTIONS;
@@ -186,9 +186,8 @@ bool OpenDocument(DocumentSession& session, const std::string& path, std::string
 const char* const kOpenUsage =
     "open FILE [ACTION]...\n"
     "      open the entry file FILE as File, Open does, then run the actions on it;\n"
-    "      ACTION is one of those of new (--set, --click, --answer, --json), or:\n"
-    PENDULON_TOOL_ACTIONS
-    "      the save and vector dialogs are answered with PATH";
+    "      ACTION is one of those of new (--set, --click, --answer, --json), "
+    "or:\n" PENDULON_TOOL_ACTIONS "      the save and vector dialogs are answered with PATH";
 const char* const kOpenSummary = "open an entry file and run the actions on it";
 
 int RunOpen(const std::vector<std::string>& args) {

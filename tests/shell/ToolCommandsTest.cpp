@@ -233,8 +233,7 @@ TEST(ToolViewEntryFile, FailedTemporaryNameFallsBackToEntfileTmpInProgramFolder)
     h.NewDocument("QX4860");
     h.Main().mnuViewEntryFileNew.RaiseClick();
     ASSERT_EQ(h.platform.Started().size(), 1u);
-    EXPECT_EQ(h.platform.Started()[0].Args.back(),
-              (fs::path(missing) / "~entfile.tmp").string());
+    EXPECT_EQ(h.platform.Started()[0].Args.back(), (fs::path(missing) / "~entfile.tmp").string());
 }
 
 TEST(ToolViewEntryFile, SavedOnNewUnsavedDocumentWithoutNameDoesNothing) {
@@ -294,10 +293,9 @@ TEST(ToolCreateEPROM, SavedWithEmptySummaryNameRaises10602) {
     ASSERT_EQ(h.platform.Messages().size(), 1u);
     const auto& message = h.platform.Messages()[0];
     EXPECT_EQ(message.Style, msgbox::Critical);
-    EXPECT_EQ(message.Text,
-              ErrorReport::Text(10602, "frmMain.mnuToolsCreateEPROMSaved",
-                                "Entry file does not exist!\r\n"
-                                "Choose Create EPROM Vector From New Entry File."));
+    EXPECT_EQ(message.Text, ErrorReport::Text(10602, "frmMain.mnuToolsCreateEPROMSaved",
+                                              "Entry file does not exist!\r\n"
+                                              "Choose Create EPROM Vector From New Entry File."));
     EXPECT_EQ(h.Main().dlgEPROM.DefaultExt, "jed");
     EXPECT_TRUE(h.platform.DialogsShown().empty());
 }
