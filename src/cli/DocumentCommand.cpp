@@ -1,6 +1,7 @@
+#include "cli/DocumentCommand.hpp"
+
 #include <iostream>
 
-#include "cli/DocumentCommand.hpp"
 #include "cli/DocumentSession.hpp"
 #include "configurators/Configurator.hpp"
 #include "platform/CheckBox.hpp"
@@ -69,14 +70,16 @@ Field* DocumentSession::Resolve(const std::string& name, Window*& window, std::s
         return nullptr;
     }
     Field* field = window->Fields().Find(fieldName);
-    if (field == nullptr) error = "unknown field '" + name + "'";
+    if (field == nullptr)
+        error = "unknown field '" + name + "'";
     return field;
 }
 
 bool DocumentSession::Set(const std::string& name, const std::string& text, std::string& error) {
     Window* window = nullptr;
     Field* field = Resolve(name, window, error);
-    if (field == nullptr) return false;
+    if (field == nullptr)
+        return false;
     if (!field->Enabled() || !field->Visible()) {
         error = "field '" + name + "' cannot take the focus";
         return false;
@@ -138,7 +141,8 @@ bool DocumentSession::Set(const std::string& name, const std::string& text, std:
 bool DocumentSession::Click(const std::string& name, std::string& error) {
     Window* window = nullptr;
     Field* field = Resolve(name, window, error);
-    if (field == nullptr) return false;
+    if (field == nullptr)
+        return false;
     if (!field->Enabled() || !field->Visible()) {
         error = "field '" + name + "' cannot be clicked";
         return false;
@@ -148,8 +152,13 @@ bool DocumentSession::Click(const std::string& name, std::string& error) {
             window->SetFocusTo(field);
             field->RaiseClick();
             break;
+        case FieldKind::MenuItem:
+            // A menu takes no focus from the field that has it.
+            field->RaiseClick();
+            break;
         case FieldKind::Check: {
             window->SetFocusTo(field);
+            // A click ticks a clear box and clears a ticked or greyed one.
             auto* check = static_cast<CheckBox*>(field);
             check->SetValue(check->Value() == 0 ? 1 : 0);
             break;

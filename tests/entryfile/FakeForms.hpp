@@ -11,7 +11,6 @@
 #include "platform/OptionButton.hpp"
 #include "platform/TextField.hpp"
 #include "shell/Application.hpp"
-#include "support/ConfiguratorStubs.hpp"
 
 namespace pendulon::test {
 
@@ -29,7 +28,7 @@ void SetOnlyEntry(ListField& list, const std::string& text);
 
 // A configurator with just the fields the entry file reads, registered by name.
 class FakeFormBase : public Configurator {
-public:
+  public:
     FakeFormBase(Application& app, std::string name, std::string device, int plls);
 
     std::string Device() const override { return device; }
@@ -47,7 +46,6 @@ public:
     void cmdApplyLimits_Click() override { ++applyLimitsClicks; }
     void cmdCalculate_Click() override {}
     void Form_Load() override {}
-    PENDULON_CONFIGURATOR_TEST_STEPS
 
     std::string device;
     std::map<int, bool> prescale;
@@ -61,7 +59,7 @@ public:
 };
 
 class Fake4860Form : public FakeFormBase {
-public:
+  public:
     Fake4860Form(Application& app, std::string device = "QX4860");
     OptionButton opt14Pin, opt8Pin;
     ListField cboClkADiv, cboRefClkDiv;
@@ -69,7 +67,7 @@ public:
 };
 
 class Fake6105AForm : public FakeFormBase {
-public:
+  public:
     Fake6105AForm(Application& app, std::string device = "QX6105A");
     OptionButton optFS, optOE;
     ControlArray<ListField> cboClkDiv{3};

@@ -13,7 +13,6 @@
 #include "power/frmPower.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
-#include "support/ConfiguratorStubs.hpp"
 
 namespace pendulon {
 namespace {
@@ -48,7 +47,6 @@ class PowerTestForm : public Configurator {
     void cmdApplyLimits_Click() override {}
     void cmdCalculate_Click() override {}
     void Form_Load() override {}
-    PENDULON_CONFIGURATOR_TEST_STEPS
     void CalculatePower() override {
         ++calculations;
         frmPower& power = App().Power();

@@ -15,7 +15,6 @@
 #include "shell/frmMain.hpp"
 #include "shell/frmSummary.hpp"
 #include "support/TestSupport.hpp"
-#include "support/ConfiguratorStubs.hpp"
 
 namespace pendulon {
 namespace {
@@ -61,7 +60,6 @@ public:
     void cmdApplyLimits_Click() override {}
     void cmdCalculate_Click() override {}
     void Form_Load() override {}
-    PENDULON_CONFIGURATOR_TEST_STEPS
 
     std::string device = "QX6105A";
     OptionButton optFS, optOE, opt5V, opt3V;

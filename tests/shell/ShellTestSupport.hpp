@@ -6,7 +6,6 @@
 #include "configurators/Configurator.hpp"
 #include "platform/HeadlessPlatform.hpp"
 #include "shell/Application.hpp"
-#include "support/ConfiguratorStubs.hpp"
 
 namespace pendulon::test {
 
@@ -32,7 +31,6 @@ class TestConfigurator : public Configurator {
     void cmdCalculate_Click() override;
     void Form_Load() override;
     void Form_Unload() override;
-    PENDULON_CONFIGURATOR_TEST_STEPS
 
     // The text of the entry file of the fields as they stand.
     std::string EntryText() const;
