@@ -10,6 +10,7 @@
 #include "core/clsQX4860.hpp"
 #include "core/clsReference.hpp"
 #include "core/mShared.hpp"
+#include "entryfile/ApplicationEntryFileHost.hpp"
 #include "entryfile/EntryFileHost.hpp"
 #include "entryfile/clsEntryFile4860.hpp"
 #include "graphics/clsGraphics.hpp"
@@ -18,8 +19,6 @@
 #include "reports/mAsciiPrintout.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
-#include "shell/frmSummary.hpp"
-#include "shell/mSharedApp.hpp"
 
 namespace pendulon {
 
@@ -28,25 +27,6 @@ namespace {
 bool StartsWith(const std::string& text, char letter) {
     return !text.empty() && text[0] == letter;
 }
-
-// What the entry-file object asks of the running program, answered by the application.
-class ApplicationEntryFileHost : public EntryFileHost {
-  public:
-    explicit ApplicationEntryFileHost(Application& app) : app_(app) {}
-    ErrorReport& Errors() override { return app_.Errors(); }
-    std::string Title() override { return app_.gstrTitle; }
-    std::string Build() override { return app_.gstrBuild; }
-    std::string EntryFileHeader() override { return mShared::EntryFileHeader(app_); }
-    std::string Revision() override { return app_.Summary().txtRevision.Text(); }
-    std::string SummaryFilename() override { return app_.Summary().txtFilename.Text(); }
-    bool SaveEntryFileDescription() override { return app_.Main().mblnSaveEntryFileDescription; }
-    std::string RecentFileCaption() override { return app_.Main().mnuFilePathArray[1].Caption(); }
-    void DisplayStatus(const std::string& text) override { app_.Main().DisplayStatus(text); }
-    void ShowHelp(const std::string& text) override { app_.Main().ShowHelp(text); }
-
-  private:
-    Application& app_;
-};
 
 }  // namespace
 
@@ -242,6 +222,12 @@ clsEntryFile4860& frmQX4860::EntryFile() {
     return *mclsEntryFile;
 }
 
+clsPower4860& frmQX4860::PowerModel() {
+    if (!mclsPower)
+        mclsPower = std::make_unique<clsPower4860>(App().Errors());
+    return *mclsPower;
+}
+
 void frmQX4860::ReleaseObjects() {
     mclsPLL.reset();
     mclsReference.reset();
@@ -249,6 +235,7 @@ void frmQX4860::ReleaseObjects() {
     mclsDevice.reset();
     mclsGraphics.reset();
     mclsEntryFile.reset();
+    mclsPower.reset();
 }
 
 // ---------------------------------------------------------------- contract operations
@@ -867,7 +854,7 @@ void frmQX4860::CalculatePower() {
     power.SetUnit(0, "");
     power.SetUnit(1, "mA ");
     power.SetUnit(2, "mA");
-    clsPower4860 model(App().Errors());
+    clsPower4860& model = PowerModel();
     model.SetVDD(opt3V.Value() ? 3.3 : 5.0);
     model.mdblFClock3 = 0;
     model.mdblReferenceFrequency = Val(cboFRef.Text());
