@@ -259,13 +259,13 @@ TEST(ToolCli, NewDocumentTakesTheSameActions) {
 TEST(ToolCli, NewWithUncalculatedChangeCannotSaveOrMakeVector) {
     const std::string dir = MakeTempDir();
     const CliRun save =
-        RunCli({"new", "QX4860", "--set", "txtPLL(0)=80", "--save", In(dir, "x.ent")});
+        RunCli({"new", "QX4860", "--set", "cboFRef=20.00000 MHz", "--save", In(dir, "x.ent")});
     EXPECT_EQ(save.exitCode, 1);
     EXPECT_NE(save.err.find("Warning! You have not calculated your configurations."),
               std::string::npos);
     EXPECT_FALSE(fs::exists(In(dir, "x.ent")));
     const CliRun jed =
-        RunCli({"new", "QX4860", "--set", "txtPLL(0)=80", "--jed", In(dir, "x.jed")});
+        RunCli({"new", "QX4860", "--set", "cboFRef=20.00000 MHz", "--jed", In(dir, "x.jed")});
     EXPECT_EQ(jed.exitCode, 1);
     EXPECT_FALSE(fs::exists(In(dir, "x.jed")));
 }
