@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "cli/DocumentSession.hpp"
+#include "cli/ToolActions.hpp"
 #include "configurators/Configurator.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/ListField.hpp"
@@ -330,7 +331,7 @@ int RunNew(const std::vector<std::string>& args) {
         std::cerr << "pendulon-cli: " << error << "\n";
         return 2;
     }
-    return session.RunActions(args, 1);
+    return RunDocumentActions(session, args, 1);
 }
 
 }  // namespace pendulon::cli
