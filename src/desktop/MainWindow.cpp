@@ -108,10 +108,14 @@ MainWindow::MainWindow(Application& app, ViewRegistry& views, QWidget* parent)
             menu->popup(QCursor::pos());
     };
     // Arranging the children is the platform's part of these two commands.
-    if (!main.mnuTile.OnClick)
-        main.mnuTile.OnClick = [this] { mdi_->tileSubWindows(); };
-    if (!main.mnuCascade.OnClick)
-        main.mnuCascade.OnClick = [this] { mdi_->cascadeSubWindows(); };
+    // Window, Tile (1) and Cascade (0) arrange the children of the document area.
+    main.Arrange = [this](int how) {
+        if (how == 1) {
+            mdi_->tileSubWindows();
+        } else {
+            mdi_->cascadeSubWindows();
+        }
+    };
 
     app_.OnChildLoaded = [this](Window& child) { AddChild(child); };
     app_.OnChildUnloading = [this](Window& child) { RemoveChild(child); };
