@@ -142,14 +142,13 @@ bool FillForm(Application& app, clsEntryFile& entry, const std::string& path) {
     bool result = false;
     const std::string device = FormDevice(entry.mstrPartDescription);
     std::unique_ptr<Configurator> created;
-    if (device.empty()) {
+    if (!device.empty())
+        created = CreateConfigurator(app, device);
+    if (!created) {
+        // An unknown family, or one whose window this build does not have.
         app.DeviceForm().CreateNew(false);
         app.Errors().Raise(10054, source,
                            "The ENT file does not represent a known or current device.");
-    } else {
-        created = CreateConfigurator(app, device);
-        if (!created)
-            app.Errors().Raise(10603, source, "An invalid device selection was made.");
     }
     if (created && app.Document() != nullptr) {
         app.Document()->mUnloadRequired = true;

@@ -544,6 +544,18 @@ TEST(MainWindowOpen, UnknownDeviceInFileRaises10054) {
     EXPECT_FALSE(h.app.DeviceForm().mblnNew);
 }
 
+TEST(MainWindowOpen, FileOfAFamilyWithoutWindowRaises10054) {
+    ShellHarness h;  // no window for the QX5140 in this build
+    h.Start();
+    const std::string path = WriteEntry(MakeTempDir(), "three.ent", "qx5140sc-01", 25, 9);
+    h.QueueSummaryOK();
+    h.app.Main().GetFile(path);
+    EXPECT_EQ(h.app.Document(), nullptr);
+    EXPECT_EQ(h.CountMessages("The ENT file does not represent a known or current device."), 1);
+    EXPECT_EQ(h.CountMessages("An invalid device selection was made."), 0);
+    EXPECT_EQ(h.CountMessages("NOTE: One or more critical errors"), 1);
+}
+
 TEST(MainWindowExit, CancelKeepsProgramRunning) {
     ShellHarness h;
     h.Start();
