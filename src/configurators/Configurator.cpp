@@ -1,16 +1,46 @@
 #include "configurators/Configurator.hpp"
 
+#include <vector>
+
+#include "core/Numbers.hpp"
+#include "core/Text.hpp"
+#include "core/mShared.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
+#include "shell/mSharedApp.hpp"
 
 namespace pendulon {
+
+namespace {
+
+// The part of a path behind its last folder separator.
+std::string FileNameOf(const std::string& path) {
+    std::string text = path;
+    while (!text.empty() && (text.find('\\') != std::string::npos ||
+                             text.find('/') != std::string::npos)) {
+        const auto at = text.find_first_of("\\/");
+        text = Trim(text.substr(at + 1));
+    }
+    return text;
+}
+
+}  // namespace
 
 Configurator::Configurator(Application& app, std::string formName)
     : LimitForm(std::move(formName)), app_(app) {
     txtFilePath.SetVisible(false);
     cboFRef.SetAllowsFreeText(true);
     cmdCalculate.SetCaption("C&alculate");
+    opt3V.SetCaption("&3.3V");
+    opt5V.SetCaption("&5V");
+    opt3V.SetGroup("Voltage");
+    opt5V.SetGroup("Voltage");
+    fraLimits.SetCaption("User Defined Limits");
+    chkUseDefault.SetCaption("Use Default");
+    cmdApplyLimits.SetCaption("Apply");
+    cmdApplyLimits.SetBackColor(colors::Grey);
+    cmdApplyLimits.SetEnabled(false);
 }
 
 Configurator::~Configurator() = default;
@@ -19,6 +49,284 @@ bool Configurator::PreScale(int) const {
     return false;
 }
 void Configurator::SetPreScale(int, bool) {}
+
+// ---------------------------------------------------------------- registration and events
+
+void Configurator::RegisterReferenceFields() {
+    Register("cboFRef", cboFRef);
+    cboFRef.OnClick = [this] { MarkCalculateDue(); };
+    cboFRef.OnChange = [this] { MarkCalculateDue(); };
+    cboFRef.OnLostFocus = [this] { cboFRef_LostFocus(); };
+}
+
+void Configurator::RegisterVoltageFields() {
+    Register("opt3V", opt3V);
+    Register("opt5V", opt5V);
+    opt3V.OnClick = [this] { opt3V_Click(); };
+    opt5V.OnClick = [this] { opt5V_Click(); };
+}
+
+void Configurator::RegisterLimitFields() {
+    Register("fraLimits", fraLimits);
+    Register("txtFRefMin", txtFRefMin);
+    Register("txtFRefMax", txtFRefMax);
+    txtFRefMin.OnChange = [this] { txtPLLMin_Change(-1); };
+    txtFRefMax.OnChange = [this] { txtPLLMax_Change(-1); };
+    txtFRefMin.OnLostFocus = [this] { txtFRefMin_LostFocus(); };
+    txtFRefMax.OnLostFocus = [this] { txtFRefMax_LostFocus(); };
+    for (int i = 0; i < txtPLLMin.Count(); ++i) {
+        Register("txtPLLMin(" + std::to_string(i) + ")", txtPLLMin[i]);
+        txtPLLMin[i].OnChange = [this, i] { txtPLLMin_Change(i); };
+        txtPLLMin[i].OnLostFocus = [this, i] { txtPLLMin_LostFocus(i); };
+    }
+    for (int i = 0; i < txtPLLMax.Count(); ++i) {
+        Register("txtPLLMax(" + std::to_string(i) + ")", txtPLLMax[i]);
+        txtPLLMax[i].OnChange = [this, i] { txtPLLMax_Change(i); };
+        txtPLLMax[i].OnLostFocus = [this, i] { txtPLLMax_LostFocus(i); };
+    }
+    Register("chkUseDefault", chkUseDefault);
+    chkUseDefault.OnClick = [this] { chkUseDefault_Click(); };
+    Register("cmdApplyLimits", cmdApplyLimits);
+    cmdApplyLimits.OnClick = [this] { cmdApplyLimits_Click(); };
+}
+
+void Configurator::RegisterCommonTail() {
+    Register("cmdCalculate", cmdCalculate);
+    cmdCalculate.OnClick = [this] { cmdCalculate_Click(); };
+    Register("txtFilePath", txtFilePath);
+    Register("lblDevice", lblDevice);
+    Register("picPinout", picPinout);
+    Register("picPower", picPower);
+    Register("picDebugWindow", picDebugWindow);
+}
+
+// ---------------------------------------------------------------- device
+
+std::string Configurator::Device() const { return app_.DeviceForm().mstrCurrentDevice; }
+
+void Configurator::SetDevice(const std::string& device) {
+    lblDevice.SetCaption(device);
+    OptionButton* option = app_.DeviceForm().OptionFor(device);
+    if (option != nullptr) option->SetValue(true);
+}
+
+// ---------------------------------------------------------------- load
+
+void Configurator::Form_Load() {
+    mblnLoading = true;
+    // The document's device is the one frmDevice holds; it is also what a Cancel returns to.
+    auto& device = app_.DeviceForm();
+    device.mstrPreviousDevice = device.mstrCurrentDevice;
+    SetDevice(device.mstrCurrentDevice);
+    // Top left corner of the main window's client area.
+    Move(0, 0, Width(), Height());
+    InitializeControls();
+    InitializeDieClass();
+    InitializePLLClass();
+    mShared::InitializePowerPictureBox(app_, picPower);
+    mShared::InitializeDebugPictureBox(app_, picDebugWindow);
+    mblnUseDefaults3V = true;
+    mblnUseDefaults5V = true;
+    SetDefaultOptions();
+    if (opt5V.Enabled()) {
+        opt5V.SetValue(true);
+    } else {
+        opt3V.SetValue(true);
+    }
+    mblnLoading = false;
+}
+
+// ---------------------------------------------------------------- voltage
+
+void Configurator::opt3V_Click() {
+    if (!mblnLoading) app_.gblnNeedsCalculate = true;
+    VoltageChange(3.3);
+}
+
+void Configurator::opt5V_Click() {
+    if (!mblnLoading) app_.gblnNeedsCalculate = true;
+    VoltageChange(5.0);
+}
+
+void Configurator::VoltageChange(double voltage) {
+    cmdCalculate.SetBackColor(colors::Yellow);
+    SetDieVoltage(voltage);
+    InitializePLLClass();
+    // Each voltage keeps its own user limits: show the ones of the new voltage.
+    GetCurrentPLLLimits();
+    cmdApplyLimits_Click();
+}
+
+// ---------------------------------------------------------------- Calculate
+
+template <class F>
+void Configurator::WithWindowDisabled(F&& flow) {
+    const bool wasEnabled = Enabled();
+    SetEnabled(false);
+    flow();
+    SetEnabled(wasEnabled);
+    if (Enabled()) SetFocus();
+}
+
+void Configurator::cmdCalculate_Click() {
+    WithWindowDisabled([this] {
+        Status("Calculating...");
+        FindPLLs();
+        DisplayAllActuals();
+        CalculatePower();
+        app_.Main().FileChange();
+        Status("");
+        app_.gblnNeedsCalculate = false;
+        cmdCalculate.SetBackColor(colors::Grey);
+    });
+}
+
+void Configurator::MarkCalculateDue() {
+    // The lists filled while loading are not edits: a new document has nothing to calculate yet.
+    if (!mblnLoading) app_.gblnNeedsCalculate = true;
+    cmdCalculate.SetBackColor(colors::Yellow);
+}
+
+bool Configurator::CalculatePending() const { return cmdCalculate.BackColor() == colors::Yellow; }
+
+// ---------------------------------------------------------------- leaving input fields
+
+void Configurator::LeaveFrequencyField(TextField& field, double minimum, double maximum) {
+    const std::string text = Trim(field.Text());
+    std::string result = text;
+    if (text != "Off") {
+        const double value = Val(text);
+        if (text.empty() || text == "0") {
+            result = "Off";
+        } else if (value < minimum) {
+            result = mShared::FormatFrequencyShort(minimum);
+        } else if (value > maximum) {
+            result = mShared::FormatFrequencyShort(maximum);
+        } else {
+            result = mShared::FormatFrequencyShort(value);
+        }
+    }
+    if (result != field.Text()) field.SetText(result);
+    field.SetForeColor(colors::WindowText);
+    field.SetSelLength(0);
+    field.SetTag(field.Text());
+    if (CalculatePending()) CalculateAllDesiredClocks();
+    Hint("");
+}
+
+void Configurator::cboFRef_LostFocus() {
+    const std::string before = cboFRef.Text();
+    const double value = Val(before);
+    if (value < ReferenceMinimum()) {
+        cboFRef.SetText(GeneralNumber(ReferenceMinimum()));
+    } else if (value > ReferenceMaximum()) {
+        cboFRef.SetText(GeneralNumber(ReferenceMaximum()));
+    }
+    mShared::FormatReferenceComboBox(cboFRef);
+    if (cboFRef.Text() != before) MarkCalculateDue();
+    Hint("");
+}
+
+// ---------------------------------------------------------------- user limits
+
+void Configurator::chkUseDefault_Click() {
+    const bool useDefaults = chkUseDefault.Value() != 0;
+    if (DieVoltage() == 3.3) {
+        mblnUseDefaults3V = useDefaults;
+    } else {
+        mblnUseDefaults5V = useDefaults;
+    }
+    if (chkUseDefault.Value() == 1) GetCurrentPLLLimits();
+    cmdApplyLimits.SetEnabled(true);
+    cmdApplyLimits.SetBackColor(colors::Yellow);
+}
+
+void Configurator::txtPLLMin_Change(int) {
+    cmdApplyLimits.SetEnabled(true);
+    cmdApplyLimits.SetBackColor(colors::Yellow);
+}
+
+void Configurator::txtPLLMax_Change(int) {
+    cmdApplyLimits.SetEnabled(true);
+    cmdApplyLimits.SetBackColor(colors::Yellow);
+}
+
+namespace {
+
+// A limit as it is written back: whole numbers for counters, the short form for frequencies.
+std::string LimitText(double value, bool frequencyRow) {
+    if (frequencyRow) return mShared::FormatFrequencyShort(value);
+    return GeneralNumber(RoundHalfEven(value));
+}
+
+}  // namespace
+
+void Configurator::LeaveLimit(TextField& field, int index, bool isMaximum) {
+    // The reference row (index -1) is a frequency row like every third row of the loops.
+    const bool frequencyRow = index < 0 || index % 3 == 0;
+    TextField& minimumField = index < 0 ? txtFRefMin : txtPLLMin[index];
+    TextField& maximumField = index < 0 ? txtFRefMax : txtPLLMax[index];
+    const double value = Val(field.Text());
+    std::string result;
+    if (!isMaximum) {
+        if (value < 0.5) {
+            if (frequencyRow) {
+                result = mShared::FormatFrequencyShort(0.5);
+            } else {
+                const double rounded = RoundHalfEven(value);
+                result = rounded == 0 ? "1" : GeneralNumber(rounded);
+            }
+        } else if (Val(maximumField.Text()) < value) {
+            result = maximumField.Text();
+        } else {
+            result = LimitText(value, frequencyRow);
+        }
+    } else {
+        if (value > Val(minimumField.Text())) {
+            result = LimitText(value, frequencyRow);
+        } else {
+            result = minimumField.Text();
+        }
+    }
+    if (result != field.Text()) field.SetText(result);
+    Hint("");
+}
+
+void Configurator::txtPLLMin_LostFocus(int index) { LeaveLimit(txtPLLMin[index], index, false); }
+void Configurator::txtPLLMax_LostFocus(int index) { LeaveLimit(txtPLLMax[index], index, true); }
+void Configurator::txtFRefMin_LostFocus() { LeaveLimit(txtFRefMin, -1, false); }
+void Configurator::txtFRefMax_LostFocus() { LeaveLimit(txtFRefMax, -1, true); }
+
+void Configurator::cmdApplyLimits_Click() {
+    WithWindowDisabled([this] {
+        cmdCalculate.SetBackColor(colors::Yellow);
+        SetNewPLLLimits();
+        InitializePLLClass();
+        CheckPLLLimits();
+        CalculateAllDesiredClocks();
+        chkUseDefault.SetValue(LimitsEqualDefaults() ? 1 : 0);
+        cmdApplyLimits.SetEnabled(false);
+        cmdApplyLimits.SetBackColor(colors::Grey);
+    });
+}
+
+// ---------------------------------------------------------------- files
+
+bool Configurator::FillForm(clsEntryFile& data, const std::string& path) {
+    txtFilePath.SetText(path);
+    SetCaption(FileNameOf(path));
+    FillFromEntryFile(data);
+    cmdCalculate_Click();
+    app_.Services().MsgBox(
+        "NOTE: PPM values are optimized upon loading.  If different PPM values are desired, "
+        "please re-select from the drop downs.",
+        msgbox::Information, app_.gstrTitle);
+    return true;
+}
+
+void Configurator::Save() { MakeEntryFile(txtFilePath.Text()); }
+
+// ---------------------------------------------------------------- closing
 
 bool Configurator::Form_QueryUnload(int unloadMode) {
     bool cancel = false;
@@ -33,5 +341,18 @@ bool Configurator::Form_QueryUnload(int unloadMode) {
         app_.DeviceForm().cmdCancel_Click();
     return cancel;
 }
+
+void Configurator::Form_Unload() { ReleaseObjects(); }
+
+// ---------------------------------------------------------------- services
+
+void Configurator::RaiseError(long number, const std::string& operation,
+                              const std::string& description) {
+    app_.Errors().Raise(number, "(" + Name() + ") " + operation, description);
+}
+
+void Configurator::Status(const std::string& text) { app_.Main().DisplayStatus(text); }
+
+void Configurator::Hint(const std::string& text) { app_.Main().ShowHelp(text); }
 
 }  // namespace pendulon

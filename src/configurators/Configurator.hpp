@@ -1,13 +1,16 @@
 #pragma once
 #include <string>
 
+#include "core/LimitForm.hpp"
+#include "platform/CheckBox.hpp"
 #include "platform/CommandButton.hpp"
+#include "platform/ControlArray.hpp"
+#include "platform/Frame.hpp"
 #include "platform/Label.hpp"
 #include "platform/ListField.hpp"
 #include "platform/OptionButton.hpp"
 #include "platform/PictureBox.hpp"
 #include "platform/TextField.hpp"
-#include "core/LimitForm.hpp"
 
 namespace pendulon {
 
@@ -18,10 +21,15 @@ class clsEntryFile;
 inline constexpr int kUnloadFormControlMenu = 0;  // the user closed the window
 inline constexpr int kUnloadFormCode = 1;         // the program unloads it
 inline constexpr int kUnloadAppWindows = 2;
-inline constexpr int kUnloadMDIForm = 4;          // the main window is closing
+inline constexpr int kUnloadMDIForm = 4;  // the main window is closing
 
 // A document: one child window of a device type. These are the members the shell, the entry
 // files and the reports reach; each device's window adds its own fields and logic.
+//
+// The behaviour every device window shares (load order, voltage change, the Calculate flow,
+// marking a Calculate due, leaving frequency and limit fields, applying user limits, filling
+// from an entry file, the close question) is written here once. A device window supplies the
+// device-specific steps through the protected hooks.
 class Configurator : public LimitForm {
 public:
     Configurator(Application& app, std::string formName);
@@ -31,14 +39,14 @@ public:
 
     // Device name, such as "QX6105AF". Writing it sets lblDevice, selects the device's option
     // in frmDevice and hands the window to the entry-file object.
-    virtual std::string Device() const = 0;
-    virtual void SetDevice(const std::string& device) = 0;
+    virtual std::string Device() const;
+    virtual void SetDevice(const std::string& device);
     // The family checksum of the configuration as it stands, as text.
     virtual std::string Checksum() = 0;
     // Reads the fields from a read entry file and runs Calculate; false refuses the load.
-    virtual bool FillForm(clsEntryFile& data, const std::string& path) = 0;
+    virtual bool FillForm(clsEntryFile& data, const std::string& path);
     // Writes the entry file to txtFilePath.
-    virtual void Save() = 0;
+    virtual void Save();
     // Writes the entry file of the configuration as it stands to path.
     virtual void MakeEntryFile(const std::string& path) = 0;
     // Writes the EPROM vector to path, from the window's own image or from the saved file.
@@ -51,26 +59,103 @@ public:
     virtual bool PreScale(int index) const;
     virtual void SetPreScale(int index, bool value);
     // Applies the user limits (public so that voltage options and entry files can run it).
-    virtual void cmdApplyLimits_Click() = 0;
-    virtual void cmdCalculate_Click() = 0;
+    virtual void cmdApplyLimits_Click();
+    virtual void cmdCalculate_Click();
+    // Colours every loop frequency and output against the limits.
+    virtual void CheckPLLLimits() = 0;
+    // Brings every desired-frequency label up to date with the inputs.
+    virtual void CalculateAllDesiredClocks() = 0;
 
     // Life cycle. Form_Load runs the load steps; Form_QueryUnload returns true to cancel.
-    virtual void Form_Load() = 0;
+    virtual void Form_Load();
     virtual bool Form_QueryUnload(int unloadMode);
-    virtual void Form_Unload() {}
+    virtual void Form_Unload();
+
+    // Events of the shared fields.
+    void opt3V_Click();
+    void opt5V_Click();
+    void cboFRef_LostFocus();
+    void chkUseDefault_Click();
+    void txtPLLMin_Change(int index);
+    void txtPLLMax_Change(int index);
+    void txtPLLMin_LostFocus(int index);
+    void txtPLLMax_LostFocus(int index);
+    void txtFRefMin_LostFocus();
+    void txtFRefMax_LostFocus();
+
+    // Any change of an input: a Calculate is due.
+    void MarkCalculateDue();
+    bool CalculatePending() const;
 
     // Common fields, registered by each device window in its own control order.
     TextField txtFilePath;
     Label lblDevice;
     ListField cboFRef;
+    TextField txtFRefMin;
+    TextField txtFRefMax;
+    OptionButton opt3V;
+    OptionButton opt5V;
     CommandButton cmdCalculate;
+    Frame fraLimits;
+    ControlArray<TextField> txtPLLMin;
+    ControlArray<TextField> txtPLLMax;
+    CheckBox chkUseDefault;
+    CommandButton cmdApplyLimits;
     PictureBox picPower;
     PictureBox picDebugWindow;
     PictureBox picPinout;
 
     bool mUnloadRequired = false;
+    int mintCalculateCounter = 0;
+
+protected:
+    // Device steps the shared flows call.
+    virtual void InitializeControls() = 0;
+    virtual void InitializeDieClass() = 0;
+    virtual void InitializePLLClass() = 0;
+    // Default device options at load, before the voltage is chosen.
+    virtual void SetDefaultOptions() = 0;
+    virtual double DieVoltage() const = 0;
+    virtual void SetDieVoltage(double voltage) = 0;
+    // Limit exchange between the die, the reference and the limit fields.
+    virtual void GetCurrentPLLLimits() = 0;
+    virtual void SetNewPLLLimits() = 0;
+    // True when every current limit of the die equals its default.
+    virtual bool LimitsEqualDefaults() = 0;
+    virtual double ReferenceMinimum() const = 0;
+    virtual double ReferenceMaximum() const = 0;
+    virtual void FindPLLs() = 0;
+    // The entry-file object's form fill.
+    virtual void FillFromEntryFile(clsEntryFile& data) = 0;
+    // Releases the objects the window owns.
+    virtual void ReleaseObjects() {}
+
+    // Registers the shared fields and connects their events; each device window calls these
+    // where the fields belong in its control order.
+    void RegisterReferenceFields();
+    void RegisterVoltageFields();
+    void RegisterLimitFields();
+    void RegisterCommonTail();
+
+    // A typed frequency leaves its field: empty becomes "Off", out of range is clamped.
+    void LeaveFrequencyField(TextField& field, double minimum, double maximum);
+    // The uniform error report with this window's source text.
+    void RaiseError(long number, const std::string& operation, const std::string& description);
+
+    // Status and hint lines of the main window.
+    void Status(const std::string& text);
+    void Hint(const std::string& text);
+
+    // Guards the load against the voltage option firing the Apply flow twice.
+    bool mblnLoading = false;
 
 private:
+    void VoltageChange(double voltage);
+    void LeaveLimit(TextField& field, int index, bool isMaximum);
+    // Runs a flow with the window disabled, then restores it and gives it the focus.
+    template <class F>
+    void WithWindowDisabled(F&& flow);
+
     Application& app_;
 };
 

@@ -13,7 +13,8 @@ namespace pendulon::mShared {
 
 std::int32_t CalculatePPM(double actual, double desired) {
     std::int32_t result = kNoSolutionPPM;
-    if (desired == 0) return result;
+    if (desired == 0)
+        return result;
     // Overflow is caught here and never reaches the error report.
     const double raw = (actual / desired - 1.0) * 1000000.0;
     const auto rounded = ToLong(raw);
@@ -45,7 +46,8 @@ std::string ConvertDecimalToBinary(std::int32_t value, std::int32_t width) {
         digits.insert(digits.begin(), static_cast<char>('0' + v % 2));
         v /= 2;
     }
-    if (value < 1) digits = "0";
+    if (value < 1)
+        digits = "0";
     if (width > static_cast<std::int32_t>(digits.size())) {
         padded.replace(padded.size() - digits.size(), digits.size(), digits);
         return padded;
@@ -74,12 +76,15 @@ std::string DisplayBinary(std::int16_t value, std::int16_t width) {
 
 std::int32_t GetNonZeroDivisor(std::string_view value) {
     const std::string behind = Trim(GetSubstring(value, "/", ""));
-    if (behind.empty() || behind == "0") return 1;
+    if (behind.empty() || behind == "0")
+        return 1;
     const auto number = ToLong(Val(behind));
     return number ? *number : 1;
 }
 
-double Minimum(double a, double b) { return a < b ? a : b; }
+double Minimum(double a, double b) {
+    return a < b ? a : b;
+}
 
 double StringToDouble(std::string_view text) {
     // Deliberately uses the first character at every step: the value depends only on the
@@ -92,56 +97,67 @@ double StringToDouble(std::string_view text) {
 
 std::string FormatFrequencyFixed(double value, int padding) {
     const std::string formatted = FormatNumber(value, "##0.00000");
-    if (padding == kNoPadding) return formatted;
+    if (padding == kNoPadding)
+        return formatted;
     const long count = std::labs(static_cast<long>(formatted.size()) - 9) * std::labs(padding);
     const std::string blanks(static_cast<size_t>(count), ' ');
     return padding < 1 ? formatted + blanks : blanks + formatted;
 }
 
 std::string FormatFrequencyLong(double value) {
-    if (value == 0) return "Off";
+    if (value == 0)
+        return "Off";
     return FormatNumber(value, "##0.0#########");
 }
 
 std::string FormatFrequencyShort(double value) {
-    if (value == 0) return "Off";
+    if (value == 0)
+        return "Off";
     return FormatNumber(value, "##0.0####");
 }
 
 std::string FormatFrequencyAbsolute(std::string_view text) {
     const double value = std::fabs(Val(text));
-    if (value == 0) return "Off";
+    if (value == 0)
+        return "Off";
     return GeneralNumber(value) + " MHz";
 }
 
 std::string PadOutputString(std::string_view text, std::int32_t width) {
     std::string out(text);
-    if (width > static_cast<std::int32_t>(out.size())) out.append(static_cast<size_t>(width) - out.size(), ' ');
+    if (width > static_cast<std::int32_t>(out.size()))
+        out.append(static_cast<size_t>(width) - out.size(), ' ');
     return out;
 }
 
 std::string GetSubstring(std::string_view s, std::string_view a, std::string_view b) {
     const size_t pa = a.empty() ? 0 : InStrNoCase(s, a);
     const size_t pb = b.empty() ? 0 : InStr(s, b, pa < 1 ? 1 : pa);
-    if (a.empty() && b.empty()) return std::string(s);
+    if (a.empty() && b.empty())
+        return std::string(s);
     if (!a.empty()) {
-        if (b.empty() && pa >= 1) return Mid(s, pa + a.size());
-        if (pa < 1) return {};
-        if (pb < 1) return Mid(s, pa + a.size());
+        if (b.empty() && pa >= 1)
+            return Mid(s, pa + a.size());
+        if (pa < 1)
+            return {};
+        if (pb < 1)
+            return Mid(s, pa + a.size());
         const size_t from = pa + a.size();
-        if (pb <= from) return {};
+        if (pb <= from)
+            return {};
         return Mid(s, from, pb - from);
     }
-    if (pb >= 2) return Left(s, pb - 1);
+    if (pb >= 2)
+        return Left(s, pb - 1);
     return std::string(s);
 }
 
 bool SetListIndex(ListField& list, std::string_view value, bool exact) {
-    const std::string wanted = Trim(value);
+    // The entry is trimmed, the value is taken as it is.
     const double number = Val(value);
     for (int i = 0; i < list.ListCount(); ++i) {
         const std::string entry = list.List(i);
-        const bool match = exact ? EqualsNoCase(Trim(entry), wanted) : Val(entry) == number;
+        const bool match = exact ? EqualsNoCase(Trim(entry), value) : Val(entry) == number;
         if (match) {
             list.SetListIndex(i);
             return true;
@@ -152,7 +168,8 @@ bool SetListIndex(ListField& list, std::string_view value, bool exact) {
 
 void FormatReferenceComboBox(ListField& list) {
     const std::string current = list.Text();
-    if (SetListIndex(list, current)) return;
+    if (SetListIndex(list, current))
+        return;
     const std::string formatted = FormatFrequencyFixed(Val(current)) + " MHz";
     if (!SetListIndex(list, formatted)) {
         list.AddItem(formatted);
@@ -161,15 +178,18 @@ void FormatReferenceComboBox(ListField& list) {
 }
 
 bool IsOff(const Field& field) {
-    if (field.Kind() == FieldKind::Text) return Val(static_cast<const TextField&>(field).Text()) == 0;
+    if (field.Kind() == FieldKind::Text)
+        return Val(static_cast<const TextField&>(field).Text()) == 0;
     if (field.Kind() == FieldKind::List)
         return ContainsNoCase(static_cast<const ListField&>(field).Text(), "Off");
     return false;
 }
 
 std::string FieldText(const Field& field) {
-    if (field.Kind() == FieldKind::Text) return static_cast<const TextField&>(field).Text();
-    if (field.Kind() == FieldKind::List) return static_cast<const ListField&>(field).Text();
+    if (field.Kind() == FieldKind::Text)
+        return static_cast<const TextField&>(field).Text();
+    if (field.Kind() == FieldKind::List)
+        return static_cast<const ListField&>(field).Text();
     return field.Caption();
 }
 
@@ -198,7 +218,8 @@ void MaskKeystrokeForNumbers(int& keyCode, int wholeNumbers, PlatformServices& s
     const bool control = keyCode == 46 || keyCode == 8 || keyCode == 9 || keyCode == 36 ||
                          keyCode == 35 || keyCode == 16 || keyCode == 13;
     const bool decimal = wholeNumbers == 0 && (keyCode == ',' || keyCode == '.');
-    if (digit || control || decimal) return;
+    if (digit || control || decimal)
+        return;
     keyCode = 0;
     services.Beep();
 }
@@ -209,15 +230,22 @@ double ComputeState(const Window& form) {
     for (const Field* field : form.Fields().Fields()) {
         double v = 0;
         switch (field->Kind()) {
-            case FieldKind::Check: v = static_cast<const CheckBox*>(field)->Value(); break;
+            case FieldKind::Check:
+                v = static_cast<const CheckBox*>(field)->Value();
+                break;
             case FieldKind::Option: {
                 const auto* option = static_cast<const OptionButton*>(field);
                 v = !option->Enabled() ? 1 : option->Value() ? 2 : 3;
                 break;
             }
-            case FieldKind::List: v = static_cast<const ListField*>(field)->ListIndex() + 1; break;
-            case FieldKind::Text: v = StringToDouble(static_cast<const TextField*>(field)->Text()); break;
-            default: v = 0;
+            case FieldKind::List:
+                v = static_cast<const ListField*>(field)->ListIndex() + 1;
+                break;
+            case FieldKind::Text:
+                v = StringToDouble(static_cast<const TextField*>(field)->Text());
+                break;
+            default:
+                v = 0;
         }
         sum += i * i * v;
         i += 1;

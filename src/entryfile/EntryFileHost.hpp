@@ -33,8 +33,6 @@ public:
     virtual bool PreScale(int index) const = 0;
     virtual void SetPreScale(int index, bool value) = 0;
     virtual void cmdApplyLimits_Click() = 0;
-    // Puts a known P and Q into a PLL data list, as the form's loop object would.
-    virtual void StoreVCOPAndQ(ListField& list, double reference, double p, double q) = 0;
     virtual Window& Fields() = 0;
 };
 

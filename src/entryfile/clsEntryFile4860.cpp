@@ -1,7 +1,9 @@
 #include "entryfile/clsEntryFile4860.hpp"
 
 #include "configurators/Configurator.hpp"
+#include "entryfile/ApplicationEntryFileHost.hpp"
 #include "core/Numbers.hpp"
+#include "core/clsPLL.hpp"
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
 #include "entryfile/Checksums.hpp"
@@ -29,12 +31,6 @@ std::string Sel4(int sel) { return mShared::DisplayBinary(static_cast<std::int16
 double GetP(const std::string& data) { return Val(mShared::GetSubstring(data, "P:", "Q:")); }
 double GetQ(const std::string& data) { return Val(mShared::GetSubstring(data, "Q:", "")); }
 
-// A PLL data string for a known P and Q; the empty-slot pair shows a VCO of 0.
-std::string PLLDataString(double reference, double p, double q) {
-    const double vco = (p <= 0 || q <= 0) ? 0.0 : 2.0 * reference * p / q;
-    return FormatNumber(vco, "0.000000") + " P:" + GeneralNumber(p) + " Q:" + GeneralNumber(q);
-}
-
 // A configurator seen through the members the entry-file classes use.
 class ConfiguratorEntryForm : public EntryForm {
 public:
@@ -43,11 +39,6 @@ public:
     bool PreScale(int index) const override { return form_.PreScale(index); }
     void SetPreScale(int index, bool value) override { form_.SetPreScale(index, value); }
     void cmdApplyLimits_Click() override { form_.cmdApplyLimits_Click(); }
-    void StoreVCOPAndQ(ListField& list, double reference, double p, double q) override {
-        list.Clear();
-        list.AddItem(PLLDataString(reference, p, q));
-        list.SetListIndex(0);
-    }
     Window& Fields() override { return form_; }
 
 private:
@@ -65,6 +56,10 @@ struct Selections {
 }  // namespace
 
 clsEntryFile4860::clsEntryFile4860(EntryFileHost& host) : host_(host), entry_(host.Errors()) {}
+clsEntryFile4860::clsEntryFile4860(Application& app)
+    : ownHost_(std::make_unique<ApplicationEntryFileHost>(app)),
+      host_(*ownHost_),
+      entry_(host_.Errors()) {}
 clsEntryFile4860::~clsEntryFile4860() = default;
 
 bool clsEntryFile4860::Is4860Device(const std::string& device) {
@@ -537,18 +532,22 @@ void SetIndex(Window& w, const std::string& name, int index) {
     if (auto* l = As<ListField>(w, name)) l->SetListIndex(index);
 }
 
-void FillSelections(EntryForm& form, const clsEntryFile& e, const Selections& sels) {
+void FillSelections(EntryForm& form, const clsEntryFile& e, const Selections& sels,
+                    ErrorReport& errors) {
     Window& w = form.Fields();
+    // A loop with its limits as constructed: it only turns the stored P and Q into a data text.
+    clsPLL pll(errors);
+    pll.mdblReferenceFrequency = e.f(0);
     for (int k = 0; k < sels.count; ++k) {
         const int sel = sels.Sel(k);
         const int base = 18 + 7 * sel;
         const bool prescale = e.i(base + 1) == 1;
         form.SetPreScale(k, prescale);
         const double divisor = prescale ? 2 : 1;
-        if (auto* pll = As<TextField>(w, "txtPLL(" + std::to_string(k) + ")"))
-            pll->SetText(mShared::FormatFrequencyLong(e.f(sel + 1) / divisor));
+        if (auto* text = As<TextField>(w, "txtPLL(" + std::to_string(k) + ")"))
+            text->SetText(mShared::FormatFrequencyLong(e.f(sel + 1) / divisor));
         if (auto* data = As<ListField>(w, "cboPLLData(" + std::to_string(k) + ")"))
-            form.StoreVCOPAndQ(*data, e.f(0), e.i(base + 5), e.i(base + 6));
+            pll.StoreVCOPAndQ(*data, e.i(base + 5), e.i(base + 6));
     }
 }
 
@@ -596,7 +595,7 @@ void clsEntryFile4860::Fill4860Form(const clsEntryFile& e) {
     SetCheck(w, "chkPowerDown", e.i(9) == 0 ? 1 : 0);
     SetCheck(w, "chkPLLStop", e.i(11));
     SetCheck(w, "chkPLLAndOscillatorStop", e.i(10));
-    FillSelections(form, e, sels);
+    FillSelections(form, e, sels, host_.Errors());
     Finish(form, e);
 }
 
@@ -619,7 +618,7 @@ void clsEntryFile4860::Fill6105AForm(const clsEntryFile& e) {
         SetOption(w, "optOE");
         sels = {1, 13, 0};  // selection 1101
     }
-    FillSelections(form, e, sels);
+    FillSelections(form, e, sels, host_.Errors());
     Finish(form, e);
 }
 

@@ -8,6 +8,7 @@
 
 namespace pendulon {
 
+class Application;
 class Configurator;
 class Field;
 
@@ -16,6 +17,8 @@ class Field;
 class clsEntryFile4860 {
 public:
     explicit clsEntryFile4860(EntryFileHost& host);
+    // Talks to the running application.
+    explicit clsEntryFile4860(Application& app);
     ~clsEntryFile4860();
 
     // Accepted only for the six devices of the two families; otherwise the form stays empty.
@@ -59,6 +62,7 @@ private:
     bool On(EntryForm& form, const std::string& name);
     Field* Find(EntryForm& form, const std::string& name);
 
+    std::unique_ptr<EntryFileHost> ownHost_;
     EntryFileHost& host_;
     std::unique_ptr<EntryForm> form_;
     clsEntryFile entry_;

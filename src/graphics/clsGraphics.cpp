@@ -6,6 +6,7 @@
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
+#include "shell/Application.hpp"
 
 namespace pendulon {
 
@@ -17,17 +18,21 @@ constexpr Color kText = colors::ButtonText;
 constexpr Color kHighlight = colors::Highlight3D;
 constexpr Color kWhite = colors::White;
 
-int Round(double value) { return static_cast<int>(RoundHalfEven(value)); }
+int Round(double value) {
+    return static_cast<int>(RoundHalfEven(value));
+}
 
 std::string VariantText(const clsGraphics::Variant& value) {
-    if (const auto* text = std::get_if<std::string>(&value)) return *text;
-    if (const auto* number = std::get_if<double>(&value)) return GeneralNumber(*number);
+    if (const auto* text = std::get_if<std::string>(&value))
+        return *text;
+    if (const auto* number = std::get_if<double>(&value))
+        return GeneralNumber(*number);
     return std::get<bool>(value) ? "True" : "False";
 }
 
 // Saves a picture's drawing settings and puts them back when it goes.
 class DrawingSettings {
-public:
+  public:
     explicit DrawingSettings(PictureBox& picture)
         : picture_(picture),
           fillColor_(picture.FillColor),
@@ -43,7 +48,7 @@ public:
     DrawingSettings(const DrawingSettings&) = delete;
     DrawingSettings& operator=(const DrawingSettings&) = delete;
 
-private:
+  private:
     PictureBox& picture_;
     Color fillColor_;
     int fillStyle_;
@@ -58,9 +63,16 @@ clsGraphics::clsGraphics(ErrorReport& errors, int twipsPerPixelX, int twipsPerPi
       twipsX_(twipsPerPixelX > 0 ? twipsPerPixelX : 15),
       twipsY_(twipsPerPixelY > 0 ? twipsPerPixelY : 15) {}
 
-int clsGraphics::SnapX(double k, double s) const { return Round(k * s / twipsX_) * twipsX_; }
+clsGraphics::clsGraphics(Application& app)
+    : clsGraphics(app.Errors(), app.gintTwipsPerPixelX, app.gintTwipsPerPixelY) {}
 
-int clsGraphics::SnapY(double k, double s) const { return Round(k * s / twipsX_) * twipsY_; }
+int clsGraphics::SnapX(double k, double s) const {
+    return Round(k * s / twipsX_) * twipsX_;
+}
+
+int clsGraphics::SnapY(double k, double s) const {
+    return Round(k * s / twipsX_) * twipsY_;
+}
 
 void clsGraphics::DrawPanel3D(PictureBox& surface, Object frmObject, Object lblObject,
                               std::optional<Variant> varInset) {
@@ -124,7 +136,8 @@ void clsGraphics::DrawPanel3D(PictureBox& surface, Object frmObject, Object lblO
 
 void clsGraphics::DrawBox3D(PictureBox& target, int left, int top, int width, int height,
                             Color fill, Color highlight, Color shadow) {
-    if (width == 0 || height == 0) return;
+    if (width == 0 || height == 0)
+        return;
     const int right = left + width;
     const int bottom = top + height;
     target.FilledBox(left, top, right, bottom, fill, fill);
@@ -176,7 +189,8 @@ void clsGraphics::DrawChip(PictureBox& picPBox, const std::string& strChipName,
     auto pinText = [&](int index, std::string& name, std::string& mask) {
         name.clear();
         mask.clear();
-        if (index < 1 || index >= static_cast<int>(astrPin.size())) return;
+        if (index < 1 || index >= static_cast<int>(astrPin.size()))
+            return;
         const std::string& text = astrPin[static_cast<size_t>(index)];
         name = mShared::GetSubstring(text, "", ";");
         mask = InStr(text, ";") > 0 ? mShared::GetSubstring(text, ";", "") : std::string();
@@ -184,7 +198,8 @@ void clsGraphics::DrawChip(PictureBox& picPBox, const std::string& strChipName,
     auto nameStep = [&](int index, int i, int y) {
         std::string name, mask;
         pinText(index, name, mask);
-        if (name.empty()) return;
+        if (name.empty())
+            return;
         const double nameWidth = picPBox.TextWidth(name);
         const double textY = y + (pinHeight - picPBox.TextHeight(name)) / 2.0;
         const double textX = index <= i ? leftNameEnd - nameWidth : rightNameX;
@@ -192,7 +207,8 @@ void clsGraphics::DrawChip(PictureBox& picPBox, const std::string& strChipName,
         double x = textX;
         for (size_t p = 1; p <= mask.size(); ++p) {
             const double charWidth = picPBox.TextWidth(Mid(name, p, 1));
-            if (mask[p - 1] != ' ') picPBox.Line(x, textY, x + charWidth, textY, kText);
+            if (mask[p - 1] != ' ')
+                picPBox.Line(x, textY, x + charWidth, textY, kText);
             x += charWidth;
         }
     };
@@ -243,7 +259,8 @@ void clsGraphics::DrawChipBody3D(PictureBox& target, int left, int top, int widt
 
 void clsGraphics::DrawNotch3D(PictureBox& target, int x, int y, int size, Color fill,
                               Color highlight, Color shadow) {
-    if (size <= 0) return;
+    if (size <= 0)
+        return;
     const double pi = std::numbers::pi;
     // Cover the body's top edge where the notch opens, then the half circle: its left part lies
     // in the shadow, its right part catches the light.
@@ -266,12 +283,11 @@ void clsGraphics::DrawPin3D(PictureBox& target, int x, int y, int width, int hei
     target.FilledBox(x, y, x + width, y + height, outline, fill);
     target.Line(x, y + mintPinEdge, x + width, y + mintPinEdge, outline);
     const int footX = leftSide ? x : x + width - mintDepthX;
-    target.FilledBox(footX, y + height, footX + mintDepthX, y + height + mintDepthY, outline,
-                     fill);
+    target.FilledBox(footX, y + height, footX + mintDepthX, y + height + mintDepthY, outline, fill);
 }
 
-void clsGraphics::DrawPinDIP3D(PictureBox& target, int x, int y, int width, int height,
-                               Color fill, Color outline, bool leftSide) {
+void clsGraphics::DrawPinDIP3D(PictureBox& target, int x, int y, int width, int height, Color fill,
+                               Color outline, bool leftSide) {
     DrawingSettings keep(target);
     target.FillStyle = 0;
     target.FillColor = fill;

@@ -12,17 +12,21 @@
 
 namespace pendulon {
 
+class Application;
+
 // Draws in a raised or sunken three-dimensional style: the panels behind a window's labels,
 // and a chip in its package with its pins and pin names. Every length is snapped to whole
 // pixels of the screen so that the drawing stays crisp at any scale.
 class clsGraphics {
-public:
+  public:
     // An argument that may be any object, as the panel routine checks the kinds it is given.
     using Object = std::variant<std::monostate, Window*, Field*>;
     // The optional inset flag, which a caller may pass as any value.
     using Variant = std::variant<bool, std::string, double>;
 
     clsGraphics(ErrorReport& errors, int twipsPerPixelX, int twipsPerPixelY);
+    // Reports through the application and takes its screen's twips per pixel.
+    explicit clsGraphics(Application& app);
 
     // Package of the chip: SOIC() or DIP().
     int mintPackage = 0;
@@ -38,8 +42,7 @@ public:
     // mask whose non-blank characters put a bar over the name's character at that position.
     void DrawChip(PictureBox& picPBox, const std::string& strChipName,
                   const std::vector<std::string>& astrPin, double dblChipScale);
-    void DrawChipBody3D(PictureBox& target, int left, int top, int width, int height,
-                        bool notch);
+    void DrawChipBody3D(PictureBox& target, int left, int top, int width, int height, bool notch);
     void DrawNotch3D(PictureBox& target, int x, int y, int size, Color fill, Color highlight,
                      Color shadow);
     void DrawPin3D(PictureBox& target, int x, int y, int width, int height, Color fill,
@@ -57,7 +60,7 @@ public:
     int SnapX(double k, double s) const;
     int SnapY(double k, double s) const;
 
-private:
+  private:
     ErrorReport& errors_;
     int twipsX_;
     int twipsY_;

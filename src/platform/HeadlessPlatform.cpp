@@ -161,4 +161,17 @@ bool HeadlessPlatform::FontExists(const std::string& name) {
     return std::find(fonts_.begin(), fonts_.end(), name) != fonts_.end();
 }
 
+bool HeadlessPlatform::PrinterHasFont(const std::string& name) {
+    if (!printerFonts_) return FontExists(name);
+    return std::find(printerFonts_->begin(), printerFonts_->end(), name) != printerFonts_->end();
+}
+
+bool HeadlessPlatform::PrintText(const std::string& fontName, double size,
+                                 const std::string& text) {
+    if (printerFails_) return false;
+    if (!fontName.empty() && !PrinterHasFont(fontName)) return false;
+    printed_.push_back({fontName, size, text});
+    return true;
+}
+
 }  // namespace pendulon

@@ -40,6 +40,12 @@ public:
     void SetSystemKey(const std::string& keyPath, std::optional<std::string> value);
     void SetAppDirectory(std::string dir) { appDirectory_ = std::move(dir); }
     void SetFonts(std::vector<std::string> fonts) { fonts_ = std::move(fonts); }
+    // Fixed-pitch fonts beyond the classic ones, the system's fixed font, and the fonts the
+    // printer has (by default the same as the screen's).
+    void SetFixedPitchFonts(std::vector<std::string> fonts) { fixedFonts_ = std::move(fonts); }
+    void SetSystemFixedFont(std::string font) { systemFixedFont_ = std::move(font); }
+    void SetPrinterFonts(std::vector<std::string> fonts) { printerFonts_ = std::move(fonts); }
+    void SetPrinterFails(bool fails) { printerFails_ = fails; }
     // Called for every message box as it is shown.
     std::function<void(const Message&)> OnMessage;
 
@@ -51,6 +57,12 @@ public:
     const std::vector<StartedProgram>& Started() const { return started_; }
     const std::vector<std::string>& HelpShown() const { return help_; }
     int Beeps() const { return beeps_; }
+    struct PrintJob {
+        std::string FontName;  // empty: the printer's default
+        double Size = 0;
+        std::string Text;
+    };
+    const std::vector<PrintJob>& Printed() const { return printed_; }
     size_t PendingAnswers() const { return answers_.size(); }
     // Settings store as it stands: app -> section -> key -> value.
     std::map<std::string, std::map<std::string, std::map<std::string, std::string>>>& Store() {
@@ -86,6 +98,10 @@ public:
     int TwipsPerPixelY() override { return 15; }
     const TextMetrics& Metrics() override { return HeadlessTextMetrics::Instance(); }
     bool FontExists(const std::string& name) override;
+    std::vector<std::string> FixedPitchFonts() override { return fixedFonts_; }
+    std::string SystemFixedFont() override { return systemFixedFont_; }
+    bool PrinterHasFont(const std::string& name) override;
+    bool PrintText(const std::string& fontName, double size, const std::string& text) override;
 
 private:
     bool NextFileAnswer(CommonDialog& dialog);
@@ -102,6 +118,11 @@ private:
     std::map<std::string, std::map<std::string, std::map<std::string, std::string>>> store_;
     std::map<std::string, std::optional<std::string>> systemKeys_;
     std::vector<std::string> fonts_;
+    std::vector<std::string> fixedFonts_;
+    std::string systemFixedFont_ = "Monospace";
+    std::optional<std::vector<std::string>> printerFonts_;
+    bool printerFails_ = false;
+    std::vector<PrintJob> printed_;
     DateTime now_;
     std::string appDirectory_;
     std::string clipboard_;

@@ -97,6 +97,23 @@ public:
     virtual const TextMetrics& Metrics() = 0;
     // Names of the fixed-pitch fonts the system has.
     virtual bool FontExists(const std::string& name) = 0;
+
+    // Fonts and printer for the print preview. They have defaults so that a platform without
+    // a printer still builds: no extra fonts, and nothing can be printed.
+    // Every fixed-pitch font family the system has, in any order.
+    virtual std::vector<std::string> FixedPitchFonts() { return {}; }
+    // The system's general fixed-pitch font, for when no other one is found.
+    virtual std::string SystemFixedFont() { return "Courier New"; }
+    // Whether the printer can print in that font.
+    virtual bool PrinterHasFont(const std::string& name) { return FontExists(name); }
+    // Prints the text as one document in the font (empty: the printer's default) and size in
+    // points, and ends the page. False when nothing was printed.
+    virtual bool PrintText(const std::string& fontName, double size, const std::string& text) {
+        (void)fontName;
+        (void)size;
+        (void)text;
+        return false;
+    }
 };
 
 }  // namespace pendulon

@@ -6,7 +6,7 @@ namespace pendulon {
 // Supply current of a QX4860 or QX6105A family chip, typical and worst case (mA), from the
 // reference, the core (VCO) and the three output frequencies (MHz).
 class clsPower4860 {
-public:
+  public:
     explicit clsPower4860(ErrorReport& errors);
 
     double mdblReferenceFrequency = 0;
@@ -20,7 +20,7 @@ public:
     // 1 typical, 0 worst case; any other case has no supply and gives 0.
     double CalculateICC(int intWhichCase) const;
 
-private:
+  private:
     ErrorReport& errors_;
     double mdblVDDWorst = 5.5;
     double mdblVDDTypical = 5.0;

@@ -6,7 +6,7 @@ namespace pendulon {
 // Supply current of a QX7311 family chip or a QX5140, typical and worst case, from the supply,
 // the load and the running frequencies (MHz). Currents are in milliamperes.
 class clsPower7311 {
-public:
+  public:
     explicit clsPower7311(ErrorReport& errors);
 
     double mdblCPU = 0;
@@ -25,7 +25,7 @@ public:
     // 3.3 or 5.0; anything else is refused and the constants stay.
     void SetVDD(double value);
 
-private:
+  private:
     ErrorReport& errors_;
     double mdblVDDWorst = 5.5;
     double mdblVDDTypical = 5.0;

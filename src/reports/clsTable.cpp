@@ -70,7 +70,8 @@ bool clsTable::CheckColumn(int Column, long number, const char* property, bool l
 }
 
 void clsTable::SetColumnFormat(int Column, int value) {
-    if (CheckColumn(Column, 10807, "ColumnFormat", true)) maintFormat[Column] = value;
+    if (CheckColumn(Column, 10807, "ColumnFormat", true))
+        maintFormat[Column] = value;
 }
 
 int clsTable::ColumnFormat(int Column) const {
@@ -78,7 +79,8 @@ int clsTable::ColumnFormat(int Column) const {
 }
 
 void clsTable::SetColumnType(int Column, int value) {
-    if (CheckColumn(Column, 10809, "ColumnType", true)) maintType[Column] = value;
+    if (CheckColumn(Column, 10809, "ColumnType", true))
+        maintType[Column] = value;
 }
 
 int clsTable::ColumnType(int Column) const {
@@ -86,7 +88,8 @@ int clsTable::ColumnType(int Column) const {
 }
 
 void clsTable::SetColumnWidth(int Column, int value) {
-    if (CheckColumn(Column, 10811, "ColumnWidth", true)) maintWidth[Column] = value;
+    if (CheckColumn(Column, 10811, "ColumnWidth", true))
+        maintWidth[Column] = value;
 }
 
 int clsTable::ColumnWidth(int Column) const {
@@ -108,7 +111,8 @@ std::string clsTable::MakeTable() const {
     const std::string& rowTemplate = blankRow;
 
     std::string result;
-    if (!mstrTitle.empty()) result = mstrTitle + kEndOfLine;
+    if (!mstrTitle.empty())
+        result = mstrTitle + kEndOfLine;
     result += heavyRule;
 
     for (int r = 1; r <= mintRowCount; ++r) {
@@ -120,8 +124,8 @@ std::string clsTable::MakeTable() const {
                 format = 2;
                 type = 0;
             }
-            line = ReplaceCell(line, c - 1, maintWidth[c - 1], mastrCell[r - 1][c - 1], type,
-                               format);
+            line =
+                ReplaceCell(line, c - 1, maintWidth[c - 1], mastrCell[r - 1][c - 1], type, format);
         }
         if (r < mintHeadingSize) {
             result += line;
@@ -141,7 +145,8 @@ std::string clsTable::ReplaceCell(const std::string& line, int column, int width
     std::string result = line;
     int count = -1;
     for (size_t i = 0; i < result.size(); ++i) {
-        if (result[i] == '|') ++count;
+        if (result[i] == '|')
+            ++count;
         if (count == column) {
             // Overwrite behind the cell's left edge; the line keeps its length.
             const std::string cell = FormatCell(text, width, type, format);
@@ -156,11 +161,11 @@ std::string clsTable::ReplaceCell(const std::string& line, int column, int width
 std::string clsTable::FormatCell(const std::string& text, int width, int type, int format) {
     const size_t w = static_cast<size_t>(std::max(0, width));
     std::string value = text;
-    if (type == 1 && !value.empty() &&
-        ((value[0] >= '0' && value[0] <= '9') || value[0] == '-')) {
+    if (type == 1 && !value.empty() && ((value[0] >= '0' && value[0] <= '9') || value[0] == '-')) {
         value = FormatNumber(Val(value), "##0.00000");
     }
-    if (value.size() > w) value = value.substr(0, w);
+    if (value.size() > w)
+        value = value.substr(0, w);
 
     std::string result(w, ' ');
     auto leftJustify = [&](const std::string& s) {
@@ -183,11 +188,11 @@ std::string clsTable::FormatCell(const std::string& text, int width, int type, i
             break;
         case 2: {
             if (value.size() >= 2) {
-                const double exact = (static_cast<double>(w) - static_cast<double>(value.size())) /
-                                         2.0 +
-                                     1.0;
+                const double exact =
+                    (static_cast<double>(w) - static_cast<double>(value.size())) / 2.0 + 1.0;
                 long start = static_cast<long>(RoundHalfEven(exact));
-                if (start > static_cast<long>(w) || start < 1) start = 1;
+                if (start > static_cast<long>(w) || start < 1)
+                    start = 1;
                 for (size_t k = 0; k < value.size() && static_cast<size_t>(start) - 1 + k < w; ++k)
                     result[static_cast<size_t>(start) - 1 + k] = value[k];
             } else {

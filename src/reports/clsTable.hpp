@@ -10,7 +10,7 @@ namespace pendulon {
 // size, the column properties and the cells, and takes the whole table as one text with CR LF
 // line ends from MakeTable.
 class clsTable {
-public:
+  public:
     explicit clsTable(ErrorReport& errors);
 
     std::string mstrTitle;
@@ -37,7 +37,7 @@ public:
                                    const std::string& text, int type, int format);
     static std::string FormatCell(const std::string& text, int width, int type, int format);
 
-private:
+  private:
     static constexpr int kMaxCells = 32;
     bool CheckColumn(int Column, long number, const char* property, bool let) const;
 

@@ -21,15 +21,19 @@ void Fill(std::vector<std::string>& astrPin, std::initializer_list<std::string> 
 // Option pin of the eight-pin QX6105A and QX5140; an option outside the list leaves the pin
 // without a name.
 std::string EightPinOption(const std::string& option, bool qx5140) {
-    if (EqualsNoCase(option, "OE")) return "OE";
-    if (EqualsNoCase(option, "SHUTDOWN")) return "SHUTDOWN;________";
+    if (EqualsNoCase(option, "OE"))
+        return "OE";
+    if (EqualsNoCase(option, "SHUTDOWN"))
+        return "SHUTDOWN;________";
     if (qx5140) {
         if (EqualsNoCase(option, "Select") || EqualsNoCase(option, "SUSPEND"))
             return "SELECT/SUSPEND;       _______";
         return {};
     }
-    if (EqualsNoCase(option, "POWERDOWN")) return "PN;__";
-    if (EqualsNoCase(option, "Select")) return "FS";
+    if (EqualsNoCase(option, "POWERDOWN"))
+        return "PN;__";
+    if (EqualsNoCase(option, "Select"))
+        return "FS";
     return {};
 }
 
@@ -41,7 +45,9 @@ std::string EnablePin(const std::string& option) {
     return ContainsNoCase(option, "SHUTDOWN") ? "SHUTDOWN;___________" : "OE";
 }
 
-std::string Spaces(size_t count) { return std::string(count, ' '); }
+std::string Spaces(size_t count) {
+    return std::string(count, ' ');
+}
 
 std::string RightAlign(const std::string& text, size_t width) {
     return text.size() >= width ? text : Spaces(width - text.size()) + text;
@@ -55,26 +61,33 @@ struct PinText {
 
 PinText SplitPin(const std::vector<std::string>& astrPin, long index) {
     PinText pin;
-    if (index < 1 || index >= static_cast<long>(astrPin.size())) return pin;
+    if (index < 1 || index >= static_cast<long>(astrPin.size()))
+        return pin;
     const std::string& text = astrPin[static_cast<size_t>(index)];
     pin.name = mShared::GetSubstring(text, "", ";");
-    if (InStr(text, ";") == 0) return pin;
+    if (InStr(text, ";") == 0)
+        return pin;
     pin.bar = mShared::GetSubstring(text, ";", "");
-    if (pin.bar.size() > pin.name.size()) pin.bar.resize(pin.name.size());
-    if (pin.bar.find_first_not_of(' ') == std::string::npos) pin.bar.clear();
+    if (pin.bar.size() > pin.name.size())
+        pin.bar.resize(pin.name.size());
+    if (pin.bar.find_first_not_of(' ') == std::string::npos)
+        pin.bar.clear();
     return pin;
 }
 
 // The overbar of a left pin, placed over its right-aligned name.
 std::string LeftBar(const PinText& pin, size_t width) {
-    if (pin.bar.empty()) return Spaces(width);
+    if (pin.bar.empty())
+        return Spaces(width);
     std::string field = Spaces(width);
     const size_t start = width - pin.name.size();
     field.replace(start, pin.bar.size(), pin.bar);
     return field;
 }
 
-std::string Row(const std::string& row) { return row + kEndOfLine; }
+std::string Row(const std::string& row) {
+    return row + kEndOfLine;
+}
 
 }  // namespace
 
@@ -100,14 +113,31 @@ void GetPinout5140(std::vector<std::string>& astrPin, const std::string& strOpti
 }
 
 void GetPinout7311(std::vector<std::string>& astrPin, const std::string& strOption) {
-    Fill(astrPin, {"32Xout", "32K", "CLKC", "VDD", "GND", "XTALIN", "XTALOUT", "XBUF", "CLKD",
-                   "CPU", "CLKB", "CLKA", "CLKF", "S0", "S1", "AVDD", S2Pin(strOption),
-                   EnablePin(strOption), "VBATT", "NC"});
+    Fill(astrPin, {"32Xout",
+                   "32K",
+                   "CLKC",
+                   "VDD",
+                   "GND",
+                   "XTALIN",
+                   "XTALOUT",
+                   "XBUF",
+                   "CLKD",
+                   "CPU",
+                   "CLKB",
+                   "CLKA",
+                   "CLKF",
+                   "S0",
+                   "S1",
+                   "AVDD",
+                   S2Pin(strOption),
+                   EnablePin(strOption),
+                   "VBATT",
+                   "NC"});
 }
 
 void GetPinout7312(std::vector<std::string>& astrPin, const std::string& strOption) {
-    Fill(astrPin, {"CLKC", "VDD", "GND", "XTALIN", "XTALOUT", "XBUF", "CLKD", "CPU", "CLKB",
-                   "CLKA", "GND", "S0", "S1", "AVDD", S2Pin(strOption), EnablePin(strOption)});
+    Fill(astrPin, {"CLKC", "VDD", "GND", "XTALIN", "XTALOUT", "XBUF", "CLKD", "CPU", "CLKB", "CLKA",
+                   "GND", "S0", "S1", "AVDD", S2Pin(strOption), EnablePin(strOption)});
 }
 
 void GetPinout4860p14(std::vector<std::string>& astrPin, const std::string& strOption) {
@@ -158,7 +188,8 @@ std::string DrawChip(const std::string& strDevice, const std::vector<std::string
 
     const size_t inner = w - 2;
     auto centred = [inner](const std::string& text) {
-        if (text.size() >= inner) return text.substr(0, inner);
+        if (text.size() >= inner)
+            return text.substr(0, inner);
         const size_t left = (inner - text.size()) / 2;
         return Spaces(left) + text + Spaces(inner - text.size() - left);
     };

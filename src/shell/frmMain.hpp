@@ -89,6 +89,11 @@ class frmMain : public Window {
     void SaveApplicationSettings();
     void UpdateFileMenu(const std::string& strFile);
     bool ChildIsActive() const;
+    // Writes an EPROM vector from a fresh entry file of the document (true) or from the saved
+    // one (false), to a path the user chooses.
+    void CreateEPROM(bool blnNew);
+    // The document's PLL frequency fields shown in red (out of their default limits).
+    int CountExceededPLLs() const;
 
     // Start-up with the program's command line.
     void MDIForm_Load(const std::string& commandLine);
@@ -109,7 +114,22 @@ class frmMain : public Window {
     void mnuPrintSetup_Click();
     void mnuExit_Click();
     void mnuFilePathArray_Click(int Index);
+    void mnuPrint_Click();
+    void mnuEditCut_Click();
+    void mnuEditCopy_Click();
+    void mnuEditPaste_Click();
+    void mnuEditSelectAll_Click();
+    void mnuViewPower_Click();
+    void mnuViewDebugWindow_Click();
+    void mnuViewEntryFileNew_Click();
+    void mnuViewEntryFileSaved_Click();
+    void mnuToolsCreateEPROMNew_Click();
+    void mnuToolsCreateEPROMSaved_Click();
     void mnuToolsOptions_Click();
+    void mnuToolsLaunchKITE_Click();
+    void mnuTile_Click();
+    void mnuCascade_Click();
+    void mnuPopupHelp_Click();
     void mnuDecisionTree_Click();
     void mnuAbout_Click();
     void mnuAboutKITE_Click();
@@ -119,10 +139,19 @@ class frmMain : public Window {
 
     // The view carries out a popup request for a menu.
     std::function<void(MenuItem&)> PopupMenu;
+    // The view arranges the children: 1 tiles them, 0 cascades them.
+    std::function<void(int)> Arrange;
+
+    // The path of the program's manual, which Help, Contents shows.
+    std::string HelpFilePath() const;
 
   private:
     // Warns that an uncalculated configuration cannot be saved; true when it did.
     bool RefuseUncalculatedSave();
+    // Asks whether to go on when PLLs exceed their default limits; false ends the command.
+    bool ContinueDespiteExceededPLLs();
+    // A new temporary entry file's name in the program's folder.
+    std::string TemporaryEntryFileName();
 
     Application& app_;
 };

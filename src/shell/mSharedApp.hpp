@@ -1,6 +1,7 @@
 #pragma once
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace pendulon {
 
@@ -42,6 +43,12 @@ void DrawPictureWindow(Application& app, PictureBox& picture, const std::string&
 void FormMoveAPI(Application& app, Field& area, int button);
 void InitializeDebugPictureBox(Application& app, PictureBox& picture);
 void InitializePowerPictureBox(Application& app, PictureBox& picture);
+// Shows an entry file: in the system's text editor when "UseNotepad" is set, else as text in
+// the print preview.
+void ShowEntFile(Application& app, const std::string& strPath);
+// The system's text editor and its arguments before the file: $VISUAL when set, else
+// xdg-open.
+std::vector<std::string> TextEditorCommand();
 
 }  // namespace mShared
 }  // namespace pendulon

@@ -11,6 +11,7 @@
 #include "platform/PictureBox.hpp"
 #include "platform/TextField.hpp"
 #include "platform/Window.hpp"
+#include "shell/Application.hpp"
 
 namespace pendulon {
 namespace {
@@ -18,33 +19,36 @@ namespace {
 using Type = DrawOp::Type;
 
 class PanelForm : public Window {
-public:
+  public:
     PanelForm() : Window("frmPanel") { Register("lblPanel", lblPanel); }
     Label lblPanel;
     TextField txtOther;
 };
 
 class GraphicsTest : public ::testing::Test {
-protected:
+  protected:
     HeadlessPlatform platform;
     ErrorReport errors{platform, [] { return std::string("Pendulon(tm)"); }};
 
     static std::vector<DrawOp> OfType(const PictureBox& pic, Type type) {
         std::vector<DrawOp> result;
         for (const auto& op : pic.DisplayList())
-            if (op.type == type) result.push_back(op);
+            if (op.type == type)
+                result.push_back(op);
         return result;
     }
     static const DrawOp* TextOp(const PictureBox& pic, const std::string& text) {
         for (const auto& op : pic.DisplayList())
-            if (op.type == Type::Text && op.text == text) return &op;
+            if (op.type == Type::Text && op.text == text)
+                return &op;
         return nullptr;
     }
     // Boxes filled white: the pins.
     static std::vector<DrawOp> Pins(const PictureBox& pic, double height) {
         std::vector<DrawOp> result;
         for (const auto& op : OfType(pic, Type::FilledBox))
-            if (op.fillColor == colors::White && op.y2 - op.y1 == height) result.push_back(op);
+            if (op.fillColor == colors::White && op.y2 - op.y1 == height)
+                result.push_back(op);
         return result;
     }
     static bool Whole(double value, int pixel) {
@@ -149,13 +153,11 @@ TEST_F(GraphicsTest, PanelRefusesObjectsOfTheWrongKind) {
     PictureBox surface;
     graphics.DrawPanel3D(surface, &form.lblPanel, &form.lblPanel);
     ASSERT_EQ(platform.Messages().size(), 1u);
-    EXPECT_NE(platform.Messages()[0].Text.find(
-                  "Invalid object type in parameter list (frmObject)"),
+    EXPECT_NE(platform.Messages()[0].Text.find("Invalid object type in parameter list (frmObject)"),
               std::string::npos);
     graphics.DrawPanel3D(surface, &form, &form.txtOther);
     ASSERT_EQ(platform.Messages().size(), 2u);
-    EXPECT_NE(platform.Messages()[1].Text.find(
-                  "Invalid object type in parameter list (lblObject)"),
+    EXPECT_NE(platform.Messages()[1].Text.find("Invalid object type in parameter list (lblObject)"),
               std::string::npos);
     graphics.DrawPanel3D(surface, &form, clsGraphics::Object{&form});
     EXPECT_EQ(platform.Messages().size(), 3u);
@@ -190,8 +192,8 @@ TEST_F(GraphicsTest, ChipMetricsAtScaleOneAndSquarePixels) {
     PictureBox pic;
     pic.Move(0, 0, 4500, 3000);
     graphics.DrawChip(pic, "QX6105A", EightPins(), 1.0);
-    EXPECT_EQ(graphics.DepthX(), 60);   // 60 / 15 = 4 pixels
-    EXPECT_EQ(graphics.DepthY(), 30);   // 2 pixels
+    EXPECT_EQ(graphics.DepthX(), 60);  // 60 / 15 = 4 pixels
+    EXPECT_EQ(graphics.DepthY(), 30);  // 2 pixels
     EXPECT_EQ(graphics.PinEdge(), 30);
     // Pins: 230 / 15 = 15.33 gives 15 pixels long, 105 / 15 = 7 pixels high.
     const auto pins = Pins(pic, 105);
@@ -266,19 +268,21 @@ TEST_F(GraphicsTest, ChipGeometryIsWholePixelsAtBothScales) {
         clsGraphics graphics(errors, 15, 15);
         PictureBox pic;
         pic.Move(0, 0, 4800, 3600);
-        std::vector<std::string> pins = {"20", "32Xout", "32K", "CLKC", "VDD", "GND", "XTALIN",
-                                         "XTALOUT", "XBUF", "CLKD", "CPU", "CLKB", "CLKA", "CLKF",
-                                         "S0", "S1", "AVDD", "S2", "OE", "VBATT", "NC"};
+        std::vector<std::string> pins = {"20",     "32Xout",  "32K",  "CLKC", "VDD",  "GND",
+                                         "XTALIN", "XTALOUT", "XBUF", "CLKD", "CPU",  "CLKB",
+                                         "CLKA",   "CLKF",    "S0",   "S1",   "AVDD", "S2",
+                                         "OE",     "VBATT",   "NC"};
         graphics.DrawChip(pic, "QX7311", pins, scale);
         int shapes = 0;
         for (const auto& op : pic.DisplayList()) {
-            if (op.type == Type::Text) continue;
+            if (op.type == Type::Text)
+                continue;
             ++shapes;
-            EXPECT_TRUE(Whole(op.x1, 15) && Whole(op.y1, 15)) << scale << " " << op.x1 << ","
-                                                               << op.y1;
+            EXPECT_TRUE(Whole(op.x1, 15) && Whole(op.y1, 15))
+                << scale << " " << op.x1 << "," << op.y1;
             if (op.type != Type::Arc) {
-                EXPECT_TRUE(Whole(op.x2, 15) && Whole(op.y2, 15)) << scale << " " << op.x2 << ","
-                                                                   << op.y2;
+                EXPECT_TRUE(Whole(op.x2, 15) && Whole(op.y2, 15))
+                    << scale << " " << op.x2 << "," << op.y2;
             } else {
                 EXPECT_TRUE(Whole(op.radius, 15)) << op.radius;
             }
@@ -295,8 +299,8 @@ TEST_F(GraphicsTest, ChipMetricsAtScale085) {
     PictureBox pic;
     pic.Move(0, 0, 4500, 3000);
     graphics.DrawChip(pic, "QX7311", EightPins(), 0.85);
-    EXPECT_EQ(graphics.DepthX(), 45);   // 51 / 15 = 3.4
-    EXPECT_EQ(graphics.DepthY(), 30);   // 25.5 / 15 = 1.7
+    EXPECT_EQ(graphics.DepthX(), 45);  // 51 / 15 = 3.4
+    EXPECT_EQ(graphics.DepthY(), 30);  // 25.5 / 15 = 1.7
     EXPECT_EQ(graphics.PinEdge(), 30);
     const auto pins = Pins(pic, 90);  // 89.25 / 15 = 5.95 gives 6 pixels
     ASSERT_EQ(pins.size(), 8u);
@@ -309,8 +313,8 @@ TEST_F(GraphicsTest, VerticalLengthsDivideByTheHorizontalPixel) {
     PictureBox pic;
     pic.Move(0, 0, 4800, 3000);
     graphics.DrawChip(pic, "QX6105A", EightPins(), 1.0);
-    EXPECT_EQ(graphics.DepthX(), 60);   // 60 / 12 = 5 pixels of 12
-    EXPECT_EQ(graphics.DepthY(), 30);   // 30 / 12 = 2.5, to even 2, pixels of 15
+    EXPECT_EQ(graphics.DepthX(), 60);  // 60 / 12 = 5 pixels of 12
+    EXPECT_EQ(graphics.DepthY(), 30);  // 30 / 12 = 2.5, to even 2, pixels of 15
     EXPECT_EQ(graphics.PinEdge(), 30);
     // Pin height: 105 / 12 = 8.75 gives 9 pixels of 15 = 135 (dividing by 15 would give 105).
     const auto pins = Pins(pic, 135);
@@ -331,7 +335,8 @@ TEST_F(GraphicsTest, PinWithoutMaskHasNoBarsAndMaskDrawsBarsOverMarkedLetters) {
     auto bars = [&] {
         std::vector<DrawOp> result;
         for (const auto& op : OfType(pic, Type::Line))
-            if (op.color == colors::ButtonText) result.push_back(op);
+            if (op.color == colors::ButtonText)
+                result.push_back(op);
         return result;
     };
     graphics.DrawChip(pic, "QX6105A", EightPins(), 1.0);
@@ -367,8 +372,8 @@ TEST_F(GraphicsTest, EmptyPinNameDrawsOnlyThePin) {
     clsGraphics graphics(errors, 15, 15);
     PictureBox pic;
     pic.Move(0, 0, 4500, 3000);
-    std::vector<std::string> pins = {"8", "VDD", "XTALOUT", "XTALIN", "OE", "VSS", "CLKOUT", "",
-                                     ""};
+    std::vector<std::string> pins = {"8",   "VDD",    "XTALOUT", "XTALIN", "OE",
+                                     "VSS", "CLKOUT", "",        ""};
     graphics.DrawChip(pic, "QX3350", pins, 1.0);
     EXPECT_EQ(Pins(pic, 105).size(), 8u);
     int texts = 0;
@@ -441,6 +446,21 @@ TEST_F(GraphicsTest, BodyHasShadowBevelGrooveAndNotch) {
     // The notch sits at the middle of the top edge: 1275 / 2 = 637.5 twips, 42.5 pixels to 42.
     EXPECT_DOUBLE_EQ(arcs[0].x1, 1605 + 630);
     EXPECT_DOUBLE_EQ(arcs[0].y1, 1005);
+}
+
+TEST_F(GraphicsTest, TakesThePixelSizesAndErrorsOfTheApplication) {
+    Application app(platform);
+    app.gintTwipsPerPixelX = 12;
+    app.gintTwipsPerPixelY = 20;
+    clsGraphics graphics(app);
+    EXPECT_EQ(graphics.SnapX(30, 1.0), 24);  // 30 / 12 = 2.5, to even 2 pixels of 12
+    EXPECT_EQ(graphics.SnapY(30, 1.0), 40);  // the same 2 pixels, of 20
+    EXPECT_EQ(graphics.SnapX(42, 1.0), 48);  // 3.5 to even 4
+    EXPECT_EQ(graphics.SnapY(42, 1.0), 80);
+    PanelForm form;
+    PictureBox surface;
+    graphics.DrawPanel3D(surface, &form, &form.lblPanel, clsGraphics::Variant{std::string("x")});
+    EXPECT_EQ(app.Errors().LastNumber(), 10501);
 }
 
 }  // namespace

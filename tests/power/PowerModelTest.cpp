@@ -9,7 +9,7 @@ namespace pendulon {
 namespace {
 
 class PowerModelTest : public ::testing::Test {
-protected:
+  protected:
     HeadlessPlatform platform;
     ErrorReport errors{platform, [] { return std::string("Pendulon(tm)"); }};
 };
@@ -77,7 +77,7 @@ TEST_F(PowerModelTest, Power7311InvalidSupplyIsRefusedAndKeepsTheConstants) {
 
 TEST_F(PowerModelTest, Power4860IdleIsBaseCurrentTimesSupply) {
     clsPower4860 power(errors);
-    EXPECT_DOUBLE_EQ(power.CalculateICC(1), 11.25);  // 2.25 x 5.0
+    EXPECT_DOUBLE_EQ(power.CalculateICC(1), 11.25);   // 2.25 x 5.0
     EXPECT_DOUBLE_EQ(power.CalculateICC(0), 12.375);  // 2.25 x 5.5
     power.SetVDD(3.3);
     EXPECT_DOUBLE_EQ(power.CalculateICC(0), 9.0);  // 2.25 x 4.0
@@ -97,6 +97,20 @@ TEST_F(PowerModelTest, Power4860WithFrequencies) {
     // Worst: 2.25 + 0.78749 + 4 + 0.0017 x 30 x 75 = 10.86249, x 4.0 = 43.44996
     EXPECT_NEAR(power.CalculateICC(0), 43.44996, 1e-9);
     EXPECT_GT(power.CalculateICC(0), power.CalculateICC(1));
+}
+
+TEST_F(PowerModelTest, Power4860WorstAlwaysAboveTypical) {
+    clsPower4860 power(errors);
+    for (double vdd : {3.3, 5.0}) {
+        power.SetVDD(vdd);
+        for (double f : {0.0, 1.0, 40.0, 300.0}) {
+            power.mdblReferenceFrequency = f / 10;
+            power.mdblFCore = f;
+            power.mdblFClock1 = f / 4;
+            power.mdblFClock3 = f / 8;
+            EXPECT_GT(power.CalculateICC(0), power.CalculateICC(1)) << vdd << " " << f;
+        }
+    }
 }
 
 TEST_F(PowerModelTest, Power4860OtherCaseHasNoSupplyAndNoFloor) {

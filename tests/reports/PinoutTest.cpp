@@ -51,9 +51,9 @@ TEST(Pinout, QX5140ByOption) {
 TEST(Pinout, QX7311ByMode) {
     Pins pins;
     GetPinout7311(pins, "select+oe");
-    EXPECT_EQ(pins, (Pins{"20", "32Xout", "32K", "CLKC", "VDD", "GND", "XTALIN", "XTALOUT",
-                          "XBUF", "CLKD", "CPU", "CLKB", "CLKA", "CLKF", "S0", "S1", "AVDD",
-                          "S2", "OE", "VBATT", "NC"}));
+    EXPECT_EQ(pins, (Pins{"20",      "32Xout", "32K",  "CLKC", "VDD",  "GND",   "XTALIN",
+                          "XTALOUT", "XBUF",   "CLKD", "CPU",  "CLKB", "CLKA",  "CLKF",
+                          "S0",      "S1",     "AVDD", "S2",   "OE",   "VBATT", "NC"}));
     GetPinout7311(pins, "suspend+shutdown");
     EXPECT_EQ(pins[17], "S2/SUSPEND;   _______");
     EXPECT_EQ(pins[18], "SHUTDOWN;___________");
@@ -101,7 +101,8 @@ std::vector<std::string> Lines(const std::string& text) {
     while (start < text.size()) {
         const size_t end = text.find("\r\n", start);
         EXPECT_NE(end, std::string::npos) << "every row ends in CR LF";
-        if (end == std::string::npos) break;
+        if (end == std::string::npos)
+            break;
         lines.push_back(text.substr(start, end - start));
         start = end + 2;
     }
@@ -114,16 +115,11 @@ TEST(CharacterChip, EightPinChipRowByRow) {
     // Device of 7 characters: body 2 x (3.5 + 4) = 15 wide, 13 inside the pin fragments. The
     // widest left name, "XTALIN", widens the margin from the indent 5 to 6.
     const std::vector<std::string> expected = {
-        "          _______________    ",
-        "        _|     \\__/      |_  ",
-        "    OE |_|               |_| VDD",
-        "        _|               |_  ",
-        "  CLKA |_|    QX6105A    |_| CLKC",
-        "        _|               |_  ",
-        "   GND |_|               |_| CLKB",
-        "        _|               |_  ",
-        "XTALIN |_|               |_| XTALOUT",
-        "         |_______________|   ",
+        "          _______________    ",        "        _|     \\__/      |_  ",
+        "    OE |_|               |_| VDD",     "        _|               |_  ",
+        "  CLKA |_|    QX6105A    |_| CLKC",    "        _|               |_  ",
+        "   GND |_|               |_| CLKB",    "        _|               |_  ",
+        "XTALIN |_|               |_| XTALOUT", "         |_______________|   ",
     };
     EXPECT_EQ(Lines(DrawChip("QX6105A", pins, 5)), expected);
 }
@@ -161,9 +157,8 @@ TEST(CharacterChip, RightPinOverbarsStandOnTheRowAbove) {
 
 TEST(CharacterChip, KeepsPinOrderForEveryTable) {
     const std::vector<std::pair<std::string, void (*)(Pins&, const std::string&)>> tables = {
-        {"QX6105A", GetPinout6105A},     {"QX3350", GetPinout3350},
-        {"QX5140", GetPinout5140},       {"QX7311", GetPinout7311},
-        {"QX7312", GetPinout7312},       {"QX4860", GetPinout4860p14},
+        {"QX6105A", GetPinout6105A}, {"QX3350", GetPinout3350}, {"QX5140", GetPinout5140},
+        {"QX7311", GetPinout7311},   {"QX7312", GetPinout7312}, {"QX4860", GetPinout4860p14},
         {"QX4860", GetPinout4860p8},
     };
     for (const auto& [device, table] : tables) {
@@ -171,11 +166,12 @@ TEST(CharacterChip, KeepsPinOrderForEveryTable) {
         table(pins, "select");
         const int n = std::stoi(pins[0]);
         const auto lines = Lines(DrawChip(device, pins, 5));
-        ASSERT_EQ(static_cast<int>(lines.size()), n + 2) << device;  // top, two rows a pin pair, bottom
+        ASSERT_EQ(static_cast<int>(lines.size()), n + 2)
+            << device;  // top, two rows a pin pair, bottom
         for (int k = 1; k <= n / 2; ++k) {
             const std::string& row = lines[static_cast<size_t>(2 * k)];
-            const std::string leftName = pins[static_cast<size_t>(k)].substr(
-                0, pins[static_cast<size_t>(k)].find(';'));
+            const std::string leftName =
+                pins[static_cast<size_t>(k)].substr(0, pins[static_cast<size_t>(k)].find(';'));
             const std::string& rightText = pins[static_cast<size_t>(n + 1 - k)];
             const std::string rightName = rightText.substr(0, rightText.find(';'));
             const size_t pinLeft = row.find(" |_| ");

@@ -8,7 +8,7 @@ namespace pendulon {
 namespace {
 
 class TableTest : public ::testing::Test {
-protected:
+  protected:
     HeadlessPlatform platform;
     ErrorReport errors{platform, [] { return std::string("Pendulon(tm)"); }};
     clsTable table{errors};
@@ -16,8 +16,7 @@ protected:
     void ExpectError(long number, const std::string& source, const std::string& description) {
         ASSERT_FALSE(platform.Messages().empty());
         EXPECT_EQ(errors.LastNumber(), number);
-        EXPECT_EQ(platform.Messages().back().Text,
-                  ErrorReport::Text(number, source, description));
+        EXPECT_EQ(platform.Messages().back().Text, ErrorReport::Text(number, source, description));
         platform.ClearMessages();
     }
 
@@ -45,8 +44,7 @@ TEST_F(TableTest, BlankRowStandsBetweenDataRowsOnlyWhenThereAreTwoOrMore) {
     table.SetCell(0, 0, "H");
     table.SetCell(1, 0, "a");
     table.SetCell(2, 0, "b");
-    EXPECT_EQ(table.MakeTable(),
-              "=====\r\n|H  |\r\n=====\r\n| a |\r\n|   |\r\n| b |\r\n=====\r\n");
+    EXPECT_EQ(table.MakeTable(), "=====\r\n|H  |\r\n=====\r\n| a |\r\n|   |\r\n| b |\r\n=====\r\n");
 }
 
 TEST_F(TableTest, HeadingRowsFollowEachOtherWithoutBlankRows) {
@@ -114,7 +112,7 @@ TEST(TableFormatCell, NumericColumnFormatsNumbersAndLeavesOtherTexts) {
 TEST(TableFormatCell, AlignmentsOfTheFourFormats) {
     EXPECT_EQ(clsTable::FormatCell("ab", 6, 0, 0), " ab   ");
     EXPECT_EQ(clsTable::FormatCell("ab", 6, 0, 1), "   ab ");
-    EXPECT_EQ(clsTable::FormatCell("ab", 6, 0, 2), "  ab  ");  // (6 - 2) / 2 + 1 = 3
+    EXPECT_EQ(clsTable::FormatCell("ab", 6, 0, 2), "  ab  ");   // (6 - 2) / 2 + 1 = 3
     EXPECT_EQ(clsTable::FormatCell("abc", 6, 0, 2), " abc  ");  // start 2.5 rounds to 2
     EXPECT_EQ(clsTable::FormatCell("ab", 6, 0, 7), "    ab");
 }

@@ -1,0 +1,318 @@
+#include <iostream>
+
+#include "cli/DocumentCommand.hpp"
+#include "cli/DocumentSession.hpp"
+#include "configurators/Configurator.hpp"
+#include "platform/CheckBox.hpp"
+#include "platform/ListField.hpp"
+#include "platform/OptionButton.hpp"
+#include "platform/ScrollBar.hpp"
+#include "platform/TextField.hpp"
+#include "shell/Application.hpp"
+#include "shell/frmDevice.hpp"
+#include "shell/frmMain.hpp"
+#include "shell/frmSummary.hpp"
+
+namespace pendulon::cli {
+
+DocumentSession::DocumentSession(std::ostream& out, std::ostream& err) : out_(out), err_(err) {
+    platform_.OnMessage = [this](const HeadlessPlatform::Message& message) {
+        err_ << "[" << message.Title << "] " << message.Text << " -> "
+             << msgbox::AnswerName(message.Answer) << "\n";
+    };
+    app_ = std::make_unique<Application>(platform_);
+    app_->Main().MDIForm_Load("");
+}
+
+DocumentSession::~DocumentSession() = default;
+
+bool DocumentSession::NewDocument(const std::string& device, std::string& error) {
+    frmDevice& form = app_->DeviceForm();
+    auto* option = form.Fields().FindAs<OptionButton>("opt" + device);
+    if (option == nullptr) {
+        error = "unknown device '" + device + "'";
+        return false;
+    }
+    // File, New: frmDevice opens for a new document, the user picks the device and presses OK.
+    form.CreateNew(true);
+    option->SetValue(true);
+    form.cmdOK_Click();
+    if (app_->Document() == nullptr) {
+        error = "the " + device + " document did not load";
+        return false;
+    }
+    return true;
+}
+
+Field* DocumentSession::Resolve(const std::string& name, Window*& window, std::string& error) {
+    std::string fieldName = name;
+    window = app_->Document();
+    const auto dot = name.find('.');
+    if (dot != std::string::npos) {
+        const std::string windowName = name.substr(0, dot);
+        fieldName = name.substr(dot + 1);
+        if (windowName == "frmSummary") {
+            window = &app_->Summary();
+        } else if (windowName == "frmDevice") {
+            window = &app_->DeviceForm();
+        } else if (windowName == "frmMain") {
+            window = &app_->Main();
+        } else if (app_->Document() != nullptr && windowName == app_->Document()->Name()) {
+            window = app_->Document();
+        } else {
+            error = "unknown window '" + windowName + "'";
+            return nullptr;
+        }
+    }
+    if (window == nullptr) {
+        error = "no document is open";
+        return nullptr;
+    }
+    Field* field = window->Fields().Find(fieldName);
+    if (field == nullptr) error = "unknown field '" + name + "'";
+    return field;
+}
+
+bool DocumentSession::Set(const std::string& name, const std::string& text, std::string& error) {
+    Window* window = nullptr;
+    Field* field = Resolve(name, window, error);
+    if (field == nullptr) return false;
+    if (!field->Enabled() || !field->Visible()) {
+        error = "field '" + name + "' cannot take the focus";
+        return false;
+    }
+    switch (field->Kind()) {
+        case FieldKind::Text: {
+            window->SetFocusTo(field);
+            static_cast<TextField*>(field)->SetText(text);
+            break;
+        }
+        case FieldKind::List: {
+            auto* list = static_cast<ListField*>(field);
+            int found = -1;
+            for (int i = 0; i < list->ListCount(); ++i) {
+                if (list->List(i) == text) {
+                    found = i;
+                    break;
+                }
+            }
+            if (found < 0 && !list->AllowsFreeText()) {
+                error = "list '" + name + "' has no entry '" + text + "'";
+                return false;
+            }
+            window->SetFocusTo(field);
+            if (found >= 0) {
+                list->SetListIndex(found);
+            } else {
+                list->SetText(text);
+            }
+            break;
+        }
+        case FieldKind::Check: {
+            if (text != "0" && text != "1" && text != "2") {
+                error = "check '" + name + "' takes 0, 1 or 2, not '" + text + "'";
+                return false;
+            }
+            window->SetFocusTo(field);
+            static_cast<CheckBox*>(field)->SetValue(text[0] - '0');
+            break;
+        }
+        case FieldKind::Option: {
+            if (text != "1") {
+                error = "option '" + name + "' takes 1, not '" + text + "'";
+                return false;
+            }
+            window->SetFocusTo(field);
+            static_cast<OptionButton*>(field)->SetValue(true);
+            break;
+        }
+        default:
+            error = "field '" + name + "' takes no input";
+            return false;
+    }
+    // Leaving the field runs its checks.
+    window->SetFocusTo(nullptr);
+    return true;
+}
+
+bool DocumentSession::Click(const std::string& name, std::string& error) {
+    Window* window = nullptr;
+    Field* field = Resolve(name, window, error);
+    if (field == nullptr) return false;
+    if (!field->Enabled() || !field->Visible()) {
+        error = "field '" + name + "' cannot be clicked";
+        return false;
+    }
+    switch (field->Kind()) {
+        case FieldKind::Button:
+            window->SetFocusTo(field);
+            field->RaiseClick();
+            break;
+        case FieldKind::Check: {
+            window->SetFocusTo(field);
+            auto* check = static_cast<CheckBox*>(field);
+            check->SetValue(check->Value() == 0 ? 1 : 0);
+            break;
+        }
+        case FieldKind::Option: {
+            window->SetFocusTo(field);
+            auto* option = static_cast<OptionButton*>(field);
+            if (option->Value()) {
+                option->RaiseClick();
+            } else {
+                option->SetValue(true);
+            }
+            break;
+        }
+        case FieldKind::List: {
+            auto* list = static_cast<ListField*>(field);
+            if (list->ListIndex() < 0) {
+                error = "list '" + name + "' has no entry selected";
+                return false;
+            }
+            window->SetFocusTo(field);
+            field->RaiseClick();
+            break;
+        }
+        default:
+            error = "field '" + name + "' cannot be clicked";
+            return false;
+    }
+    return true;
+}
+
+int DocumentSession::RunActions(const std::vector<std::string>& args, size_t first) {
+    for (size_t i = first; i < args.size(); ++i) {
+        const std::string& action = args[i];
+        std::string error;
+        if (action == "--json") {
+            out_ << State().dump(2) << "\n";
+            continue;
+        }
+        if (action != "--set" && action != "--click" && action != "--answer") {
+            err_ << "pendulon-cli: unknown action '" << action << "'\n";
+            return 2;
+        }
+        if (i + 1 >= args.size()) {
+            err_ << "pendulon-cli: " << action << " needs an argument\n";
+            return 2;
+        }
+        const std::string& argument = args[++i];
+        if (action == "--answer") {
+            const int answer = msgbox::AnswerFromName(argument);
+            if (answer == 0) {
+                err_ << "pendulon-cli: unknown answer '" << argument
+                     << "' (ok, cancel, yes, no, abort, retry, ignore)\n";
+                return 2;
+            }
+            platform_.QueueAnswer(answer);
+            continue;
+        }
+        bool done = false;
+        if (action == "--set") {
+            const auto equals = argument.find('=');
+            if (equals == std::string::npos || equals == 0) {
+                err_ << "pendulon-cli: --set takes NAME=TEXT, not '" << argument << "'\n";
+                return 2;
+            }
+            done = Set(argument.substr(0, equals), argument.substr(equals + 1), error);
+        } else {
+            done = Click(argument, error);
+        }
+        if (!done) {
+            err_ << "pendulon-cli: " << error << "\n";
+            return 2;
+        }
+    }
+    return 0;
+}
+
+nlohmann::json DocumentSession::FieldState(const Field& field) {
+    nlohmann::json state = nlohmann::json::object();
+    switch (field.Kind()) {
+        case FieldKind::Text:
+            state["text"] = static_cast<const TextField&>(field).Text();
+            break;
+        case FieldKind::List: {
+            const auto& list = static_cast<const ListField&>(field);
+            state["text"] = list.Text();
+            state["listIndex"] = list.ListIndex();
+            state["list"] = list.Items();
+            break;
+        }
+        case FieldKind::Check:
+            state["caption"] = field.Caption();
+            state["value"] = static_cast<const CheckBox&>(field).Value();
+            break;
+        case FieldKind::Option:
+            state["caption"] = field.Caption();
+            state["value"] = static_cast<const OptionButton&>(field).Value();
+            break;
+        case FieldKind::ScrollBar:
+            state["value"] = static_cast<const ScrollBar&>(field).Value();
+            break;
+        case FieldKind::Label:
+        case FieldKind::Button:
+        case FieldKind::Frame:
+        case FieldKind::MenuItem:
+            state["caption"] = field.Caption();
+            break;
+        case FieldKind::Picture:
+            break;
+    }
+    state["foreColor"] = field.ForeColor();
+    state["backColor"] = field.BackColor();
+    state["enabled"] = field.Enabled();
+    state["visible"] = field.Visible();
+    state["tag"] = field.Tag();
+    return state;
+}
+
+nlohmann::json DocumentSession::State() const {
+    nlohmann::json state = nlohmann::json::object();
+    const Configurator* document = app_->Document();
+    state["device"] = document != nullptr ? document->lblDevice.Caption() : "";
+    nlohmann::json fields = nlohmann::json::object();
+    if (document != nullptr) {
+        for (const Field* field : document->Fields().Fields()) {
+            fields[field->Name()] = FieldState(*field);
+        }
+    }
+    state["fields"] = fields;
+    nlohmann::json messages = nlohmann::json::array();
+    for (const auto& message : platform_.Messages()) {
+        messages.push_back({{"title", message.Title},
+                            {"text", message.Text},
+                            {"style", message.Style},
+                            {"answer", msgbox::AnswerName(message.Answer)}});
+    }
+    state["messages"] = messages;
+    return state;
+}
+
+const char* const kNewUsage =
+    "new DEVICE [ACTION]...\n"
+    "      ACTION:\n"
+    "        --set NAME=TEXT   as a user: focus the field, enter TEXT, then leave the field\n"
+    "        --click NAME      a user's click on a button, check, option or list entry\n"
+    "        --answer ANSWER   queue the answer (ok, cancel, yes, no) for the next message box\n"
+    "        --json            print the state of the document as JSON\n"
+    "      NAME is a field name such as txtPLL(1), optionally prefixed by a window:\n"
+    "      frmSummary.txtCustomer, frmDevice.chkShowPinout";
+const char* const kNewSummary = "create a new document for DEVICE and run the actions on it";
+
+int RunNew(const std::vector<std::string>& args) {
+    if (args.empty() || args[0].rfind("--", 0) == 0) {
+        std::cerr << "pendulon-cli: new needs a device, such as QX6105A\n";
+        return 2;
+    }
+    DocumentSession session(std::cout, std::cerr);
+    std::string error;
+    if (!session.NewDocument(args[0], error)) {
+        std::cerr << "pendulon-cli: " << error << "\n";
+        return 2;
+    }
+    return session.RunActions(args, 1);
+}
+
+}  // namespace pendulon::cli

@@ -1,0 +1,180 @@
+#pragma once
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "configurators/Configurator.hpp"
+#include "platform/ScrollBar.hpp"
+
+namespace pendulon {
+
+class clsPLL;
+class clsReference;
+class cls4860Die;
+class clsQX4860;
+class clsGraphics;
+class clsEntryFile4860;
+class EntryFileHost;
+
+// The QX4860, QX4860F and QX4860I: one PLL whose frequency is picked by the select lines (FS1..FS0
+// in the 8-pin package, FS3..FS0 in the 14-pin package) and two outputs, Clock A and the
+// reference clock, each fed from the PLL or the reference through one divider for all rows.
+// Each row has its own counters; a row may run its VCO at twice the frequency behind a
+// divide-by-two prescaler.
+class frmQX4860 : public Configurator {
+  public:
+    explicit frmQX4860(Application& app);
+    ~frmQX4860() override;
+
+    static constexpr int kRows = 16;
+    // Height of a row of the two row panels, in twips; four rows are visible at a time.
+    static constexpr int kRowHeight = 360;
+    static constexpr int kVisibleRows = 4;
+
+    // Configurator
+    void SetDevice(const std::string& device) override;
+    std::string Checksum() override;
+    void MakeEntryFile(const std::string& path) override;
+    void MakeEPROMVector(const std::string& path, bool fromForm) override;
+    std::string PinName(int index) const override;
+    void CalculatePower() override;
+    void DisplayAllActuals() override;
+    bool PreScale(int index) const override;
+    void SetPreScale(int index, bool value) override;
+    void cmdCalculate_Click() override;
+    void CheckPLLLimits() override;
+    void CalculateAllDesiredClocks() override;
+    void FindPLLs() override;
+
+    // Procedures of the window.
+    void UpdateFormControls();
+    void FillBlankPLLs();
+    void CalculateDesiredClock(int i);
+    void DisplayActualOutput(ListField& divider, double desired, ListField& actual, int i);
+    void EnablePLLTextboxes();
+    void AdjustScrollBar(int i);
+    void CheckOutputLimits(Field& field);
+    void DisplayPinout();
+    // Highest output frequency of the device at the present voltage.
+    double OutputMaximum() const;
+
+    // Event procedures.
+    void opt8Pin_Click();
+    void opt14Pin_Click();
+    void cboClkADiv_Click();
+    void cboRefClkDiv_Click();
+    void cboPLLData_Click(int Index);
+    void cboActualClkA_Click(int Index);
+    void cboActualRefClk_Click(int Index);
+    void vsbOutput_Change();
+    void vsbPLLData_Change();
+    void txtPLL_Change(int Index);
+    void txtPLL_LostFocus(int Index);
+    void chkSmoothSlew_Click();
+    void chkPLLStop_Click();
+    void chkPLLAndOscillatorStop_Click();
+    void chkOEClockA_Click();
+    void chkOEReference_Click();
+    void chkPowerDown_Click();
+
+    // State the tests and the entry file look at.
+    int PLLCount() const { return mintPLLCount; }
+    bool FormReady() const { return mblnFormReady; }
+    const std::string& PLLText(int i) const;
+
+    // The objects the window owns, created on first use.
+    clsPLL& PLL();
+    clsReference& Reference();
+    cls4860Die& Die();
+    clsQX4860& DeviceRules();
+    clsGraphics& Graphics();
+    clsEntryFile4860& EntryFile();
+
+    // Fields, one row per frequency selection.
+    ControlArray<Label> lblSelectIndex{kRows};
+    ControlArray<TextField> txtPLL{kRows};
+    ControlArray<Label> lblDesiredClkA{kRows};
+    ControlArray<ListField> cboActualClkA{kRows};
+    ControlArray<Label> lblDesiredRefClk{kRows};
+    ControlArray<ListField> cboActualRefClk{kRows};
+    ControlArray<Label> lblPLLDataIndex{kRows};
+    ControlArray<ListField> cboPLLData{kRows};
+
+    Frame fraPackage;
+    OptionButton opt8Pin;
+    OptionButton opt14Pin;
+    Frame fraVoltage;
+    Frame fraReference;
+    Label lblFRefMin;
+    Label lblFRefMax;
+    Frame fraOptions;
+    CheckBox chkSmoothSlew;
+    CheckBox chkOEClockA;
+    CheckBox chkOEReference;
+    CheckBox chkPowerDown;
+    Frame fraOERPDControl;
+    CheckBox chkPLLStop;
+    CheckBox chkPLLAndOscillatorStop;
+    Frame fraFrequencies;
+    Label lblClkADiv;
+    ListField cboClkADiv;
+    Label lblRefClkDiv;
+    ListField cboRefClkDiv;
+    Label lblDesiredPLL;
+    Label lblActualRefClk;
+    Label lblActualClkA;
+    Label lblPLL;
+    Label lblMinimum;
+    Label lblMaximum;
+    Label lblLimitFrequency;
+    Label lblLimitP;
+    Label lblLimitQ;
+    ScrollBar vsbOutput;
+    ScrollBar vsbPLLData;
+    PictureBox picOutputDisplay;
+    PictureBox picPLLData;
+
+  protected:
+    void InitializeControls() override;
+    void InitializeDieClass() override;
+    void InitializePLLClass() override;
+    void SetDefaultOptions() override;
+    double DieVoltage() const override;
+    void SetDieVoltage(double voltage) override;
+    void GetCurrentPLLLimits() override;
+    void SetNewPLLLimits() override;
+    bool LimitsEqualDefaults() override;
+    double ReferenceMinimum() const override;
+    double ReferenceMaximum() const override;
+    void FillFromEntryFile(clsEntryFile& data) override;
+    void ReleaseObjects() override;
+
+  private:
+    void RegisterFields();
+    void ConnectEvents();
+    void LayOutRows();
+    double Frequency(int i) const;
+    // The list and its row fields of one output.
+    void DesiredClock(ListField& divider, Label& desired, int i);
+    void ActualClick(ListField& divider, ListField& actual, int i);
+    // The row panels end at the bottom of row last.
+    void SizePanels(int last);
+
+    int mintPLLCount = 16;
+    bool mblnFormReady = false;
+    std::vector<bool> mablnPreScale;
+    std::vector<std::string> mastrPLLText;
+    std::array<int, 3> mintSavedCheck{1, 1, 1};
+    std::vector<std::string> mastrPinName;
+
+    std::unique_ptr<EntryFileHost> mHost;
+    std::unique_ptr<clsPLL> mclsPLL;
+    std::unique_ptr<clsReference> mclsReference;
+    std::unique_ptr<cls4860Die> mclsDie;
+    std::unique_ptr<clsQX4860> mclsDevice;
+    std::unique_ptr<clsGraphics> mclsGraphics;
+    std::unique_ptr<clsEntryFile4860> mclsEntryFile;
+};
+
+}  // namespace pendulon

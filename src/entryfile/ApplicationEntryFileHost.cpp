@@ -1,0 +1,29 @@
+#include "entryfile/ApplicationEntryFileHost.hpp"
+
+#include "shell/Application.hpp"
+#include "shell/frmMain.hpp"
+#include "shell/frmSummary.hpp"
+#include "shell/mSharedApp.hpp"
+
+namespace pendulon {
+
+ErrorReport& ApplicationEntryFileHost::Errors() { return app_.Errors(); }
+std::string ApplicationEntryFileHost::Title() { return app_.gstrTitle; }
+std::string ApplicationEntryFileHost::Build() { return app_.gstrBuild; }
+std::string ApplicationEntryFileHost::EntryFileHeader() { return mShared::EntryFileHeader(app_); }
+std::string ApplicationEntryFileHost::Revision() { return app_.Summary().txtRevision.Text(); }
+std::string ApplicationEntryFileHost::SummaryFilename() {
+    return app_.Summary().txtFilename.Text();
+}
+bool ApplicationEntryFileHost::SaveEntryFileDescription() {
+    return app_.Main().mblnSaveEntryFileDescription;
+}
+std::string ApplicationEntryFileHost::RecentFileCaption() {
+    return app_.Main().mnuFilePathArray[1].Caption();
+}
+void ApplicationEntryFileHost::DisplayStatus(const std::string& text) {
+    app_.Main().DisplayStatus(text);
+}
+void ApplicationEntryFileHost::ShowHelp(const std::string& text) { app_.Main().ShowHelp(text); }
+
+}  // namespace pendulon
