@@ -148,8 +148,13 @@ bool DocumentSession::Click(const std::string& name, std::string& error) {
             window->SetFocusTo(field);
             field->RaiseClick();
             break;
+        case FieldKind::MenuItem:
+            // A menu takes no focus from the field that has it.
+            field->RaiseClick();
+            break;
         case FieldKind::Check: {
             window->SetFocusTo(field);
+            // A click ticks a clear box and clears a ticked or greyed one.
             auto* check = static_cast<CheckBox*>(field);
             check->SetValue(check->Value() == 0 ? 1 : 0);
             break;

@@ -62,9 +62,9 @@ public:
     virtual void cmdApplyLimits_Click();
     virtual void cmdCalculate_Click();
     // Colours every loop frequency and output against the limits.
-    virtual void CheckPLLLimits() = 0;
+    virtual void CheckPLLLimits() {}
     // Brings every desired-frequency label up to date with the inputs.
-    virtual void CalculateAllDesiredClocks() = 0;
+    virtual void CalculateAllDesiredClocks() {}
 
     // Life cycle. Form_Load runs the load steps; Form_QueryUnload returns true to cancel.
     virtual void Form_Load();
@@ -109,24 +109,25 @@ public:
     int mintCalculateCounter = 0;
 
 protected:
-    // Device steps the shared flows call.
-    virtual void InitializeControls() = 0;
-    virtual void InitializeDieClass() = 0;
-    virtual void InitializePLLClass() = 0;
+    // Device steps the shared flows call. The defaults suit a window without loops or limits;
+    // every device window overrides those its device has.
+    virtual void InitializeControls() {}
+    virtual void InitializeDieClass() {}
+    virtual void InitializePLLClass() {}
     // Default device options at load, before the voltage is chosen.
-    virtual void SetDefaultOptions() = 0;
-    virtual double DieVoltage() const = 0;
-    virtual void SetDieVoltage(double voltage) = 0;
+    virtual void SetDefaultOptions() {}
+    virtual double DieVoltage() const { return mdblVoltage; }
+    virtual void SetDieVoltage(double voltage) { mdblVoltage = voltage; }
     // Limit exchange between the die, the reference and the limit fields.
-    virtual void GetCurrentPLLLimits() = 0;
-    virtual void SetNewPLLLimits() = 0;
+    virtual void GetCurrentPLLLimits() {}
+    virtual void SetNewPLLLimits() {}
     // True when every current limit of the die equals its default.
-    virtual bool LimitsEqualDefaults() = 0;
-    virtual double ReferenceMinimum() const = 0;
-    virtual double ReferenceMaximum() const = 0;
-    virtual void FindPLLs() = 0;
+    virtual bool LimitsEqualDefaults() { return true; }
+    virtual double ReferenceMinimum() const { return 1; }
+    virtual double ReferenceMaximum() const { return 30; }
+    virtual void FindPLLs() {}
     // The entry-file object's form fill.
-    virtual void FillFromEntryFile(clsEntryFile& data) = 0;
+    virtual void FillFromEntryFile(clsEntryFile&) {}
     // Releases the objects the window owns.
     virtual void ReleaseObjects() {}
 
@@ -150,6 +151,7 @@ protected:
     bool mblnLoading = false;
 
 private:
+    double mdblVoltage = 5.0;
     void VoltageChange(double voltage);
     void LeaveLimit(TextField& field, int index, bool isMaximum);
     // Runs a flow with the window disabled, then restores it and gives it the focus.

@@ -10,6 +10,7 @@
 #include "core/clsReference.hpp"
 #include "core/mShared.hpp"
 #include "entryfile/clsEntryFile4860.hpp"
+#include "graphics/clsGraphics.hpp"
 #include "power/clsPower4860.hpp"
 #include "power/frmPower.hpp"
 #include "reports/mAsciiPrintout.hpp"
@@ -152,6 +153,14 @@ clsQX4860& frmQX6105A::DeviceRules() {
     return *mclsDevice;
 }
 
+clsGraphics& frmQX6105A::Graphics() {
+    if (!mclsGraphics) {
+        mclsGraphics = std::make_unique<clsGraphics>(App().Errors(), App().gintTwipsPerPixelX,
+                                                     App().gintTwipsPerPixelY);
+    }
+    return *mclsGraphics;
+}
+
 clsEntryFile4860& frmQX6105A::EntryFile() {
     if (!mclsEntryFile) {
         mobjEntryHost = std::make_unique<ApplicationEntryFileHost>(App());
@@ -165,6 +174,7 @@ void frmQX6105A::ReleaseObjects() {
     mclsReference.reset();
     mclsDie.reset();
     mclsDevice.reset();
+    mclsGraphics.reset();
     mclsEntryFile.reset();
     mobjEntryHost.reset();
 }
@@ -203,7 +213,8 @@ void frmQX6105A::DisplayPinout() {
         return;
     }
     mAsciiPrintout::GetPinout6105A(mastrPinName, optFS.Value() ? "Select" : "OE");
-    picPinout.Cls();
+    Graphics().DrawChip(picPinout, device, mastrPinName, 1.0);
+    picPinout.Refresh();
 }
 
 void frmQX6105A::InitializeControls() {

@@ -13,6 +13,7 @@ class clsReference;
 class cls4860Die;
 class clsQX4860;
 class ApplicationEntryFileHost;
+class clsGraphics;
 class clsEntryFile4860;
 
 // The QX6105A, QX6105AF and QX6105AI: one PLL that runs at two frequencies chosen by pin 8
@@ -59,6 +60,7 @@ public:
     clsReference& Reference();
     cls4860Die& Die();
     clsQX4860& DeviceRules();
+    clsGraphics& Graphics();
     clsEntryFile4860& EntryFile();
 
     // Fields.
@@ -109,6 +111,7 @@ private:
     std::unique_ptr<clsReference> mclsReference;
     std::unique_ptr<cls4860Die> mclsDie;
     std::unique_ptr<clsQX4860> mclsDevice;
+    std::unique_ptr<clsGraphics> mclsGraphics;
     std::unique_ptr<ApplicationEntryFileHost> mobjEntryHost;
     std::unique_ptr<clsEntryFile4860> mclsEntryFile;
 };

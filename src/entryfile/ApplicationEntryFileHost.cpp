@@ -7,11 +7,21 @@
 
 namespace pendulon {
 
-ErrorReport& ApplicationEntryFileHost::Errors() { return app_.Errors(); }
-std::string ApplicationEntryFileHost::Title() { return app_.gstrTitle; }
-std::string ApplicationEntryFileHost::Build() { return app_.gstrBuild; }
-std::string ApplicationEntryFileHost::EntryFileHeader() { return mShared::EntryFileHeader(app_); }
-std::string ApplicationEntryFileHost::Revision() { return app_.Summary().txtRevision.Text(); }
+ErrorReport& ApplicationEntryFileHost::Errors() {
+    return app_.Errors();
+}
+std::string ApplicationEntryFileHost::Title() {
+    return app_.gstrTitle;
+}
+std::string ApplicationEntryFileHost::Build() {
+    return app_.gstrBuild;
+}
+std::string ApplicationEntryFileHost::EntryFileHeader() {
+    return mShared::EntryFileHeader(app_);
+}
+std::string ApplicationEntryFileHost::Revision() {
+    return app_.Summary().txtRevision.Text();
+}
 std::string ApplicationEntryFileHost::SummaryFilename() {
     return app_.Summary().txtFilename.Text();
 }
@@ -24,6 +34,8 @@ std::string ApplicationEntryFileHost::RecentFileCaption() {
 void ApplicationEntryFileHost::DisplayStatus(const std::string& text) {
     app_.Main().DisplayStatus(text);
 }
-void ApplicationEntryFileHost::ShowHelp(const std::string& text) { app_.Main().ShowHelp(text); }
+void ApplicationEntryFileHost::ShowHelp(const std::string& text) {
+    app_.Main().ShowHelp(text);
+}
 
 }  // namespace pendulon

@@ -7,7 +7,7 @@ class Application;
 
 // The running application as the entry-file classes see it.
 class ApplicationEntryFileHost : public EntryFileHost {
-public:
+  public:
     explicit ApplicationEntryFileHost(Application& app) : app_(app) {}
     ErrorReport& Errors() override;
     std::string Title() override;
@@ -20,7 +20,7 @@ public:
     void DisplayStatus(const std::string& text) override;
     void ShowHelp(const std::string& text) override;
 
-private:
+  private:
     Application& app_;
 };
 

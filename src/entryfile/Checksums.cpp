@@ -29,17 +29,19 @@ std::string CalculateJEDECChecksum(std::string_view fuses) {
     for (size_t g = 0; g < text.size(); g += 8) {
         unsigned byte = 0;
         for (unsigned b = 0; b < 8; ++b)
-            if (text[g + b] == '1') byte += 1u << b;
+            if (text[g + b] == '1')
+                byte += 1u << b;
         sum += byte;
     }
     std::string hex = Hex(static_cast<long long>(sum));
-    if (hex.size() < 4) hex.insert(0, 4 - hex.size(), '0');
+    if (hex.size() < 4)
+        hex.insert(0, 4 - hex.size(), '0');
     return hex;
 }
 
 std::string CalculateChecksum(const clsEntryFile& entry, const std::string& device) {
-    if (device == "QX4860" || device == "QX6105A" || device == "QX4860F" ||
-        device == "QX6105AF" || device == "QX4860I" || device == "QX6105AI") {
+    if (device == "QX4860" || device == "QX6105A" || device == "QX4860F" || device == "QX6105AF" ||
+        device == "QX4860I" || device == "QX6105AI") {
         return IntegerText(clsEntryFile4860::CalculateChecksum(entry, entry.Errors()));
     }
     // The QX7311 family and the QX5140 have their own layout, which this build does not read

@@ -11,7 +11,7 @@ class ListField;
 // title texts, the common header block, the summary fields, the detail setting of the main
 // window, its status and hint lines and the first recent-file entry.
 class EntryFileHost {
-public:
+  public:
     virtual ~EntryFileHost() = default;
     virtual ErrorReport& Errors() = 0;
     virtual std::string Title() = 0;            // the application title
@@ -27,7 +27,7 @@ public:
 
 // The members of a configurator the entry-file classes use beyond its named fields.
 class EntryForm {
-public:
+  public:
     virtual ~EntryForm() = default;
     virtual std::string Device() const = 0;
     virtual bool PreScale(int index) const = 0;

@@ -1,6 +1,7 @@
 #include "entryfile/ReadFile.hpp"
 
 #include <sys/stat.h>
+
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -30,19 +31,22 @@ std::vector<std::string_view> SplitLines(std::string_view text) {
         const char c = text[pos];
         if (c == '\r' || c == '\n') {
             lines.push_back(text.substr(start, pos - start));
-            if (c == '\r' && pos + 1 < text.size() && text[pos + 1] == '\n') ++pos;
+            if (c == '\r' && pos + 1 < text.size() && text[pos + 1] == '\n')
+                ++pos;
             start = pos + 1;
         }
         ++pos;
     }
-    if (start < text.size()) lines.push_back(text.substr(start));
+    if (start < text.size())
+        lines.push_back(text.substr(start));
     return lines;
 }
 
 // A value in Integer range, or an overflow through the report (nullopt: keep the old value).
 std::optional<std::int16_t> IntegerValue(double value, ErrorReport& errors) {
     const auto result = ToInteger(value);
-    if (!result) errors.Raise(errors::Overflow, kSource);
+    if (!result)
+        errors.Raise(errors::Overflow, kSource);
     return result;
 }
 
@@ -61,7 +65,8 @@ double TaggedNumber(std::string_view line, std::string_view tag) {
 
 std::string FileDateText(const std::string& path) {
     struct stat info {};
-    if (::stat(path.c_str(), &info) != 0) return {};
+    if (::stat(path.c_str(), &info) != 0)
+        return {};
     return FormatGeneralDate(DateTime::FromUnixSeconds(static_cast<std::int64_t>(info.st_mtime)));
 }
 
@@ -106,26 +111,34 @@ bool ReadFile(const std::string& path, clsEntryFile& file) {
             file.mstrPartDescription = Trim(mShared::GetSubstring(line, "# s", ";"));
             file.mstrVersion = Trim(mShared::GetSubstring(file.mstrPartDescription, "-", ";"));
             std::string value = Trim(mShared::GetSubstring(line, "name", ""));
-            if (value.empty()) value = Trim(mShared::GetSubstring(line, "configuration for", ""));
-            if (value.empty()) value = Trim(mShared::GetSubstring(line, "configuration", ""));
-            if (!value.empty()) file.mstrConfiguration = value;
+            if (value.empty())
+                value = Trim(mShared::GetSubstring(line, "configuration for", ""));
+            if (value.empty())
+                value = Trim(mShared::GetSubstring(line, "configuration", ""));
+            if (!value.empty())
+                file.mstrConfiguration = value;
         } else if (tag == "# b") {
-            if (auto v = IntegerValue(Val(Trim(Mid(line, 4, 3))), errors)) file.mintBValue = *v;
+            if (auto v = IntegerValue(Val(Trim(Mid(line, 4, 3))), errors))
+                file.mintBValue = *v;
         } else if (tag == "# r") {
             file.mstrRValue = Trim(Mid(line, 4, 3));
         } else if (tag == "# d") {
-            if (auto v = IntegerValue(TaggedNumber(line, "# d"), errors)) file.set_d(countD, *v);
+            if (auto v = IntegerValue(TaggedNumber(line, "# d"), errors))
+                file.set_d(countD, *v);
             Advance(countD, errors);
         } else if (tag == "# f") {
             file.set_f(countF, TaggedNumber(line, "# f"));
             Advance(countF, errors);
         } else if (tag == "# i") {
-            if (auto v = IntegerValue(TaggedNumber(line, "# i"), errors)) file.set_i(countI, *v);
+            if (auto v = IntegerValue(TaggedNumber(line, "# i"), errors))
+                file.set_i(countI, *v);
             Advance(countI, errors);
         } else if (tag == "# m") {
-            if (auto v = IntegerValue(TaggedNumber(line, "# m"), errors)) file.mintMValue = *v;
+            if (auto v = IntegerValue(TaggedNumber(line, "# m"), errors))
+                file.mintMValue = *v;
         } else if (tag == "# p") {
-            if (auto v = IntegerValue(TaggedNumber(line, "# p"), errors)) file.mintPValue = *v;
+            if (auto v = IntegerValue(TaggedNumber(line, "# p"), errors))
+                file.mintPValue = *v;
         } else if (tag == "###") {
             // A comment line of older files.
         } else if (n + 1 < lines.size()) {
@@ -133,8 +146,10 @@ bool ReadFile(const std::string& path, clsEntryFile& file) {
         }
     }
 
-    if (file.mstrCustomer.empty()) file.mstrCustomer = file.mstrConfiguration;
-    if (file.mstrModificationDate.empty()) file.mstrModificationDate = FileDateText(path);
+    if (file.mstrCustomer.empty())
+        file.mstrCustomer = file.mstrConfiguration;
+    if (file.mstrModificationDate.empty())
+        file.mstrModificationDate = FileDateText(path);
 
     if (countI != 0 && countF != 0) {
         file.mintDCount = countD;

@@ -1,11 +1,11 @@
 #include "entryfile/clsEntryFile4860.hpp"
 
 #include "configurators/Configurator.hpp"
-#include "entryfile/ApplicationEntryFileHost.hpp"
 #include "core/Numbers.hpp"
-#include "core/clsPLL.hpp"
 #include "core/Text.hpp"
+#include "core/clsPLL.hpp"
 #include "core/mShared.hpp"
+#include "entryfile/ApplicationEntryFileHost.hpp"
 #include "entryfile/Checksums.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "platform/CheckBox.hpp"
@@ -23,17 +23,25 @@ const std::string kCrLf = "\r\n";
 constexpr long kObjectDoesNotSupport = 438;
 constexpr long kFileAccessError = 75;
 
-std::string Text(long long value) { return IntegerText(value); }
+std::string Text(long long value) {
+    return IntegerText(value);
+}
 
 // Four binary digits of a selection number.
-std::string Sel4(int sel) { return mShared::DisplayBinary(static_cast<std::int16_t>(sel), 4); }
+std::string Sel4(int sel) {
+    return mShared::DisplayBinary(static_cast<std::int16_t>(sel), 4);
+}
 
-double GetP(const std::string& data) { return Val(mShared::GetSubstring(data, "P:", "Q:")); }
-double GetQ(const std::string& data) { return Val(mShared::GetSubstring(data, "Q:", "")); }
+double GetP(const std::string& data) {
+    return Val(mShared::GetSubstring(data, "P:", "Q:"));
+}
+double GetQ(const std::string& data) {
+    return Val(mShared::GetSubstring(data, "Q:", ""));
+}
 
 // A configurator seen through the members the entry-file classes use.
 class ConfiguratorEntryForm : public EntryForm {
-public:
+  public:
     explicit ConfiguratorEntryForm(Configurator& form) : form_(form) {}
     std::string Device() const override { return form_.Device(); }
     bool PreScale(int index) const override { return form_.PreScale(index); }
@@ -41,7 +49,7 @@ public:
     void cmdApplyLimits_Click() override { form_.cmdApplyLimits_Click(); }
     Window& Fields() override { return form_; }
 
-private:
+  private:
     Configurator& form_;
 };
 
@@ -76,7 +84,8 @@ void clsEntryFile4860::SetForm(Configurator& form) {
 }
 
 void clsEntryFile4860::SetForm(std::unique_ptr<EntryForm> form) {
-    if (form && IsFamilyDevice(form->Device())) form_ = std::move(form);
+    if (form && IsFamilyDevice(form->Device()))
+        form_ = std::move(form);
 }
 
 Field* clsEntryFile4860::Find(EntryForm& form, const std::string& name) {
@@ -90,8 +99,10 @@ Field* clsEntryFile4860::Find(EntryForm& form, const std::string& name) {
 // An option set or a check box ticked.
 bool clsEntryFile4860::On(EntryForm& form, const std::string& name) {
     Field* field = Find(form, name);
-    if (auto* option = dynamic_cast<OptionButton*>(field)) return option->Value();
-    if (auto* check = dynamic_cast<CheckBox*>(field)) return check->Value() == 1;
+    if (auto* option = dynamic_cast<OptionButton*>(field))
+        return option->Value();
+    if (auto* check = dynamic_cast<CheckBox*>(field))
+        return check->Value() == 1;
     return false;
 }
 
@@ -114,13 +125,15 @@ void clsEntryFile4860::GetConfigurationEPROMBit(EntryForm& form, const std::stri
     };
     auto oe = [&](const std::string& x, bool y) { return isOff(x) ? 3 : (y ? 1 : 0); };
     auto mux = [&](const std::string& x) {
-        if (isOff(x)) return 0;
+        if (isOff(x))
+            return 0;
         auto* list = dynamic_cast<ListField*>(Find(form, x));
         return list ? list->ListIndex() : 0;
     };
 
     const std::string which = Trim(strWhichBit);
-    const bool numeric = !which.empty() && which.find_first_not_of("0123456789") == std::string::npos &&
+    const bool numeric = !which.empty() &&
+                         which.find_first_not_of("0123456789") == std::string::npos &&
                          which.size() <= 2;
     const int n = numeric ? std::stoi(which) : -1;
     if (n < 0 || n > 17) {
@@ -134,11 +147,21 @@ void clsEntryFile4860::GetConfigurationEPROMBit(EntryForm& form, const std::stri
     const bool pins14 = is4860 && On(form, "opt14Pin");
     int value = 0;
     switch (n) {
-        case 0: value = 0; break;
-        case 1: value = checkValue("chkSmoothSlew"); break;
-        case 2: value = On(form, "opt5V") ? 1 : 0; break;
-        case 3: value = On(form, "opt3V") ? 1 : 0; break;
-        case 4: value = 0; break;
+        case 0:
+            value = 0;
+            break;
+        case 1:
+            value = checkValue("chkSmoothSlew");
+            break;
+        case 2:
+            value = On(form, "opt5V") ? 1 : 0;
+            break;
+        case 3:
+            value = On(form, "opt3V") ? 1 : 0;
+            break;
+        case 4:
+            value = 0;
+            break;
         case 5: {
             if (On(form, "opt3V")) {
                 value = 0;
@@ -146,27 +169,44 @@ void clsEntryFile4860::GetConfigurationEPROMBit(EntryForm& form, const std::stri
             }
             value = 1;
             for (int j = 0;; ++j) {
-                auto* list = form.Fields().Fields().FindAs<ListField>(
-                    "cboPLLData(" + std::to_string(j) + ")");
-                if (!list) break;
-                if (Val(list->Text()) > 195) value = 0;
+                auto* list = form.Fields().Fields().FindAs<ListField>("cboPLLData(" +
+                                                                      std::to_string(j) + ")");
+                if (!list)
+                    break;
+                if (Val(list->Text()) > 195)
+                    value = 0;
             }
             break;
         }
-        case 6: value = is6105 ? 0 : 1; break;
-        case 7: value = is6105 ? 0 : (pins14 ? 1 : 0); break;
-        case 8: value = is6105 ? (On(form, "optFS") ? 1 : 0) : (pins14 ? 0 : 1); break;
-        case 9: value = is6105 ? 0 : (checkValue("chkPowerDown") == 1 ? 0 : 1); break;
-        case 10: value = is6105 ? 0 : checkValue("chkPLLAndOscillatorStop"); break;
-        case 11:
-            value = is6105 ? 0
-                           : ((checkValue("chkPLLStop") == 1 ||
-                               checkValue("chkPLLAndOscillatorStop") == 1)
-                                  ? 1
-                                  : 0);
+        case 6:
+            value = is6105 ? 0 : 1;
             break;
-        case 12: value = is6105 ? oe("cboClkDiv(1)", On(form, "optOE")) : 3; break;
-        case 13: value = is6105 ? mux("cboClkDiv(1)") : 0; break;
+        case 7:
+            value = is6105 ? 0 : (pins14 ? 1 : 0);
+            break;
+        case 8:
+            value = is6105 ? (On(form, "optFS") ? 1 : 0) : (pins14 ? 0 : 1);
+            break;
+        case 9:
+            value = is6105 ? 0 : (checkValue("chkPowerDown") == 1 ? 0 : 1);
+            break;
+        case 10:
+            value = is6105 ? 0 : checkValue("chkPLLAndOscillatorStop");
+            break;
+        case 11:
+            value =
+                is6105
+                    ? 0
+                    : ((checkValue("chkPLLStop") == 1 || checkValue("chkPLLAndOscillatorStop") == 1)
+                           ? 1
+                           : 0);
+            break;
+        case 12:
+            value = is6105 ? oe("cboClkDiv(1)", On(form, "optOE")) : 3;
+            break;
+        case 13:
+            value = is6105 ? mux("cboClkDiv(1)") : 0;
+            break;
         case 14:
             if (is6105)
                 value = oe("cboClkDiv(0)", On(form, "optOE"));
@@ -175,7 +215,9 @@ void clsEntryFile4860::GetConfigurationEPROMBit(EntryForm& form, const std::stri
             else
                 value = isOff("cboRefClkDiv") ? 3 : 0;
             break;
-        case 15: value = is6105 ? mux("cboClkDiv(0)") : mux("cboRefClkDiv"); break;
+        case 15:
+            value = is6105 ? mux("cboClkDiv(0)") : mux("cboRefClkDiv");
+            break;
         case 16:
             if (is6105)
                 value = oe("cboClkDiv(2)", On(form, "optOE"));
@@ -184,7 +226,9 @@ void clsEntryFile4860::GetConfigurationEPROMBit(EntryForm& form, const std::stri
             else  // 2, not 1: the 14-pin clock A enable is its own code
                 value = (pins14 && On(form, "chkOEClockA")) ? 2 : 0;
             break;
-        case 17: value = is6105 ? mux("cboClkDiv(2)") : mux("cboClkADiv"); break;
+        case 17:
+            value = is6105 ? mux("cboClkDiv(2)") : mux("cboClkADiv");
+            break;
     }
     result = static_cast<std::int16_t>(value);
 }
@@ -209,13 +253,27 @@ void clsEntryFile4860::GetCPUEPROMBit(EntryForm& form, const std::string& strWhi
         return list ? list->Text() : std::string();
     };
     switch (b) {
-        case 0: result = 0; break;
-        case 1: result = form.PreScale(k) ? 1 : 0; break;
-        case 2: result = Val(data()) < 20 ? 1 : 0; break;
-        case 3: result = 1; break;
-        case 4: result = 1; break;
-        case 5: result = GetP(data()); break;
-        case 6: result = GetQ(data()); break;
+        case 0:
+            result = 0;
+            break;
+        case 1:
+            result = form.PreScale(k) ? 1 : 0;
+            break;
+        case 2:
+            result = Val(data()) < 20 ? 1 : 0;
+            break;
+        case 3:
+            result = 1;
+            break;
+        case 4:
+            result = 1;
+            break;
+        case 5:
+            result = GetP(data());
+            break;
+        case 6:
+            result = GetQ(data());
+            break;
     }
 }
 
@@ -223,41 +281,68 @@ void clsEntryFile4860::GetCPUEPROMBit(EntryForm& form, const std::string& strWhi
 
 namespace {
 std::string CommentI(int n, bool details) {
-    if (!details) return {};
+    if (!details)
+        return {};
     switch (n) {
-        case 0: return "  Enable Async OE";
-        case 1: return "  Enable smooth slewing";
-        case 2: return "  Enable TTL thresholds (for 5V operation)";
-        case 3: return "  Enable extra drive (for 3V operation)";
-        case 4: return "  Enable VReg Boost signal (always 0)";
+        case 0:
+            return "  Enable Async OE";
+        case 1:
+            return "  Enable smooth slewing";
+        case 2:
+            return "  Enable TTL thresholds (for 5V operation)";
+        case 3:
+            return "  Enable extra drive (for 3V operation)";
+        case 4:
+            return "  Enable VReg Boost signal (always 0)";
         case 5:
             return "  Enable Voltage Regulator (3V: when VCO < 120, 5V: when VCO < 190)" + kCrLf;
-        case 6: return "  Clk2 is output on Pad 17 / Pad 1 is an input";
-        case 7: return "  Pad 12 is OE(CLK1)";
-        case 8: return "  Pad 10 is FS1";
-        case 9: return "  Pad 7 is OE only, disable Full Chip Shutdown" + kCrLf;
-        case 10: return " Enable Crystal Shutdown (1 bit)";
-        case 11: return " Enable PLL Shutdown (1 bit)" + kCrLf;
-        case 12: return " CLK3 OE control  (2 bits --- range: 0-3)";
-        case 13: return " CLK3 Mux control (3 bits --- range: 0-7)";
-        case 14: return " CLK2 OE control  (2 bits --- range: 0-3)";
-        case 15: return " CLK2 Mux control (3 bits --- range: 0-7)";
-        case 16: return " CLK1 OE control  (2 bits --- range: 0-3)";
-        case 17: return " CLK1 Mux control (3 bits --- range: 0-7)" + kCrLf;
-        default: return {};
+        case 6:
+            return "  Clk2 is output on Pad 17 / Pad 1 is an input";
+        case 7:
+            return "  Pad 12 is OE(CLK1)";
+        case 8:
+            return "  Pad 10 is FS1";
+        case 9:
+            return "  Pad 7 is OE only, disable Full Chip Shutdown" + kCrLf;
+        case 10:
+            return " Enable Crystal Shutdown (1 bit)";
+        case 11:
+            return " Enable PLL Shutdown (1 bit)" + kCrLf;
+        case 12:
+            return " CLK3 OE control  (2 bits --- range: 0-3)";
+        case 13:
+            return " CLK3 Mux control (3 bits --- range: 0-7)";
+        case 14:
+            return " CLK2 OE control  (2 bits --- range: 0-3)";
+        case 15:
+            return " CLK2 Mux control (3 bits --- range: 0-7)";
+        case 16:
+            return " CLK1 OE control  (2 bits --- range: 0-3)";
+        case 17:
+            return " CLK1 Mux control (3 bits --- range: 0-7)" + kCrLf;
+        default:
+            return {};
     }
 }
 
 std::string CommentCPUText(int b, bool details) {
     switch (b) {
-        case 0: return details ? " RESERVED (1 bit)" : "";
-        case 1: return details ? " Force Div/2 prescale on PLL output (1 bit)" : "";
-        case 2: return details ? " PLL charge pump 2uA (low current) setting (1 bit)" : "";
-        case 3: return details ? " Add 10ns to PLL slew delay window (1 Bit)" : "";
-        case 4: return details ? " Add 5ns to PLL slew delay window (1 bit)" : "";
-        case 5: return " P (decimal P Value)";
-        case 6: return " Q (decimal Q Value)" + kCrLf;
-        default: return {};
+        case 0:
+            return details ? " RESERVED (1 bit)" : "";
+        case 1:
+            return details ? " Force Div/2 prescale on PLL output (1 bit)" : "";
+        case 2:
+            return details ? " PLL charge pump 2uA (low current) setting (1 bit)" : "";
+        case 3:
+            return details ? " Add 10ns to PLL slew delay window (1 Bit)" : "";
+        case 4:
+            return details ? " Add 5ns to PLL slew delay window (1 bit)" : "";
+        case 5:
+            return " P (decimal P Value)";
+        case 6:
+            return " Q (decimal Q Value)" + kCrLf;
+        default:
+            return {};
     }
 }
 
@@ -271,7 +356,8 @@ std::string CommentF(int n, bool details) {
         else if (n >= 10 && n <= 16)
             result = " Desired PLL freq sel " + Sel4(n - 1);
     }
-    if (n == 8) result += kCrLf;
+    if (n == 8)
+        result += kCrLf;
     return result;
 }
 }  // namespace
@@ -291,7 +377,8 @@ void clsEntryFile4860::CommentCPU(int b, std::string& result) const {
 // ---- The image ---------------------------------------------------------------------------------
 
 void clsEntryFile4860::MakeEntryFile() {
-    if (!form_) return;
+    if (!form_)
+        return;
     EntryForm& form = *form_;
     ErrorReport& errors = host_.Errors();
     clsEntryFile& e = entry_;
@@ -356,10 +443,12 @@ void clsEntryFile4860::MakeEntryFile() {
 }
 
 bool clsEntryFile4860::OutOfRange() {
-    if (!form_) return false;
+    if (!form_)
+        return false;
     for (const char* name : {"txtPLL(0)", "txtPLL(1)"}) {
         Field* field = form_->Fields().Fields().Find(name);
-        if (field && field->ForeColor() == colors::Red) return true;
+        if (field && field->ForeColor() == colors::Red)
+            return true;
     }
     return false;
 }
@@ -368,11 +457,14 @@ std::string clsEntryFile4860::EntryFileText(const clsEntryFile& e, const std::st
                                             const std::string& header, bool details,
                                             bool outOfRange) {
     std::string out = header + kCrLf;
-    if (outOfRange) out += "***PLL(s) ARE OUT OF DEFAULT RANGE***" + kCrLf + kCrLf;
+    if (outOfRange)
+        out += "***PLL(s) ARE OUT OF DEFAULT RANGE***" + kCrLf + kCrLf;
     const bool is4860 = Is4860Device(device);
-    if (is4860) out += "Package: " + e.mstrPackage + kCrLf + kCrLf;
+    if (is4860)
+        out += "Package: " + e.mstrPackage + kCrLf + kCrLf;
     out += "# s " + mShared::PadOutputString(e.mstrPartDescription, 15) + kCrLf;
-    if (is4860) out += "# p " + Text(e.mintPValue) + kCrLf;
+    if (is4860)
+        out += "# p " + Text(e.mintPValue) + kCrLf;
     out += kCrLf;
     for (int n = 0; n <= 16; ++n)
         out += "# f " + mShared::FormatFrequencyFixed(e.f(n), 1) + " ;" + Text(n) +
@@ -460,7 +552,8 @@ std::string clsEntryFile4860::EPROMVectorText(const clsEntryFile& e, const std::
     std::string out = std::string(1, '\x02') + kCrLf;
     out += "Generated by " + title + " - " + build + kCrLf;
     out += "Varnhol Semiconductor" + kCrLf;
-    if (outOfRange) out += kCrLf + "    PLL(S) ARE OUT OF DEFAULT RANGE" + kCrLf + kCrLf;
+    if (outOfRange)
+        out += kCrLf + "    PLL(S) ARE OUT OF DEFAULT RANGE" + kCrLf + kCrLf;
     out += "*" + kCrLf;
     if (device == "QX4860" || device == "QX4860F" || device == "QX6105AF")
         out += "QP00" + Text(e.mintPValue) + "* QF0884* G0 *" + kCrLf;
@@ -468,7 +561,8 @@ std::string clsEntryFile4860::EPROMVectorText(const clsEntryFile& e, const std::
     const std::string fuses = FuseMap(e);
     for (size_t row = 0; row < 17; ++row) {
         out += fuses.substr(row * 52, 52);
-        if (row == 16) out += "*";
+        if (row == 16)
+            out += "*";
         out += kCrLf;
     }
     out += "C" + mShared::CalculateJEDECChecksum(fuses) + "*" + kCrLf;
@@ -512,7 +606,8 @@ T* As(Window& w, const std::string& name) {
 
 void SetReference(Window& w, double reference) {
     auto* ref = As<ListField>(w, "cboFRef");
-    if (!ref) return;
+    if (!ref)
+        return;
     const std::string value = GeneralNumber(reference);
     if (!mShared::SetListIndex(*ref, value)) {
         ref->SetText(value);
@@ -521,15 +616,18 @@ void SetReference(Window& w, double reference) {
 }
 
 void SetOption(Window& w, const std::string& name) {
-    if (auto* o = As<OptionButton>(w, name)) o->SetValue(true);
+    if (auto* o = As<OptionButton>(w, name))
+        o->SetValue(true);
 }
 
 void SetCheck(Window& w, const std::string& name, int value) {
-    if (auto* c = As<CheckBox>(w, name)) c->SetValue(value);
+    if (auto* c = As<CheckBox>(w, name))
+        c->SetValue(value);
 }
 
 void SetIndex(Window& w, const std::string& name, int index) {
-    if (auto* l = As<ListField>(w, name)) l->SetListIndex(index);
+    if (auto* l = As<ListField>(w, name))
+        l->SetListIndex(index);
 }
 
 void FillSelections(EntryForm& form, const clsEntryFile& e, const Selections& sels,
@@ -554,7 +652,8 @@ void FillSelections(EntryForm& form, const clsEntryFile& e, const Selections& se
 void Finish(EntryForm& form, const clsEntryFile& e) {
     Window& w = form.Fields();
     SetCheck(w, "chkSmoothSlew", e.i(1));
-    if (Field* apply = w.Fields().Find("cmdApplyLimits")) apply->SetEnabled(true);
+    if (Field* apply = w.Fields().Find("cmdApplyLimits"))
+        apply->SetEnabled(true);
     form.cmdApplyLimits_Click();
     w.SetVisible(true);
 }
@@ -562,7 +661,8 @@ void Finish(EntryForm& form, const clsEntryFile& e) {
 }  // namespace
 
 void clsEntryFile4860::Fill4860Form(const clsEntryFile& e) {
-    if (!form_) return;
+    if (!form_)
+        return;
     EntryForm& form = *form_;
     Window& w = form.Fields();
     Selections sels;
@@ -582,13 +682,15 @@ void clsEntryFile4860::Fill4860Form(const clsEntryFile& e) {
     SetIndex(w, "cboRefClkDiv", e.i(15));
     SetCheck(w, "chkOEClockA", e.i(7));
     if (e.i(16) == 2) {
-        if (e.i(7) == 1 && pins14) SetCheck(w, "chkOEClockA", 1);
+        if (e.i(7) == 1 && pins14)
+            SetCheck(w, "chkOEClockA", 1);
     } else if (e.i(16) == 3) {
         SetIndex(w, "cboClkADiv", 8);
     }
     SetCheck(w, "chkOEReference", e.i(8));
     if (e.i(14) == 1) {
-        if (e.i(8) == 0 && pins14) SetCheck(w, "chkOEReference", 1);
+        if (e.i(8) == 0 && pins14)
+            SetCheck(w, "chkOEReference", 1);
     } else if (e.i(14) == 3) {
         SetIndex(w, "cboRefClkDiv", 8);
     }
@@ -600,7 +702,8 @@ void clsEntryFile4860::Fill4860Form(const clsEntryFile& e) {
 }
 
 void clsEntryFile4860::Fill6105AForm(const clsEntryFile& e) {
-    if (!form_) return;
+    if (!form_)
+        return;
     EntryForm& form = *form_;
     Window& w = form.Fields();
     SetReference(w, e.f(0));

@@ -15,7 +15,7 @@ class Field;
 // Entry file, checksum and EPROM vector of the QX4860 family and the QX6105A family. The
 // configurator's fields are reached by name; the class does not know the form's type.
 class clsEntryFile4860 {
-public:
+  public:
     explicit clsEntryFile4860(EntryFileHost& host);
     // Talks to the running application.
     explicit clsEntryFile4860(Application& app);
@@ -57,7 +57,7 @@ public:
     static bool IsFamilyDevice(const std::string& device);
     static bool Is4860Device(const std::string& device);
 
-private:
+  private:
     bool OutOfRange();
     bool On(EntryForm& form, const std::string& name);
     Field* Find(EntryForm& form, const std::string& name);

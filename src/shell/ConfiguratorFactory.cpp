@@ -4,6 +4,7 @@
 
 #include "configurators/Configurator.hpp"
 #include "configurators/frmQX4860.hpp"
+#include "configurators/frmQX6105A.hpp"
 #include "shell/Application.hpp"
 
 namespace pendulon {
@@ -30,6 +31,8 @@ std::unique_ptr<Configurator> CreateConfigurator(Application& app, const std::st
     // family, frmQX7311 for the QX7311 and QX7312 families, frmQX4860, frmQX5140, frmQX3350.
     if (device == "QX4860" || device == "QX4860F" || device == "QX4860I")
         return std::make_unique<frmQX4860>(app);
+    if (device == "QX6105A" || device == "QX6105AF" || device == "QX6105AI")
+        return std::make_unique<frmQX6105A>(app);
     return nullptr;
 }
 

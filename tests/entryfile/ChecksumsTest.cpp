@@ -1,8 +1,7 @@
-#include "entryfile/Checksums.hpp"
-
 #include <gtest/gtest.h>
 
 #include "EntryTestSupport.hpp"
+#include "entryfile/Checksums.hpp"
 #include "entryfile/clsEntryFile.hpp"
 
 namespace pendulon {

@@ -1,5 +1,3 @@
-#include "entryfile/clsEntryFile4860.hpp"
-
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -9,6 +7,7 @@
 #include "FakeForms.hpp"
 #include "entryfile/Checksums.hpp"
 #include "entryfile/ReadFile.hpp"
+#include "entryfile/clsEntryFile4860.hpp"
 #include "shell/frmMain.hpp"
 #include "shell/frmSummary.hpp"
 #include "shell/mSharedApp.hpp"
@@ -21,12 +20,17 @@ using test::Fake4860Form;
 using test::Fake6105AForm;
 using test::FakeFormBase;
 
-void SetPLLData(ListField& list, const std::string& text) { test::SetOnlyEntry(list, text); }
-void SetReferenceText(ListField& list, const std::string& text) { test::SetOnlyEntry(list, text); }
+void SetPLLData(ListField& list, const std::string& text) {
+    test::SetOnlyEntry(list, text);
+}
+void SetReferenceText(ListField& list, const std::string& text) {
+    test::SetOnlyEntry(list, text);
+}
 
 // The form settings of each golden case; tests/data/make_entry_goldens.py lists the image
 // these settings must give.
-std::unique_ptr<Fake6105AForm> Form6105AFS(Application& app, const std::string& device = "QX6105A") {
+std::unique_ptr<Fake6105AForm> Form6105AFS(Application& app,
+                                           const std::string& device = "QX6105A") {
     auto f = std::make_unique<Fake6105AForm>(app, device);
     f->opt5V.SetValue(true);
     f->optFS.SetValue(true);
@@ -141,18 +145,25 @@ std::unique_ptr<Fake4860Form> Form4860F(Application& app, const std::string& dev
 }
 
 std::unique_ptr<FakeFormBase> MakeCase(Application& app, const std::string& name) {
-    if (name == "QX6105A_FS") return Form6105AFS(app);
-    if (name == "QX6105A_OE") return Form6105AOE(app);
-    if (name == "QX6105AF") return Form6105AF(app);
-    if (name == "QX4860_14") return Form4860_14(app);
-    if (name == "QX4860_8") return Form4860_8(app);
-    if (name == "QX4860F") return Form4860F(app);
-    if (name == "QX4860I") return Form4860F(app, "QX4860I");
+    if (name == "QX6105A_FS")
+        return Form6105AFS(app);
+    if (name == "QX6105A_OE")
+        return Form6105AOE(app);
+    if (name == "QX6105AF")
+        return Form6105AF(app);
+    if (name == "QX4860_14")
+        return Form4860_14(app);
+    if (name == "QX4860_8")
+        return Form4860_8(app);
+    if (name == "QX4860F")
+        return Form4860F(app);
+    if (name == "QX4860I")
+        return Form4860F(app, "QX4860I");
     return nullptr;
 }
 
 class EntryFile4860Test : public ::testing::Test, public test::AppFixture {
-protected:
+  protected:
     clsEntryFile4860 cls{app};
     std::unique_ptr<FakeFormBase> form;
     std::string dir = test::MakeTempDir();
@@ -258,6 +269,18 @@ INSTANTIATE_TEST_SUITE_P(Cases, VectorGoldenTest,
                          ::testing::Values("QX6105A_FS", "QX6105AF", "QX4860_14", "QX4860_8",
                                            "QX4860F", "QX4860I"));
 
+TEST_F(EntryFile4860Test, WriteShowsTheStatusWhileWritingThenTheHint) {
+    Use("QX6105AF");
+    cls.MakeEntryFile();
+    std::vector<std::string> seen;
+    app.Main().lblStatus.AddObserver([&](Field& f) { seen.push_back(f.Caption()); });
+    cls.WriteEntryFile(dir + "/s.ent");
+    ASSERT_FALSE(seen.empty());
+    EXPECT_EQ(seen.front(), "Writing QX6105AF entry file...");
+    EXPECT_EQ(seen.back(), "");
+    EXPECT_EQ(Hint(), " Wrote to " + dir + "/s.ent");
+}
+
 TEST_F(EntryFile4860Test, FormIsAcceptedOnlyForTheSixDevices) {
     for (const char* device : {"QX4860", "QX4860F", "QX4860I", "QX6105A", "QX6105AF", "QX6105AI"}) {
         clsEntryFile4860 c(app);
@@ -278,10 +301,14 @@ TEST_F(EntryFile4860Test, EightPinImageHoldsFourFrequenciesAtTheOddSelections) {
     EntryText("QX4860_8", true);
     const clsEntryFile& e = cls.Entry();
     for (int n = 1; n <= 16; ++n) {
-        if (n == 10) EXPECT_DOUBLE_EQ(e.f(n), 33.333);
-        else if (n == 12) EXPECT_DOUBLE_EQ(e.f(n), 133.332);
-        else if (n == 16) EXPECT_DOUBLE_EQ(e.f(n), 150);
-        else EXPECT_EQ(e.f(n), 0) << n;
+        if (n == 10)
+            EXPECT_DOUBLE_EQ(e.f(n), 33.333);
+        else if (n == 12)
+            EXPECT_DOUBLE_EQ(e.f(n), 133.332);
+        else if (n == 16)
+            EXPECT_DOUBLE_EQ(e.f(n), 150);
+        else
+            EXPECT_EQ(e.f(n), 0) << n;
     }
     EXPECT_EQ(e.i(18 + 7 * 9 + 5), 37);
     EXPECT_EQ(e.i(18 + 7 * 11 + 5), 42);
@@ -406,7 +433,8 @@ TEST_F(EntryFile4860Test, FamilyChecksumOfAllDefaultsWorkedByHand) {
     text += std::string(27, '0');
     ASSERT_EQ(text.size(), 347u);
     int expected = 0;
-    for (size_t p = 0; p + 1 < text.size(); p += 4) expected += std::stoi(text.substr(p, 4), nullptr, 2);
+    for (size_t p = 0; p + 1 < text.size(); p += 4)
+        expected += std::stoi(text.substr(p, 4), nullptr, 2);
     EXPECT_EQ(clsEntryFile4860::CalculateChecksum(e, errors), expected);
     EXPECT_EQ(mShared::CalculateChecksum(e, "QX6105AI"), std::to_string(expected));
 }
@@ -417,7 +445,8 @@ TEST_F(EntryFile4860Test, OutOfRangeVectorCarriesTheWarning) {
     const std::string path = dir + "/oe.jed";
     cls.MakeEPROMVector(path, true);
     const std::string text = test::ReadFile(path);
-    EXPECT_NE(text.find("Varnhol Semiconductor\r\n\r\n    PLL(S) ARE OUT OF DEFAULT RANGE\r\n\r\n*\r\nL0000\r\n"),
+    EXPECT_NE(text.find("Varnhol Semiconductor\r\n\r\n    PLL(S) ARE OUT OF DEFAULT "
+                        "RANGE\r\n\r\n*\r\nL0000\r\n"),
               std::string::npos);
 }
 
@@ -459,13 +488,14 @@ TEST_F(EntryFile4860Test, WriteToMissingFolderReportsAndLeavesNothing) {
 
 TEST_F(EntryFile4860Test, FailedWriteKeepsTheOldFile) {
     const std::string path = test::WriteBytes(dir, "keep.ent", "old");
-    std::filesystem::permissions(dir, std::filesystem::perms::owner_read |
-                                          std::filesystem::perms::owner_exec);
+    std::filesystem::permissions(
+        dir, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
     Use(Form4860F(app));
     cls.MakeEntryFile();
     cls.WriteEntryFile(path);
     std::filesystem::permissions(dir, std::filesystem::perms::owner_all);
-    if (Numbers().empty()) GTEST_SKIP() << "running with rights that ignore folder permissions";
+    if (Numbers().empty())
+        GTEST_SKIP() << "running with rights that ignore folder permissions";
     EXPECT_EQ(test::ReadFile(path), "old");
 }
 

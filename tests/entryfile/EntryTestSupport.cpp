@@ -7,7 +7,8 @@ namespace pendulon::test {
 namespace {
 std::string LineBehind(const std::string& text, const std::string& prefix) {
     const size_t at = text.find(prefix);
-    if (at == std::string::npos) return {};
+    if (at == std::string::npos)
+        return {};
     const size_t from = at + prefix.size();
     const size_t end = text.find('\n', from);
     return text.substr(from, end == std::string::npos ? std::string::npos : end - from);

@@ -28,7 +28,7 @@ void SetOnlyEntry(ListField& list, const std::string& text);
 
 // A configurator with just the fields the entry file reads, registered by name.
 class FakeFormBase : public Configurator {
-public:
+  public:
     FakeFormBase(Application& app, std::string name, std::string device, int plls);
 
     std::string Device() const override { return device; }
@@ -59,7 +59,7 @@ public:
 };
 
 class Fake4860Form : public FakeFormBase {
-public:
+  public:
     Fake4860Form(Application& app, std::string device = "QX4860");
     OptionButton opt14Pin, opt8Pin;
     ListField cboClkADiv, cboRefClkDiv;
@@ -67,7 +67,7 @@ public:
 };
 
 class Fake6105AForm : public FakeFormBase {
-public:
+  public:
     Fake6105AForm(Application& app, std::string device = "QX6105A");
     OptionButton optFS, optOE;
     ControlArray<ListField> cboClkDiv{3};

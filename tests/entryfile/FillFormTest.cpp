@@ -15,7 +15,7 @@ using test::Fake4860Form;
 using test::Fake6105AForm;
 
 class FillFormTest : public ::testing::Test, public test::AppFixture {
-protected:
+  protected:
     clsEntryFile4860 cls{app};
     clsEntryFile entry{errors};
 
@@ -78,7 +78,7 @@ TEST_F(FillFormTest, EightPinFileUsesTheOddSelections) {
     EXPECT_EQ(form.txtPLL[2].Text(), "Off");
     EXPECT_EQ(form.txtPLL[3].Text(), "150.0");
     EXPECT_EQ(form.cboPLLData[0].Text(), "133.200000 P:37 Q:15");
-    EXPECT_EQ(form.txtPLL[4].Text(), "");  // untouched beyond the four in use
+    EXPECT_EQ(form.txtPLL[4].Text(), "");       // untouched beyond the four in use
     EXPECT_EQ(form.cboClkADiv.ListIndex(), 8);  // field 16 is 3: off
     EXPECT_EQ(form.cboRefClkDiv.ListIndex(), 1);
     EXPECT_EQ(form.chkPowerDown.Value(), 1);
@@ -87,7 +87,8 @@ TEST_F(FillFormTest, EightPinFileUsesTheOddSelections) {
 
 TEST_F(FillFormTest, OlderEightPinFileHoldsOnlyTheFourFrequencies) {
     const std::string dir = test::MakeTempDir();
-    std::string text = "# s qx4860sc-00\r\n# p 8\r\n# f 10\r\n# f 20\r\n# f 30\r\n# f 40\r\n# f 50\r\n";
+    std::string text =
+        "# s qx4860sc-00\r\n# p 8\r\n# f 10\r\n# f 20\r\n# f 30\r\n# f 40\r\n# f 50\r\n";
     for (int n = 0; n < 18 + 7 * 4; ++n) text += "# i " + std::to_string(n < 18 ? 0 : 1) + "\r\n";
     ASSERT_TRUE(mFileAccessor::ReadFile(test::WriteBytes(dir, "old.ent", text), entry));
     ASSERT_EQ(entry.mintFCount, 5);
@@ -142,7 +143,8 @@ TEST_F(FillFormTest, SaveAfterFillGivesTheSameImage) {
     cls.MakeEntryFile();
     // Selection 2 had no solution (P and Q 0); the form shows the loop's minima instead.
     for (int n = 0; n <= 129; ++n) {
-        if (n == 18 + 14 + 5 || n == 18 + 14 + 6) continue;
+        if (n == 18 + 14 + 5 || n == 18 + 14 + 6)
+            continue;
         EXPECT_EQ(cls.Entry().i(n), entry.i(n)) << n;
     }
     EXPECT_EQ(cls.Entry().i(18 + 14 + 5), 5);

@@ -14,7 +14,8 @@ namespace {
 std::string FindJedutil() {
     for (const char* dir : {"/usr/bin", "/usr/local/bin", "/usr/games"}) {
         const std::string path = std::string(dir) + "/jedutil";
-        if (std::filesystem::exists(path)) return path;
+        if (std::filesystem::exists(path))
+            return path;
     }
     return {};
 }
@@ -37,9 +38,11 @@ std::string RunCommand(const std::string& command, int& status) {
 std::string LField(const std::string& text) {
     const size_t at = text.find("L0000");
     std::string fuses;
-    if (at == std::string::npos) return fuses;
+    if (at == std::string::npos)
+        return fuses;
     for (size_t p = at + 5; p < text.size() && text[p] != '*'; ++p)
-        if (text[p] == '0' || text[p] == '1') fuses.push_back(text[p]);
+        if (text[p] == '0' || text[p] == '1')
+            fuses.push_back(text[p]);
     return fuses;
 }
 
@@ -52,7 +55,8 @@ class JedutilTest : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(JedutilTest, IndependentReaderAcceptsVectorWith884FusesOfTheLField) {
     const std::string jedutil = FindJedutil();
-    if (jedutil.empty()) GTEST_SKIP() << "jedutil is not installed";
+    if (jedutil.empty())
+        GTEST_SKIP() << "jedutil is not installed";
     const std::string in = test::DataPath("entry/" + GetParam() + ".jed");
     const std::string out = test::MakeTempDir() + "/out.bin";
     int status = 0;

@@ -1,13 +1,12 @@
-#include "entryfile/ReadFile.hpp"
-
 #include <gtest/gtest.h>
-
 #include <sys/time.h>
+
 #include <filesystem>
 #include <string>
 
 #include "EntryTestSupport.hpp"
 #include "core/Numbers.hpp"
+#include "entryfile/ReadFile.hpp"
 #include "entryfile/clsEntryFile.hpp"
 #include "support/TestSupport.hpp"
 
@@ -17,7 +16,7 @@ namespace {
 using test::WriteBytes;
 
 class ReadFileTest : public ::testing::Test, public test::ReportFixture {
-protected:
+  protected:
     std::string dir = test::MakeTempDir();
     clsEntryFile entry{errors};
 
@@ -77,9 +76,9 @@ TEST_F(ReadFileTest, BValueRoundsHalfToEven) {
 }
 
 TEST_F(ReadFileTest, TextLinesAnyCaseValueBehindFirstColon) {
-    EXPECT_TRUE(Read(
-        "MODIFICATION DATE: Jan/02/2002\nCustomer:  Acme: labs \ncomments: a;b\nFae: Ann\n"
-        "PACKAGE: SOIC\n# f 1\n# i 1\n"));
+    EXPECT_TRUE(
+        Read("MODIFICATION DATE: Jan/02/2002\nCustomer:  Acme: labs \ncomments: a;b\nFae: Ann\n"
+             "PACKAGE: SOIC\n# f 1\n# i 1\n"));
     EXPECT_EQ(entry.mstrModificationDate, "Jan/02/2002");
     EXPECT_EQ(entry.mstrCustomer, "Acme: labs");
     EXPECT_EQ(entry.mstrComments, "a;b");
@@ -164,8 +163,7 @@ TEST_F(ReadFileTest, MissingDateLineTakesTheFileTimeStamp) {
     ASSERT_EQ(::utimes(path.c_str(), times), 0);
     EXPECT_TRUE(mFileAccessor::ReadFile(path, entry));
     EXPECT_EQ(entry.mstrModificationDate, "1/25/2002 2:04:05 PM");
-    EXPECT_EQ(entry.mstrModificationDate,
-              FormatGeneralDate(DateTime::FromUnixSeconds(1011967445)));
+    EXPECT_EQ(entry.mstrModificationDate, FormatGeneralDate(DateTime::FromUnixSeconds(1011967445)));
 }
 
 TEST_F(ReadFileTest, AnyLineEnding) {
@@ -202,6 +200,30 @@ TEST_F(ReadFileTest, IndexBeyondRangeIsSubscriptErrorButCounterCounts) {
     EXPECT_EQ(entry.mintFCount, 34);
     EXPECT_EQ(entry.mintICount, 258);
     EXPECT_DOUBLE_EQ(entry.f(32), 32);
+}
+
+TEST_F(ReadFileTest, ThirdDValueIsSubscriptErrorButCounted) {
+    EXPECT_TRUE(Read("# d 1 ;0\n# d 1 ;1\n# d 1 ;2\n# f 1\n# i 1\n"));
+    EXPECT_EQ(Numbers(), std::vector<long>({9}));
+    EXPECT_EQ(Source(0), "clsEntryFile.d [Property Let]");
+    EXPECT_EQ(entry.mintDCount, 3);
+    EXPECT_EQ(entry.d(1), 1);
+}
+
+TEST_F(ReadFileTest, FileWithoutDLinesIsFine) {
+    EXPECT_TRUE(Read("# f 1\n# i 1\n"));
+    EXPECT_EQ(entry.mintDCount, 0);
+    EXPECT_EQ(entry.d(0), 0);
+    EXPECT_TRUE(platform.Messages().empty());
+}
+
+TEST_F(ReadFileTest, ReadingTheSameFileTwiceGivesTheSameImage) {
+    const std::string text = "# s qx6105asc-02\r\n# f 14.31818\r\n# i 3\r\n";
+    EXPECT_TRUE(Read(text));
+    clsEntryFile again(errors);
+    EXPECT_TRUE(mFileAccessor::ReadFile(dir + "/t.ent", again));
+    EXPECT_EQ(again.mstrVersion, "02");
+    EXPECT_EQ(again.i(0), entry.i(0));
 }
 
 TEST_F(ReadFileTest, EmptyFileIsRefused) {

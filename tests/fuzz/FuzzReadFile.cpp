@@ -19,7 +19,8 @@ const std::string& InputPath() {
     static const std::string path = [] {
         char pattern[] = "/tmp/pendulon-fuzz-XXXXXX";
         const int fd = ::mkstemp(pattern);
-        if (fd < 0) std::abort();
+        if (fd < 0)
+            std::abort();
         ::close(fd);
         return std::string(pattern);
     }();
@@ -31,8 +32,10 @@ const std::string& InputPath() {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string& path = InputPath();
     FILE* file = std::fopen(path.c_str(), "wb");
-    if (!file) std::abort();
-    if (size > 0 && std::fwrite(data, 1, size, file) != size) std::abort();
+    if (!file)
+        std::abort();
+    if (size > 0 && std::fwrite(data, 1, size, file) != size)
+        std::abort();
     std::fclose(file);
 
     pendulon::HeadlessPlatform platform;
@@ -40,8 +43,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     pendulon::clsEntryFile entry(errors);
     const bool accepted = pendulon::mFileAccessor::ReadFile(path, entry);
     // An accepted file has counted at least one "f" and one "i" value; a refused one none.
-    if (accepted && (entry.mintFCount <= 0 || entry.mintICount <= 0)) std::abort();
-    if (!accepted && (entry.mintFCount != 0 || entry.mintICount != 0)) std::abort();
-    if (!accepted && platform.Messages().empty()) std::abort();
+    if (accepted && (entry.mintFCount <= 0 || entry.mintICount <= 0))
+        std::abort();
+    if (!accepted && (entry.mintFCount != 0 || entry.mintICount != 0))
+        std::abort();
+    if (!accepted && platform.Messages().empty())
+        std::abort();
     return 0;
 }
