@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "configurators/ApplicationEntryFileHost.hpp"
 #include "configurators/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
@@ -18,8 +19,6 @@
 #include "reports/mAsciiPrintout.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
-#include "shell/frmSummary.hpp"
-#include "shell/mSharedApp.hpp"
 
 namespace pendulon {
 
@@ -28,25 +27,6 @@ namespace {
 bool StartsWith(const std::string& text, char letter) {
     return !text.empty() && text[0] == letter;
 }
-
-// What the entry-file object asks of the running program, answered by the application.
-class ApplicationEntryFileHost : public EntryFileHost {
-  public:
-    explicit ApplicationEntryFileHost(Application& app) : app_(app) {}
-    ErrorReport& Errors() override { return app_.Errors(); }
-    std::string Title() override { return app_.gstrTitle; }
-    std::string Build() override { return app_.gstrBuild; }
-    std::string EntryFileHeader() override { return mShared::EntryFileHeader(app_); }
-    std::string Revision() override { return app_.Summary().txtRevision.Text(); }
-    std::string SummaryFilename() override { return app_.Summary().txtFilename.Text(); }
-    bool SaveEntryFileDescription() override { return app_.Main().mblnSaveEntryFileDescription; }
-    std::string RecentFileCaption() override { return app_.Main().mnuFilePathArray[1].Caption(); }
-    void DisplayStatus(const std::string& text) override { app_.Main().DisplayStatus(text); }
-    void ShowHelp(const std::string& text) override { app_.Main().ShowHelp(text); }
-
-  private:
-    Application& app_;
-};
 
 }  // namespace
 

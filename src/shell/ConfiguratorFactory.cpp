@@ -29,10 +29,10 @@ std::unique_ptr<Configurator> CreateConfigurator(Application& app, const std::st
         return nullptr;
     // The device windows join the table here as they are built: frmQX6105A for the QX6105A
     // family, frmQX7311 for the QX7311 and QX7312 families, frmQX4860, frmQX5140, frmQX3350.
-    if (device == "QX4860" || device == "QX4860F" || device == "QX4860I")
-        return std::make_unique<frmQX4860>(app);
     if (device == "QX6105A" || device == "QX6105AF" || device == "QX6105AI")
         return std::make_unique<frmQX6105A>(app);
+    if (device == "QX4860" || device == "QX4860F" || device == "QX4860I")
+        return std::make_unique<frmQX4860>(app);
     return nullptr;
 }
 

@@ -9,6 +9,9 @@
 #include "core/cls4860Die.hpp"
 #include "core/clsPLL.hpp"
 #include "core/mShared.hpp"
+#include "entryfile/Checksums.hpp"
+#include "entryfile/clsEntryFile.hpp"
+#include "entryfile/mFileAccessor.hpp"
 #include "graphics/clsGraphics.hpp"
 #include "platform/Color.hpp"
 #include "power/clsPower4860.hpp"
@@ -775,6 +778,50 @@ TEST(frmQX4860EntryFile, SavedDocumentOpensWithTheSameConfiguration) {
     EXPECT_TRUE(form.PreScale(0));
     EXPECT_FALSE(form.PreScale(1));
     EXPECT_EQ(form.cboPLLData[0].List(0), "160.000000 P:12 Q:3");
+}
+
+TEST(frmQX4860EntryFile, ChecksumIsThatOfTheSavedFile) {
+    const std::string path = test::MakeTempDir() + "/sum.ent";
+    QX4860Document doc;
+    doc.UsePLL("PLL/4", "Ref/2");
+    frmQX4860& form = doc.Form();
+    doc.Type(form.txtPLL[0], "66.6");
+    doc.Type(form.txtPLL[7], "125");
+    doc.Calculate();
+    form.MakeEntryFile(path);
+    clsEntryFile read(doc.app->Errors());
+    ASSERT_TRUE(mFileAccessor::ReadFile(path, read));
+    const std::string expected = mShared::CalculateChecksum(read, "QX4860");
+    EXPECT_FALSE(expected.empty());
+    EXPECT_EQ(form.Checksum(), expected);
+    // Another configuration gives another checksum.
+    doc.Type(form.txtPLL[7], "124");
+    doc.Calculate();
+    EXPECT_NE(form.Checksum(), expected);
+}
+
+TEST(frmQX4860EntryFile, EPROMVectorIsWrittenFromTheWindow) {
+    const std::string path = test::MakeTempDir() + "/four.jed";
+    QX4860Document doc;
+    doc.UsePLL();
+    doc.Type(doc.Form().txtPLL[0], "80");
+    doc.Calculate();
+    doc.Form().MakeEPROMVector(path, true);
+    ASSERT_TRUE(std::filesystem::exists(path));
+    const std::string text = test::ReadFile(path);
+    EXPECT_EQ(text.front(), '\x02');
+    EXPECT_NE(text.find('\x03'), std::string::npos);
+}
+
+TEST(frmQX4860Reference, PickingAReferenceRefreshesTheDesiredLabels) {
+    QX4860Document doc;
+    frmQX4860& form = doc.Form();
+    doc.Pick(form.cboFRef, "25.00000 MHz");
+    EXPECT_EQ(form.lblDesiredClkA[0].Caption(), " 25.00000");
+    EXPECT_EQ(form.lblDesiredRefClk[15].Caption(), " 25.00000");
+    doc.Pick(form.cboRefClkDiv, "Ref/2");
+    EXPECT_EQ(form.lblDesiredRefClk[15].Caption(), " 12.50000");
+    EXPECT_EQ(form.cmdCalculate.BackColor(), colors::Yellow);
 }
 
 }  // namespace
