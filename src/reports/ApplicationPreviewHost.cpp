@@ -7,7 +7,9 @@
 
 namespace pendulon {
 
-std::string ApplicationPreviewHost::Title() { return app_.gstrTitle; }
+std::string ApplicationPreviewHost::Title() {
+    return app_.gstrTitle;
+}
 
 std::string ApplicationPreviewHost::ChecksumCaption() {
     return app_.Summary().lblChecksum.Caption();
@@ -17,13 +19,18 @@ void ApplicationPreviewHost::DisplayStatus(const std::string& text) {
     app_.Main().DisplayStatus(text);
 }
 
-void ApplicationPreviewHost::ShowHelp(const std::string& text) { app_.Main().ShowHelp(text); }
+void ApplicationPreviewHost::ShowHelp(const std::string& text) {
+    app_.Main().ShowHelp(text);
+}
 
 void ApplicationPreviewHost::RunMainCommand(const std::string& menuName) {
     // The main window's menu entries are reached by name, as a click on them would.
-    if (auto* item = app_.Main().Fields().FindAs<MenuItem>(menuName)) item->RaiseClick();
+    if (auto* item = app_.Main().Fields().FindAs<MenuItem>(menuName))
+        item->RaiseClick();
 }
 
-void ApplicationPreviewHost::ClosePreview() { app_.UnloadPreview(); }
+void ApplicationPreviewHost::ClosePreview() {
+    app_.UnloadPreview();
+}
 
 }  // namespace pendulon

@@ -8,7 +8,7 @@ class Application;
 // The print preview inside the running program: status and hint lines and commands of the
 // main window, the checksum of the summary window, and the application's preview slot.
 class ApplicationPreviewHost : public PrintPreviewHost {
-public:
+  public:
     explicit ApplicationPreviewHost(Application& app) : app_(app) {}
 
     std::string Title() override;
@@ -18,7 +18,7 @@ public:
     void RunMainCommand(const std::string& menuName) override;
     void ClosePreview() override;
 
-private:
+  private:
     Application& app_;
 };
 

@@ -76,9 +76,12 @@ frmPrintPreview::frmPrintPreview(PlatformServices& services, ErrorReport& errors
 }
 
 frmPrintPreview::frmPrintPreview(Application& app)
-    : frmPrintPreview(app.Services(), app.Errors(), std::make_unique<ApplicationPreviewHost>(app)) {}
+    : frmPrintPreview(app.Services(), app.Errors(), std::make_unique<ApplicationPreviewHost>(app)) {
+}
 
-frmPrintPreview::~frmPrintPreview() = default;
+frmPrintPreview::~frmPrintPreview() {
+    Form_Unload();
+}
 
 frmPrintPreview& frmPrintPreview::ShowText(Application& app, const std::string& text) {
     auto preview = std::make_unique<frmPrintPreview>(app);
@@ -183,6 +186,7 @@ std::vector<std::string> frmPrintPreview::OfferedFonts() const {
 }
 
 void frmPrintPreview::Form_Load() {
+    loaded_ = true;
     cboPrintFont.Clear();
     for (const std::string& font : OfferedFonts()) cboPrintFont.AddItem(font);
     cboPrintSize.Clear();
@@ -198,6 +202,9 @@ void frmPrintPreview::Form_Load() {
 }
 
 void frmPrintPreview::Form_Unload() {
+    if (!loaded_)
+        return;
+    loaded_ = false;
     services_.SaveSetting(kApp, kSection, "FontName", cboPrintFont.Text());
     services_.SaveSetting(kApp, kSection, "FontSize", Trim(cboPrintSize.Text()));
 }

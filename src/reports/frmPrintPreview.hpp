@@ -33,7 +33,8 @@ class frmPrintPreview : public Window {
 
     // Fills the font and size lists and selects the stored ones.
     void Form_Load();
-    // Stores the chosen font and size.
+    // Stores the chosen font and size, once; a loaded window that is destroyed without it (the
+    // program closes it some other way) stores them then.
     void Form_Unload();
 
     void cboPrintFont_Click();
@@ -88,6 +89,7 @@ class frmPrintPreview : public Window {
     PlatformServices& services_;
     ErrorReport& errors_;
     std::unique_ptr<PrintPreviewHost> host_;
+    bool loaded_ = false;
 };
 
 }  // namespace pendulon

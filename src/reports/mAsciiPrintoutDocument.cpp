@@ -92,7 +92,9 @@ std::string GetASCIIDocument(const Window& form, const std::string& device,
     return text;
 }
 
-std::string GetHeader(Application& app) { return GetHeader(mShared::SummaryInfo(app)); }
+std::string GetHeader(Application& app) {
+    return GetHeader(mShared::SummaryInfo(app));
+}
 
 std::string GetASCIIDocument(Configurator& form) {
     Application& app = form.App();
@@ -106,7 +108,9 @@ std::string GetASCIIDocument(Configurator& form) {
     return GetASCIIDocument(form, form.Device(), sources, app.Errors());
 }
 
-std::string GetOptions(const Configurator& form) { return GetOptions(form, form.Device()); }
+std::string GetOptions(const Configurator& form) {
+    return GetOptions(form, form.Device());
+}
 
 std::string MakeOutputTable(Configurator& form) {
     return MakeOutputTable(form, form.Device(), form.App().Errors());

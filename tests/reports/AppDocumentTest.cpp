@@ -23,7 +23,7 @@ using test::Select;
 
 // A QX6105A document window with the fields the configuration document reads.
 class Document6105A : public Configurator {
-public:
+  public:
     explicit Document6105A(Application& app)
         : Configurator(app, "frmQX6105A"), txtPLL(2), cboClkDiv(3), cboActual(6) {
         optFS.SetGroup("Pin8");
@@ -70,7 +70,7 @@ public:
 };
 
 class AppDocument : public ::testing::Test {
-protected:
+  protected:
     AppDocument() {
         platform.SetNow(DateTime{2002, 1, 2, 3, 4, 5});
         app.gstrTitle = "Pendulon(tm) 3.71";
@@ -177,6 +177,14 @@ TEST_F(AppDocument, ClosingThePreviewStoresTheChoiceAndLeavesTheDocument) {
     EXPECT_EQ(app.ActiveChild(), &form);
     EXPECT_EQ(platform.GetSetting("Pendulon", "Print", "FontSize", ""), "10");
     EXPECT_EQ(platform.GetSetting("Pendulon", "Print", "FontName", ""), "Courier New");
+}
+
+TEST_F(AppDocument, ThePreviewUnloadedByTheProgramStoresTheChoiceToo) {
+    frmPrintPreview& preview = frmPrintPreview::ShowText(app, "text");
+    preview.cboPrintSize.SetListIndex(7);
+    app.UnloadPreview();
+    EXPECT_EQ(app.Preview(), nullptr);
+    EXPECT_EQ(platform.GetSetting("Pendulon", "Print", "FontSize", ""), "12");
 }
 
 TEST_F(AppDocument, TheProgramsSaveOfThePreviewSavesItsText) {

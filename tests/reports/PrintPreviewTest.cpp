@@ -347,6 +347,23 @@ TEST_F(PrintPreview, CloseButtonStoresTheChoiceAndClosesTheWindow) {
     EXPECT_EQ(Stored("FontSize"), "9");
 }
 
+TEST_F(PrintPreview, StoresItsChoiceOnlyOnce) {
+    auto& f = Load();
+    f.cboPrintSize.SetListIndex(2);
+    f.Form_Unload();
+    f.cboPrintSize.SetListIndex(3);
+    f.Form_Unload();
+    EXPECT_EQ(Stored("FontSize"), "7");
+    form.reset();
+    EXPECT_EQ(Stored("FontSize"), "7");
+}
+
+TEST_F(PrintPreview, AWindowNeverLoadedStoresNothing) {
+    frmPrintPreview unloaded(platform, errors, std::make_unique<RecordingHost>());
+    unloaded.Form_Unload();
+    EXPECT_EQ(Stored("FontName"), "<none>");
+}
+
 TEST_F(PrintPreview, FieldsAreRegisteredByName) {
     auto& f = Load();
     for (const char* name :
