@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QCheckBox>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "configurators/Configurator.hpp"
@@ -141,14 +142,27 @@ PictureView* ConfiguratorView::PinoutPicture() {
 }
 
 void ConfiguratorView::Bind() {
+    binder_ = new Binder(form_, this, twipsPerPixelX_, twipsPerPixelY_);
+    // The panels come after the binder: they place, show and hide themselves as their
+    // pictures say, and take the mouse themselves.
     power_ = new FloatingPanel(app_, form_.picPower, twipsPerPixelX_, twipsPerPixelY_, this);
     debug_ = new FloatingPanel(app_, form_.picDebugWindow, twipsPerPixelX_, twipsPerPixelY_, this);
-    binder_ = new Binder(form_, this, twipsPerPixelX_, twipsPerPixelY_);
     if (layout() != nullptr) layout()->setSizeConstraint(QLayout::SetMinimumSize);
     adjustSize();
     // The panels float over the fields.
     power_->raise();
     debug_->raise();
+}
+
+void ConfiguratorView::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (shown_) return;
+    shown_ = true;
+    QTimer::singleShot(0, this, [this] {
+        if (firstField_ == nullptr || form_.ActiveControl() != nullptr) return;
+        if (firstField_->isVisible() && firstField_->isEnabled())
+            firstField_->setFocus(Qt::OtherFocusReason);
+    });
 }
 
 }  // namespace pendulon

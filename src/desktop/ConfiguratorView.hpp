@@ -52,6 +52,10 @@ protected:
 
     // Binds every named widget, adds the floating panels on top, and sizes the view.
     void Bind();
+    // The field a new document starts in, when the form has not put the focus anywhere.
+    void SetFirstField(QWidget* widget) { firstField_ = widget; }
+
+    void showEvent(QShowEvent* event) override;
 
 private:
     Configurator& form_;
@@ -63,6 +67,8 @@ private:
     FloatingPanel* debug_ = nullptr;
     PictureView* pinout_ = nullptr;
     int pinoutObserver_ = 0;
+    QWidget* firstField_ = nullptr;
+    bool shown_ = false;
 };
 
 }  // namespace pendulon

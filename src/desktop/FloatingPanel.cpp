@@ -72,12 +72,18 @@ void FloatingPanel::BeginDrag() {
 
 void FloatingPanel::mousePressEvent(QMouseEvent* event) {
     PictureView::mousePressEvent(event);
-    if (event->button() != Qt::LeftButton) return;
     PictureBox& picture = Picture();
-    // The document's own handler, raised by the binder, has the press when there is one.
-    if (picture.OnMouseDown) return;
     const double x = event->position().x() * twipsPerPixelX_;
     const double y = event->position().y() * twipsPerPixelY_;
+    const int button = event->button() == Qt::LeftButton    ? 1
+                       : event->button() == Qt::RightButton ? 2
+                                                            : 4;
+    // The document's own handler has the press when there is one.
+    if (picture.OnMouseDown) {
+        picture.RaiseMouseDown(button, ShiftOf(event->modifiers()), x, y);
+        return;
+    }
+    if (button != 1) return;
     grabGlobal_ = event->globalPosition().toPoint();
     if (picture.Name() == "picPower") {
         app_.Power().MouseDown(1, ShiftOf(event->modifiers()), x, y);

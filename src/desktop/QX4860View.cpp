@@ -7,6 +7,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -184,6 +185,7 @@ QX4860View::QX4860View(frmQX4860& form, Application& app, QWidget* parent, int t
     outputObserver_ = form.picOutputDisplay.AddObserver([this](Field&) { FollowPanels(); });
     pllObserver_ = form.picPLLData.AddObserver([this](Field&) { FollowPanels(); });
     Bind();
+    SetFirstField(findChild<QWidget*>("txtPLL(0)"));
     FollowPanels();
 }
 

@@ -98,6 +98,7 @@ QX6105AView::QX6105AView(frmQX6105A& form, Application& app, QWidget* parent,
     root->addLayout(bottom);
 
     Bind();
+    SetFirstField(findChild<QWidget*>("txtPLL(0)"));
 }
 
 }  // namespace pendulon
