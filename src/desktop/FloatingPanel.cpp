@@ -71,7 +71,7 @@ void FloatingPanel::BeginDrag() {
 }
 
 void FloatingPanel::mousePressEvent(QMouseEvent* event) {
-    PictureView::mousePressEvent(event);
+    event->accept();  // the panel keeps the mouse until release
     PictureBox& picture = Picture();
     const double x = event->position().x() * twipsPerPixelX_;
     const double y = event->position().y() * twipsPerPixelY_;
@@ -81,10 +81,10 @@ void FloatingPanel::mousePressEvent(QMouseEvent* event) {
     // The document's own handler has the press when there is one.
     if (picture.OnMouseDown) {
         picture.RaiseMouseDown(button, ShiftOf(event->modifiers()), x, y);
+        if (dragging_) grabGlobal_ = event->globalPosition().toPoint();
         return;
     }
     if (button != 1) return;
-    grabGlobal_ = event->globalPosition().toPoint();
     if (picture.Name() == "picPower") {
         app_.Power().MouseDown(1, ShiftOf(event->modifiers()), x, y);
         if (!picture.Visible()) return;  // the close box hid it
@@ -94,7 +94,7 @@ void FloatingPanel::mousePressEvent(QMouseEvent* event) {
 }
 
 void FloatingPanel::mouseMoveEvent(QMouseEvent* event) {
-    PictureView::mouseMoveEvent(event);
+    event->accept();
     if (!dragging_) return;
     QPoint place = grabPos_ + (event->globalPosition().toPoint() - grabGlobal_);
     // The panel stays inside its document, title bar reachable.
@@ -106,7 +106,7 @@ void FloatingPanel::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void FloatingPanel::mouseReleaseEvent(QMouseEvent* event) {
-    PictureView::mouseReleaseEvent(event);
+    event->accept();
     if (!dragging_ || event->button() != Qt::LeftButton) return;
     dragging_ = false;
     Picture().Move(x() * double(twipsPerPixelX_), y() * double(twipsPerPixelY_));

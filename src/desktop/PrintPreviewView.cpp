@@ -112,6 +112,8 @@ void PrintPreviewView::FollowFont() {
     const QFont font =
         DocumentPrinter::DocumentFont(QString::fromStdString(form_.txtPrintout.FontName()), size);
     if (text_->font() != font) text_->setFont(font);
+    // A preview shows the document; it never edits it.
+    text_->setReadOnly(true);
 }
 
 void PrintPreviewView::cmdExportPDF_Click() {
