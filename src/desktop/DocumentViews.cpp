@@ -1,11 +1,8 @@
 #include "desktop/DocumentViews.hpp"
 
-#include <QMdiArea>
-
 #include "configurators/frmQX4860.hpp"
 #include "configurators/frmQX6105A.hpp"
 #include "desktop/FloatingPanel.hpp"
-#include "desktop/MainWindow.hpp"
 #include "desktop/PrintPreviewView.hpp"
 #include "desktop/QX4860View.hpp"
 #include "desktop/QX6105AView.hpp"
@@ -30,15 +27,7 @@ void RegisterDocumentViews(ViewRegistry& views, Application& app) {
     });
 }
 
-void ConnectDesktopCommands(Application& app, MainWindow& window) {
-    QMdiArea* area = window.MdiArea();
-    // Tile is 1, cascade 0.
-    app.Main().Arrange = [area](int how) {
-        if (how == 1)
-            area->tileSubWindows();
-        else
-            area->cascadeSubWindows();
-    };
+void ConnectDesktopCommands(Application& app) {
     // A press in a panel's title bar: the panel follows the mouse until the button goes up.
     app.OnFormMove = [](Field& picture) {
         if (FloatingPanel* panel = FloatingPanel::Find(picture)) panel->BeginDrag();

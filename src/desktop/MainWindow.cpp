@@ -103,10 +103,13 @@ MainWindow::MainWindow(Application& app, ViewRegistry& views, QWidget* parent)
     main.PopupMenu = [this](MenuItem& item) {
         if (QMenu* menu = MenuOf(item)) menu->popup(QCursor::pos());
     };
-    // Arranging the children is the platform's part of these two commands.
-    if (!main.mnuTile.OnClick) main.mnuTile.OnClick = [this] { mdi_->tileSubWindows(); };
-    if (!main.mnuCascade.OnClick)
-        main.mnuCascade.OnClick = [this] { mdi_->cascadeSubWindows(); };
+    // Arranging the children is the platform's part of Window, Tile (1) and Cascade (0).
+    main.Arrange = [this](int how) {
+        if (how == 1)
+            mdi_->tileSubWindows();
+        else
+            mdi_->cascadeSubWindows();
+    };
 
     app_.OnChildLoaded = [this](Window& child) { AddChild(child); };
     app_.OnChildUnloading = [this](Window& child) { RemoveChild(child); };
@@ -117,6 +120,7 @@ MainWindow::MainWindow(Application& app, ViewRegistry& views, QWidget* parent)
 MainWindow::~MainWindow() {
     app_.Main().RemoveObserver(observerId_);
     app_.Main().PopupMenu = nullptr;
+    app_.Main().Arrange = nullptr;
     app_.OnChildLoaded = nullptr;
     app_.OnChildUnloading = nullptr;
 }

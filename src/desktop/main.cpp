@@ -23,7 +23,7 @@ int main(int argc, char** argv) {
     RegisterShellViews(views, app);
     RegisterDocumentViews(views, app);
     MainWindow window(app, views);
-    ConnectDesktopCommands(app, window);
+    ConnectDesktopCommands(app);
     platform.SetDialogParent(&window);
     app.OnEnd = [&window] {
         // Leave once the current event is done: the window closes without asking again.

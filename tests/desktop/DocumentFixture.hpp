@@ -29,7 +29,7 @@ struct DocumentFixture {
         app = std::make_unique<Application>(platform);
         RegisterDocumentViews(views, *app);
         window = std::make_unique<MainWindow>(*app, views);
-        ConnectDesktopCommands(*app, *window);
+        ConnectDesktopCommands(*app);
         app->Main().MDIForm_Load("");
         app->Main().SetWindowState(0);
         app->Main().Move(0, 0, 18000, 13500);
