@@ -131,7 +131,14 @@ QLabel* ConfiguratorView::DeviceLabel() {
     return label;
 }
 
-PictureView* ConfiguratorView::PinoutPicture() {
+PictureView* ConfiguratorView::PinoutPicture(double width, double height,
+                                             const std::function<void()>& redraw) {
+    // The chip is drawn in the middle of its picture: give the picture its room, then draw.
+    if (form_.picPinout.Width() <= 0 || form_.picPinout.Height() <= 0) {
+        form_.picPinout.SetWidth(width);
+        form_.picPinout.SetHeight(height);
+        if (redraw) redraw();
+    }
     pinout_ = new PictureView(form_.picPinout, twipsPerPixelX_, twipsPerPixelY_, this);
     pinout_->setFixedSize(pinout_->sizeHint());
     // The picture is sized when the chip is drawn; the view keeps its size in step.
@@ -158,10 +165,14 @@ void ConfiguratorView::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     if (shown_) return;
     shown_ = true;
+    // The field the form gave the focus to, else the first field of the document.
     QTimer::singleShot(0, this, [this] {
-        if (firstField_ == nullptr || form_.ActiveControl() != nullptr) return;
-        if (firstField_->isVisible() && firstField_->isEnabled())
-            firstField_->setFocus(Qt::OtherFocusReason);
+        QWidget* target = firstField_;
+        if (form_.ActiveControl() != nullptr && binder_ != nullptr) {
+            if (QWidget* active = binder_->WidgetOf(*form_.ActiveControl())) target = active;
+        }
+        if (target != nullptr && target->isVisible() && target->isEnabled())
+            target->setFocus(Qt::OtherFocusReason);
     });
 }
 

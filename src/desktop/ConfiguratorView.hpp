@@ -1,5 +1,6 @@
 #pragma once
 #include <QWidget>
+#include <functional>
 
 class QComboBox;
 class QGridLayout;
@@ -48,7 +49,9 @@ protected:
     QGroupBox* LimitsGroup(bool namedLabels);
     QPushButton* CalculateButton();
     QLabel* DeviceLabel();
-    PictureView* PinoutPicture();
+    // The pinout, in a picture of the given size in twips; redraw draws the chip anew once the
+    // picture has its size.
+    PictureView* PinoutPicture(double width, double height, const std::function<void()>& redraw);
 
     // Binds every named widget, adds the floating panels on top, and sizes the view.
     void Bind();

@@ -177,7 +177,7 @@ QX4860View::QX4860View(frmQX4860& form, Application& app, QWidget* parent, int t
     // Bottom: limits, pinout, Calculate.
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(LimitsGroup(true), 0, Qt::AlignTop);
-    bottom->addWidget(PinoutPicture(), 0, Qt::AlignLeft | Qt::AlignTop);
+    bottom->addWidget(PinoutPicture(3600, 2700, [&form] { form.DisplayPinout(); }), 0, Qt::AlignLeft | Qt::AlignTop);
     bottom->addStretch();
     bottom->addWidget(CalculateButton(), 0, Qt::AlignRight | Qt::AlignBottom);
     root->addLayout(bottom);

@@ -13,6 +13,7 @@
 #include "configurators/frmQX4860.hpp"
 #include "configurators/frmQX6105A.hpp"
 #include "core/mShared.hpp"
+#include "desktop/Binder.hpp"
 #include "desktop/FloatingPanel.hpp"
 #include "desktop/QX4860View.hpp"
 #include "desktop/QX6105AView.hpp"
@@ -71,6 +72,25 @@ private slots:
         QTRY_VERIFY(view->isVisible());
         QVERIFY(view->width() >= view->minimumSizeHint().width());
         QVERIFY(view->height() >= view->minimumSizeHint().height());
+    }
+
+    void newDocumentStartsWhereTheFormPutTheFocusAndTabReachesTheFrequency() {
+        DocumentFixture f;
+        QVERIFY(f.ShowAndActivate());
+        f.NewDocument("QX6105A");
+        auto& form = f.Form<frmQX6105A>();
+        auto* view = f.ViewOf<QX6105AView>(form);
+        QVERIFY(form.ActiveControl() != nullptr);
+        QWidget* active = view->GetBinder().WidgetOf(*form.ActiveControl());
+        QVERIFY(active != nullptr);
+        QTRY_VERIFY(active->hasFocus());
+        // From the reference, the next stop is the loop frequency of state 0 (the smooth slew
+        // option is disabled while pin 8 is an output enable).
+        QCOMPARE(active->objectName(), QString("cboFRef"));
+        QTest::keyClick(active, Qt::Key_Tab);
+        auto* edit = view->findChild<QLineEdit*>("txtPLL(0)");
+        QTRY_VERIFY(edit->hasFocus());
+        QCOMPARE(form.ActiveControl(), static_cast<Field*>(&form.txtPLL[0]));
     }
 
     void typingAFrequencyInTxtPLL0AndLeavingReachesTheModel() {
@@ -206,7 +226,19 @@ private slots:
         QVERIFY(pinout != nullptr);
         QVERIFY(!form.picPinout.DisplayList().empty());
         QCOMPARE(pinout->size(), pinout->sizeHint());
-        QVERIFY(pinout->width() > 20);
+        QVERIFY(pinout->width() > 100);
+        // Every drawing of the chip lies inside the picture.
+        for (const DrawOp& op : form.picPinout.DisplayList()) {
+            if (op.type == DrawOp::Type::Text) {
+                QVERIFY(op.x1 >= 0 && op.y1 >= 0);
+                QVERIFY(op.x1 + form.picPinout.TextWidth(op.text) <= form.picPinout.Width());
+                QVERIFY(op.y1 + form.picPinout.TextHeight(op.text) <= form.picPinout.Height());
+            } else if (op.type != DrawOp::Type::Arc) {
+                QVERIFY(std::min(op.x1, op.x2) >= 0 && std::min(op.y1, op.y2) >= 0);
+                QVERIFY(std::max(op.x1, op.x2) <= form.picPinout.Width());
+                QVERIFY(std::max(op.y1, op.y2) <= form.picPinout.Height());
+            }
+        }
     }
 
     void qx4860PanelsShowFourRowsAndScrollTogether() {

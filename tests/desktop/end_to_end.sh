@@ -143,7 +143,11 @@ done
 xdotool windowfocus --sync "$WID"
 sleep 1
 import -window root "$SHOTS/07-qx6105a-new.png"
-# A new document starts in txtPLL(0) with its text selected: typing replaces it.
+# A new document starts in the reference; Tab goes on to txtPLL(0), and Edit, Select All
+# and typing replace its text.
+xdotool key Tab
+sleep 0.3
+xdotool key ctrl+a
 xdotool type --delay 80 "66.6667"
 sleep 0.3
 import -window root "$SHOTS/08-qx6105a-typed.png"
