@@ -58,8 +58,10 @@ void FloatingPanel::FollowModel() {
     const QPoint place(int(std::lround(picture.Left() / twipsPerPixelX_)),
                        int(std::lround(picture.Top() / twipsPerPixelY_)));
     if (pos() != place) move(place);
-    const bool shown = picture.Visible() && picture.Width() > 0 && picture.Height() > 0;
-    if (shown != isVisible()) setVisible(shown);
+    // A panel that has not been painted yet would be an empty box over the fields.
+    const bool shown = picture.Visible() && picture.Width() > 0 && picture.Height() > 0 &&
+                       !picture.DisplayList().empty();
+    if (shown == isHidden()) setVisible(shown);
     if (shown) raise();
     update();
 }

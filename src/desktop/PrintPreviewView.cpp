@@ -10,6 +10,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStandardPaths>
+#include <QTextCursor>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -114,6 +115,13 @@ void PrintPreviewView::FollowFont() {
     if (text_->font() != font) text_->setFont(font);
     // A preview shows the document; it never edits it.
     text_->setReadOnly(true);
+    // A new document is shown from its first line.
+    const std::string& shown = form_.txtPrintout.Text();
+    if (shown != shownText_) {
+        shownText_ = shown;
+        text_->moveCursor(QTextCursor::Start);
+        text_->ensureCursorVisible();
+    }
 }
 
 void PrintPreviewView::cmdExportPDF_Click() {

@@ -1,5 +1,6 @@
 #pragma once
 #include <QWidget>
+#include <string>
 
 class QMenuBar;
 class QPlainTextEdit;
@@ -33,6 +34,7 @@ public:
     bool ExportPdfTo(const QString& path);
 
 private:
+    // Font, lock and scroll position of the text, after the binder has set the text.
     void FollowFont();
 
     frmPrintPreview& form_;
@@ -41,6 +43,7 @@ private:
     QPlainTextEdit* text_ = nullptr;
     QMenuBar* menus_ = nullptr;
     int observerId_ = 0;
+    std::string shownText_;
 };
 
 }  // namespace pendulon

@@ -159,6 +159,7 @@ private slots:
         QCOMPARE(actual->currentText(), QString::fromStdString(form.cboActual[0].Text()));
         QVERIFY(actual->currentText().startsWith("25"));
         QCOMPARE(ButtonColor(calculate), QColor(192, 192, 192));
+        KeepPicture(view, "frmQX6105A-calculated");
         // A new edit makes a Calculate due again.
         edit->setFocus();
         QTRY_VERIFY(edit->hasFocus());
@@ -270,6 +271,7 @@ private slots:
         // Row 3 is now the top row of both panels.
         auto* row3 = view->findChild<QLineEdit*>("txtPLL(3)");
         QCOMPARE(row3->mapTo(outputs->parentWidget(), QPoint(0, 0)).y(), 1);
+        KeepPicture(view, "frmQX4860-scrolled");
         dataBar->setValue(1);
         QCOMPARE(outputBar->value(), 1);
         QCOMPARE(outputs->y(), -24);
@@ -312,6 +314,22 @@ private slots:
         f.app->Main().mnuViewPower.RaiseClick();
         QVERIFY(panel->isVisible());
         QCOMPARE(panel->pos(), QPoint(60, 40));
+    }
+
+    void powerPanelStaysOutOfTheWayUntilItIsPainted() {
+        DocumentFixture f;
+        f.app->Main().mnuViewPower.SetChecked(true);
+        QVERIFY(f.ShowAndActivate());
+        f.NewDocument("QX4860");
+        auto& form = f.Form<frmQX4860>();
+        auto* view = f.ViewOf<QX4860View>(form);
+        QTRY_VERIFY(view->isVisible());
+        QVERIFY(form.picPower.Visible());
+        QVERIFY(form.picPower.DisplayList().empty());
+        QVERIFY(!view->PowerPanel()->isVisible());
+        form.cmdCalculate.RaiseClick();
+        QVERIFY(!form.picPower.DisplayList().empty());
+        QVERIFY(view->PowerPanel()->isVisible());
     }
 
     void powerPanelDragsByItsTitleAndKeepsItsPlaceInThePicture() {

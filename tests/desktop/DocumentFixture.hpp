@@ -1,5 +1,6 @@
 #pragma once
 #include <QApplication>
+#include <QDir>
 #include <QMdiSubWindow>
 #include <QMouseEvent>
 #include <QTest>
@@ -60,6 +61,12 @@ struct DocumentFixture {
         return QTest::qWaitForWindowActive(window.get());
     }
 };
+
+// Keeps a picture of a view beside the tests (views/<name>.png), for a person to look at.
+inline void KeepPicture(QWidget* view, const QString& name) {
+    QDir().mkpath("views");
+    view->grab().save("views/" + name + ".png");
+}
 
 // A mouse event at a point of a widget, sent as the window system would.
 inline void SendMouse(QWidget* widget, QEvent::Type type, QPoint local, Qt::MouseButton button,

@@ -66,10 +66,13 @@ private slots:
         QVERIFY(text->toPlainText().contains("P/N: "));
         QVERIFY(text->toPlainText().contains("CHECKSUM: "));
         QVERIFY(QFontInfo(text->font()).fixedPitch());
+        // The document shows from its first line.
+        QCOMPARE(text->textCursor().position(), 0);
         auto* fonts = view->findChild<QComboBox*>("cboPrintFont");
         QCOMPARE(fonts->count(), f.Preview().cboPrintFont.ListCount());
         QCOMPARE(fonts->itemText(0), QString("DejaVu Sans Mono"));
         QCOMPARE(fonts->itemText(1), QString("Noto Mono"));
+        KeepPicture(view, "frmPrintPreview");
         for (const char* name : {"cmdPrint", "cmdSave", "cmdClose", "cmdExportPDF"})
             QVERIFY2(view->findChild<QPushButton*>(name) != nullptr, name);
     }
