@@ -34,22 +34,31 @@ namespace pendulon {
 
 namespace {
 
-QString Q(const std::string& text) { return QString::fromStdString(text); }
+QString Q(const std::string& text) {
+    return QString::fromStdString(text);
+}
 
 int ButtonOf(Qt::MouseButton button) {
     switch (button) {
-        case Qt::LeftButton: return 1;
-        case Qt::RightButton: return 2;
-        case Qt::MiddleButton: return 4;
-        default: return 0;
+        case Qt::LeftButton:
+            return 1;
+        case Qt::RightButton:
+            return 2;
+        case Qt::MiddleButton:
+            return 4;
+        default:
+            return 0;
     }
 }
 
 int ShiftOf(Qt::KeyboardModifiers modifiers) {
     int shift = 0;
-    if (modifiers & Qt::ShiftModifier) shift |= 1;
-    if (modifiers & Qt::ControlModifier) shift |= 2;
-    if (modifiers & Qt::AltModifier) shift |= 4;
+    if (modifiers & Qt::ShiftModifier)
+        shift |= 1;
+    if (modifiers & Qt::ControlModifier)
+        shift |= 2;
+    if (modifiers & Qt::AltModifier)
+        shift |= 4;
     return shift;
 }
 
@@ -57,25 +66,34 @@ int ShiftOf(Qt::KeyboardModifiers modifiers) {
 int KeyAsciiOf(const QKeyEvent& event) {
     switch (event.key()) {
         case Qt::Key_Return:
-        case Qt::Key_Enter: return 13;
-        case Qt::Key_Backspace: return 8;
-        case Qt::Key_Escape: return 27;
-        default: break;
+        case Qt::Key_Enter:
+            return 13;
+        case Qt::Key_Backspace:
+            return 8;
+        case Qt::Key_Escape:
+            return 27;
+        default:
+            break;
     }
     const QString text = event.text();
-    if (text.size() != 1) return 0;
+    if (text.size() != 1)
+        return 0;
     const char16_t c = text.at(0).unicode();
-    if (c == 9 || c == 127 || c > 255) return 0;
+    if (c == 9 || c == 127 || c > 255)
+        return 0;
     return int(c);
 }
 
 }  // namespace
 
 Binder::Binder(Window& window, QWidget* root, int twipsPerPixelX, int twipsPerPixelY)
-    : QObject(root), window_(window), twipsPerPixelX_(twipsPerPixelX),
+    : QObject(root),
+      window_(window),
+      twipsPerPixelX_(twipsPerPixelX),
       twipsPerPixelY_(twipsPerPixelY) {
     windowObserverId_ = window_.AddObserver([this](Window&) { OnWindowChanged(); });
-    if (root != nullptr) BindChildren(root);
+    if (root != nullptr)
+        BindChildren(root);
 }
 
 Binder::~Binder() {
@@ -101,9 +119,11 @@ void Binder::BindChildren(QWidget* root) {
     QList<QWidget*> widgets = root->findChildren<QWidget*>();
     widgets.prepend(root);
     for (QWidget* widget : widgets) {
-        if (widget->objectName().isEmpty() || fieldByObject_.count(widget) != 0) continue;
+        if (widget->objectName().isEmpty() || fieldByObject_.count(widget) != 0)
+            continue;
         Field* field = window_.Fields().Find(widget->objectName().toStdString());
-        if (field != nullptr) Bind(widget, *field);
+        if (field != nullptr)
+            Bind(widget, *field);
     }
 }
 
@@ -128,7 +148,8 @@ void Binder::Observe(Field& field, QObject* object, bool isAction) {
     connect(object, &QObject::destroyed, this, [this](QObject* gone) {
         Field* field = FieldOf(gone);
         fieldByObject_.erase(gone);
-        if (field == nullptr) return;
+        if (field == nullptr)
+            return;
         for (auto it = entries_.begin(); it != entries_.end(); ++it) {
             if (it->field == field && it->object.isNull()) {
                 field->RemoveObserver(it->observerId);
@@ -137,12 +158,14 @@ void Binder::Observe(Field& field, QObject* object, bool isAction) {
             }
         }
         auto w = widgetByField_.find(field);
-        if (w != widgetByField_.end() && w->second.isNull()) widgetByField_.erase(w);
+        if (w != widgetByField_.end() && w->second.isNull())
+            widgetByField_.erase(w);
     });
 }
 
 void Binder::Bind(QWidget* widget, Field& field) {
-    if (widget->objectName().isEmpty()) widget->setObjectName(Q(field.Name()));
+    if (widget->objectName().isEmpty())
+        widget->setObjectName(Q(field.Name()));
     Observe(field, widget, false);
     widgetByField_[&field] = widget;
     widget->installEventFilter(this);
@@ -188,9 +211,8 @@ void Binder::Bind(QWidget* widget, Field& field) {
             if (combo->lineEdit() != nullptr) {
                 combo->lineEdit()->installEventFilter(this);
                 fieldByObject_[combo->lineEdit()] = list;
-                connect(combo->lineEdit(), &QLineEdit::textEdited, this, [combo, list] {
-                    list->SetText(combo->lineEdit()->text().toStdString());
-                });
+                connect(combo->lineEdit(), &QLineEdit::textEdited, this,
+                        [combo, list] { list->SetText(combo->lineEdit()->text().toStdString()); });
             }
         }
     } else if (auto* check = qobject_cast<QCheckBox*>(widget)) {
@@ -225,7 +247,8 @@ void Binder::Bind(QWidget* widget, Field& field) {
 }
 
 void Binder::BindAction(QAction* action, MenuItem& item) {
-    if (action->objectName().isEmpty()) action->setObjectName(Q(item.Name()));
+    if (action->objectName().isEmpty())
+        action->setObjectName(Q(item.Name()));
     Observe(item, action, true);
     connect(action, &QAction::triggered, this, [this, action, &item] {
         item.RaiseClick();
@@ -244,9 +267,12 @@ void Binder::UpdateAction(QAction* action, MenuItem& item) {
     }
     action->setEnabled(item.Enabled());
     action->setVisible(item.Visible());
-    if (item.Checked()) action->setCheckable(true);
-    if (action->isCheckable()) action->setChecked(item.Checked());
-    if (!item.Shortcut().empty()) action->setShortcut(QKeySequence(Q(item.Shortcut())));
+    if (item.Checked())
+        action->setCheckable(true);
+    if (action->isCheckable())
+        action->setChecked(item.Checked());
+    if (!item.Shortcut().empty())
+        action->setShortcut(QKeySequence(Q(item.Shortcut())));
 }
 
 void Binder::ApplyColors(QWidget* widget, Field& field) {
@@ -277,7 +303,8 @@ void Binder::ApplyColors(QWidget* widget, Field& field) {
             changed = true;
         }
     }
-    if (changed) widget->setPalette(palette);
+    if (changed)
+        widget->setPalette(palette);
     // Labels and boxes fill their background only when they have a colour of their own.
     if (backRole == QPalette::Window && !widget->isWindow())
         widget->setAutoFillBackground(!colors::IsSystemColor(field.BackColor()));
@@ -286,7 +313,8 @@ void Binder::ApplyColors(QWidget* widget, Field& field) {
 void Binder::UpdateWidget(Field& field) {
     QObject* object = nullptr;
     for (const Entry& entry : entries_) {
-        if (entry.field != &field || entry.object.isNull()) continue;
+        if (entry.field != &field || entry.object.isNull())
+            continue;
         object = entry.object.data();
         if (entry.isAction) {
             UpdateAction(static_cast<QAction*>(object), static_cast<MenuItem&>(field));
@@ -295,15 +323,17 @@ void Binder::UpdateWidget(Field& field) {
         auto* widget = static_cast<QWidget*>(object);
         const QSignalBlocker block(widget);
         widget->setEnabled(field.Enabled());
-        if (!widget->isWindow()) widget->setVisible(field.Visible());
+        if (!widget->isWindow())
+            widget->setVisible(field.Visible());
 
         if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
             if (auto* text = dynamic_cast<TextField*>(&field)) {
                 const QString value = Q(text->Text());
-                if (edit->text() != value) edit->setText(value);
+                if (edit->text() != value)
+                    edit->setText(value);
                 edit->setReadOnly(text->Locked());
-                const int start = edit->hasSelectedText() ? int(edit->selectionStart())
-                                                          : edit->cursorPosition();
+                const int start =
+                    edit->hasSelectedText() ? int(edit->selectionStart()) : edit->cursorPosition();
                 const int length = int(edit->selectedText().size());
                 if (&field != editing_ &&
                     (start != text->SelStart() || length != text->SelLength())) {
@@ -316,7 +346,8 @@ void Binder::UpdateWidget(Field& field) {
         } else if (auto* plain = qobject_cast<QPlainTextEdit*>(widget)) {
             if (auto* text = dynamic_cast<TextField*>(&field)) {
                 const QString value = Q(text->Text());
-                if (plain->toPlainText() != value) plain->setPlainText(value);
+                if (plain->toPlainText() != value)
+                    plain->setPlainText(value);
                 plain->setReadOnly(text->Locked());
             }
         } else if (auto* combo = qobject_cast<QComboBox*>(widget)) {
@@ -343,7 +374,8 @@ void Binder::UpdateWidget(Field& field) {
                 const Qt::CheckState state = box->Value() == 1   ? Qt::Checked
                                              : box->Value() == 2 ? Qt::PartiallyChecked
                                                                  : Qt::Unchecked;
-                if (state == Qt::PartiallyChecked) check->setTristate(true);
+                if (state == Qt::PartiallyChecked)
+                    check->setTristate(true);
                 check->setCheckState(state);
             }
         } else if (auto* radio = qobject_cast<QRadioButton*>(widget)) {
@@ -377,9 +409,11 @@ void Binder::UpdateWidget(Field& field) {
 
 void Binder::OnWindowChanged() {
     Field* active = window_.ActiveControl();
-    if (active == nullptr) return;
+    if (active == nullptr)
+        return;
     QWidget* widget = WidgetOf(*active);
-    if (widget == nullptr || widget->hasFocus() || !widget->isVisible()) return;
+    if (widget == nullptr || widget->hasFocus() || !widget->isVisible())
+        return;
     movingFocus_ = true;
     widget->setFocus(Qt::OtherFocusReason);
     movingFocus_ = false;
@@ -387,20 +421,23 @@ void Binder::OnWindowChanged() {
 
 bool Binder::eventFilter(QObject* watched, QEvent* event) {
     Field* field = FieldOf(watched);
-    if (field == nullptr) return QObject::eventFilter(watched, event);
+    if (field == nullptr)
+        return QObject::eventFilter(watched, event);
     auto* widget = qobject_cast<QWidget*>(watched);
     switch (event->type()) {
         case QEvent::FocusIn: {
             // Coming back to the field that has the focus (window activation, a closed popup)
             // is no move at all: SetFocusTo ignores it.
-            if (movingFocus_) break;
+            if (movingFocus_)
+                break;
             if (!window_.SetFocusTo(field)) {
                 // Validation kept the focus where it was: give it back.
                 QPointer<QWidget> keep = window_.ActiveControl() != nullptr
                                              ? WidgetOf(*window_.ActiveControl())
                                              : nullptr;
                 QTimer::singleShot(0, this, [this, keep] {
-                    if (keep.isNull()) return;
+                    if (keep.isNull())
+                        return;
                     movingFocus_ = true;
                     keep->setFocus(Qt::OtherFocusReason);
                     movingFocus_ = false;
@@ -411,10 +448,12 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::KeyPress: {
             auto* key = static_cast<QKeyEvent*>(event);
             const int original = KeyAsciiOf(*key);
-            if (original == 0) break;
+            if (original == 0)
+                break;
             int keyAscii = original;
             field->RaiseKeyPress(keyAscii);
-            if (keyAscii == 0) return true;  // the window swallowed the key
+            if (keyAscii == 0)
+                return true;  // the window swallowed the key
             if (keyAscii != original) {
                 if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
                     edit->insert(QString(QChar(char16_t(keyAscii))));
@@ -437,20 +476,22 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
             const int shift = ShiftOf(mouse->modifiers());
             const bool picture = qobject_cast<PictureView*>(widget) != nullptr;
             const bool label = qobject_cast<QLabel*>(widget) != nullptr;
-            if (!picture && !label) break;
+            if (!picture && !label)
+                break;
             if (event->type() == QEvent::MouseButtonPress) {
                 field->RaiseMouseDown(ButtonOf(mouse->button()), shift, x, y);
             } else if (event->type() == QEvent::MouseButtonRelease) {
                 field->RaiseMouseUp(ButtonOf(mouse->button()), shift, x, y);
-                if (mouse->button() == Qt::LeftButton && widget->rect().contains(
-                                                             mouse->position().toPoint()))
+                if (mouse->button() == Qt::LeftButton &&
+                    widget->rect().contains(mouse->position().toPoint()))
                     field->RaiseClick();
             } else {
                 field->RaiseMouseMove(ButtonOf(mouse->button()), shift, x, y);
             }
             break;
         }
-        default: break;
+        default:
+            break;
     }
     return QObject::eventFilter(watched, event);
 }

@@ -20,7 +20,7 @@ class Window;
 // the widget with its signals blocked, so that it never comes back as a user event.
 class Binder : public QObject {
     Q_OBJECT
-public:
+  public:
     // Binds root and every widget below it whose objectName names a field of the window.
     Binder(Window& window, QWidget* root, int twipsPerPixelX = 15, int twipsPerPixelY = 15);
     ~Binder() override;
@@ -40,10 +40,10 @@ public:
     // Brings the widget in line with its field; public so that views can force it.
     void UpdateWidget(Field& field);
 
-protected:
+  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-private:
+  private:
     struct Entry {
         Field* field = nullptr;
         QPointer<QObject> object;

@@ -9,7 +9,7 @@ namespace pendulon {
 // Turns the product's colours into Qt colours: RGB values directly (red in the lowest byte),
 // system colours through the palette role they stand for.
 class ColorMap {
-public:
+  public:
     static QPalette::ColorRole RoleOf(Color systemColor);
     static QColor ToQColor(Color color, const QPalette& palette);
 };

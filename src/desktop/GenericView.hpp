@@ -10,12 +10,12 @@ class Window;
 // Serves windows that have no view of their own yet.
 class GenericView : public QWidget {
     Q_OBJECT
-public:
+  public:
     GenericView(Window& window, QWidget* parent = nullptr, int twipsPerPixelX = 15,
                 int twipsPerPixelY = 15);
     Binder& GetBinder() const { return *binder_; }
 
-private:
+  private:
     Binder* binder_;
 };
 

@@ -31,11 +31,11 @@ namespace {
 
 // A child of the document area. Its own close button asks the model, which may refuse.
 class ChildSubWindow : public QMdiSubWindow {
-public:
+  public:
     ChildSubWindow(Application& app, Window& child) : app_(app), child_(child) {}
     void AllowClose() { allowClose_ = true; }
 
-protected:
+  protected:
     void closeEvent(QCloseEvent* event) override {
         if (allowClose_) {
             event->accept();
@@ -49,7 +49,7 @@ protected:
             app_.UnloadDocument(kUnloadFormControlMenu);
     }
 
-private:
+  private:
     Application& app_;
     Window& child_;
     bool allowClose_ = false;
@@ -57,9 +57,12 @@ private:
 
 int ShiftOf(Qt::KeyboardModifiers modifiers) {
     int shift = 0;
-    if (modifiers & Qt::ShiftModifier) shift |= 1;
-    if (modifiers & Qt::ControlModifier) shift |= 2;
-    if (modifiers & Qt::AltModifier) shift |= 4;
+    if (modifiers & Qt::ShiftModifier)
+        shift |= 1;
+    if (modifiers & Qt::ControlModifier)
+        shift |= 2;
+    if (modifiers & Qt::AltModifier)
+        shift |= 4;
     return shift;
 }
 
@@ -96,12 +99,13 @@ MainWindow::MainWindow(Application& app, ViewRegistry& views, QWidget* parent)
     statusBar()->addWidget(strip, 1);
     statusBar()->setSizeGripEnabled(true);
 
-    binder_ = new Binder(main, this, app_.Services().TwipsPerPixelX(),
-                         app_.Services().TwipsPerPixelY());
+    binder_ =
+        new Binder(main, this, app_.Services().TwipsPerPixelX(), app_.Services().TwipsPerPixelY());
     BuildMenus();
 
     main.PopupMenu = [this](MenuItem& item) {
-        if (QMenu* menu = MenuOf(item)) menu->popup(QCursor::pos());
+        if (QMenu* menu = MenuOf(item))
+            menu->popup(QCursor::pos());
     };
     // Arranging the children is the platform's part of Window, Tile (1) and Cascade (0).
     main.Arrange = [this](int how) {
@@ -142,12 +146,14 @@ void MainWindow::BuildMenus() {
     std::vector<MenuItem*> items;
     for (Field* field : main.Fields().Fields()) {
         auto* item = dynamic_cast<MenuItem*>(field);
-        if (item == nullptr) continue;
+        if (item == nullptr)
+            continue;
         items.push_back(item);
         for (const MenuItem* sub : item->Items()) held.insert(sub);
     }
     for (MenuItem* item : items) {
-        if (held.count(item) != 0 || item->Items().empty()) continue;
+        if (held.count(item) != 0 || item->Items().empty())
+            continue;
         QMenu* menu = BuildMenu(*item, menuBar());
         menuBar()->addMenu(menu);
     }
@@ -179,9 +185,15 @@ void MainWindow::OnModelChanged() {
     if (main.Visible() && !isVisible() && !ending_) {
         ApplyModelGeometry();
         switch (main.WindowState()) {
-            case 1: showMinimized(); break;
-            case 2: showMaximized(); break;
-            default: show(); break;
+            case 1:
+                showMinimized();
+                break;
+            case 2:
+                showMaximized();
+                break;
+            default:
+                show();
+                break;
         }
     } else if (!applyingGeometry_) {
         ApplyModelGeometry();
@@ -189,21 +201,27 @@ void MainWindow::OnModelChanged() {
 }
 
 void MainWindow::ApplyModelGeometry() {
-    if (applyingGeometry_) return;
+    if (applyingGeometry_)
+        return;
     frmMain& main = app_.Main();
     const double tppX = std::max(1, app_.Services().TwipsPerPixelX());
     const double tppY = std::max(1, app_.Services().TwipsPerPixelY());
-    if (main.Width() <= 0 || main.Height() <= 0) return;
+    if (main.Width() <= 0 || main.Height() <= 0)
+        return;
     applyingGeometry_ = true;
     const QRect wanted(int(std::lround(main.Left() / tppX)), int(std::lround(main.Top() / tppY)),
                        int(std::lround(main.Width() / tppX)),
                        int(std::lround(main.Height() / tppY)));
     if (main.WindowState() == 0) {
-        if (isMaximized() || isMinimized()) showNormal();
-        if (geometry() != wanted) setGeometry(wanted);
+        if (isMaximized() || isMinimized())
+            showNormal();
+        if (geometry() != wanted)
+            setGeometry(wanted);
     } else if (isVisible()) {
-        if (main.WindowState() == 2 && !isMaximized()) showMaximized();
-        if (main.WindowState() == 1 && !isMinimized()) showMinimized();
+        if (main.WindowState() == 2 && !isMaximized())
+            showMaximized();
+        if (main.WindowState() == 1 && !isMinimized())
+            showMinimized();
     } else {
         // A window restored to maximised remembers its normal place for later.
         setGeometry(wanted);
@@ -212,7 +230,8 @@ void MainWindow::ApplyModelGeometry() {
 }
 
 void MainWindow::StoreGeometry() {
-    if (applyingGeometry_ || !isVisible()) return;
+    if (applyingGeometry_ || !isVisible())
+        return;
     frmMain& main = app_.Main();
     applyingGeometry_ = true;
     const int state = isMinimized() ? 1 : isMaximized() ? 2 : 0;
@@ -239,7 +258,8 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
 
 void MainWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::WindowStateChange) StoreGeometry();
+    if (event->type() == QEvent::WindowStateChange)
+        StoreGeometry();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -265,7 +285,8 @@ void MainWindow::AddChild(Window& child) {
     mdi_->addSubWindow(sub);
     children_[&child] = sub;
     child.AddObserver([sub = QPointer<QMdiSubWindow>(sub)](Window& changed) {
-        if (sub) sub->setWindowTitle(QString::fromStdString(changed.Caption()));
+        if (sub)
+            sub->setWindowTitle(QString::fromStdString(changed.Caption()));
     });
     sub->show();
     mdi_->setActiveSubWindow(sub);
@@ -273,10 +294,12 @@ void MainWindow::AddChild(Window& child) {
 
 void MainWindow::RemoveChild(Window& child) {
     auto it = children_.find(&child);
-    if (it == children_.end()) return;
+    if (it == children_.end())
+        return;
     QPointer<QMdiSubWindow> sub = it->second;
     children_.erase(it);
-    if (sub.isNull()) return;
+    if (sub.isNull())
+        return;
     // The view goes before its model.
     QWidget* view = sub->widget();
     sub->setWidget(nullptr);
@@ -296,7 +319,8 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 
 void MainWindow::dropEvent(QDropEvent* event) {
     const QList<QUrl> urls = event->mimeData()->urls();
-    if (urls.isEmpty() || !urls.first().isLocalFile()) return;
+    if (urls.isEmpty() || !urls.first().isLocalFile())
+        return;
     event->acceptProposedAction();
     app_.Main().GetFile(urls.first().toLocalFile().toStdString());
 }

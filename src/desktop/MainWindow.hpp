@@ -21,7 +21,7 @@ class Window;
 // settings it saves are the window's own.
 class MainWindow : public QMainWindow {
     Q_OBJECT
-public:
+  public:
     MainWindow(Application& app, ViewRegistry& views, QWidget* parent = nullptr);
     ~MainWindow() override;
 
@@ -32,7 +32,7 @@ public:
     // Applies frmMain's position, size and state to the window.
     void ApplyModelGeometry();
 
-protected:
+  protected:
     void closeEvent(QCloseEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -41,7 +41,7 @@ protected:
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-private:
+  private:
     void BuildMenus();
     QMenu* BuildMenu(MenuItem& item, QWidget* parent);
     void OnModelChanged();

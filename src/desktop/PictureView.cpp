@@ -13,13 +13,17 @@ namespace pendulon {
 
 PictureView::PictureView(PictureBox& picture, int twipsPerPixelX, int twipsPerPixelY,
                          QWidget* parent)
-    : QWidget(parent), picture_(picture), twipsPerPixelX_(std::max(1, twipsPerPixelX)),
+    : QWidget(parent),
+      picture_(picture),
+      twipsPerPixelX_(std::max(1, twipsPerPixelX)),
       twipsPerPixelY_(std::max(1, twipsPerPixelY)) {
     setObjectName(QString::fromStdString(picture.Name()));
     observerId_ = picture_.AddObserver([this](Field&) { update(); });
 }
 
-PictureView::~PictureView() { picture_.RemoveObserver(observerId_); }
+PictureView::~PictureView() {
+    picture_.RemoveObserver(observerId_);
+}
 
 QSize PictureView::sizeHint() const {
     const int w = int(std::lround(picture_.Width() / twipsPerPixelX_));
@@ -73,9 +77,11 @@ void PictureView::paintEvent(QPaintEvent*) {
                 const QRectF bounds(point(op.x1 - rx, op.y1 - ry), point(op.x1 + rx, op.y1 + ry));
                 const double start = std::fabs(op.start);
                 double end = std::fabs(op.end);
-                if (start == 0 && end == 0) end = 2 * std::numbers::pi;
+                if (start == 0 && end == 0)
+                    end = 2 * std::numbers::pi;
                 double span = end - start;
-                if (span <= 0) span += 2 * std::numbers::pi;
+                if (span <= 0)
+                    span += 2 * std::numbers::pi;
                 constexpr double kSixteenthsPerRadian = 180.0 * 16.0 / std::numbers::pi;
                 painter.drawArc(bounds, int(std::lround(start * kSixteenthsPerRadian)),
                                 int(std::lround(span * kSixteenthsPerRadian)));

@@ -8,7 +8,7 @@ class PictureBox;
 // Paints the display list of a picture field and repaints whenever the field changes.
 class PictureView : public QWidget {
     Q_OBJECT
-public:
+  public:
     PictureView(PictureBox& picture, int twipsPerPixelX, int twipsPerPixelY,
                 QWidget* parent = nullptr);
     ~PictureView() override;
@@ -18,10 +18,10 @@ public:
     QSize sizeHint() const override;
     int PaintCount() const { return paintCount_; }
 
-protected:
+  protected:
     void paintEvent(QPaintEvent* event) override;
 
-private:
+  private:
     PictureBox& picture_;
     int twipsPerPixelX_;
     int twipsPerPixelY_;

@@ -30,7 +30,9 @@ namespace pendulon {
 
 namespace {
 
-QString Q(const std::string& text) { return QString::fromStdString(text); }
+QString Q(const std::string& text) {
+    return QString::fromStdString(text);
+}
 
 constexpr const char* kOrganisation = "Pendulon";
 
@@ -45,12 +47,12 @@ std::unique_ptr<QSettings> UserSettings(const std::string& app) {
 // A dialog that shows a window model until the model hides itself. Closing it from its title
 // bar or with Escape asks the model, which may stay open.
 class ModalDialog : public QDialog {
-public:
+  public:
     ModalDialog(Window& window, const ViewRegistry& views, QWidget* parent)
         : QDialog(parent), window_(window), views_(views) {}
     void reject() override { views_.RequestClose(window_); }
 
-private:
+  private:
     Window& window_;
     const ViewRegistry& views_;
 };
@@ -61,20 +63,29 @@ QtPlatform::QtPlatform(ViewRegistry& views) : views_(views) {}
 QtPlatform::~QtPlatform() = default;
 
 QPrinter& QtPlatform::Printer() {
-    if (!printer_) printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    if (!printer_)
+        printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
     return *printer_;
 }
 
 int QtPlatform::AnswerOfButton(int standardButton) {
     switch (standardButton) {
-        case QMessageBox::Ok: return msgbox::OK;
-        case QMessageBox::Cancel: return msgbox::Cancel;
-        case QMessageBox::Abort: return msgbox::Abort;
-        case QMessageBox::Retry: return msgbox::Retry;
-        case QMessageBox::Ignore: return msgbox::Ignore;
-        case QMessageBox::Yes: return msgbox::Yes;
-        case QMessageBox::No: return msgbox::No;
-        default: return msgbox::Cancel;
+        case QMessageBox::Ok:
+            return msgbox::OK;
+        case QMessageBox::Cancel:
+            return msgbox::Cancel;
+        case QMessageBox::Abort:
+            return msgbox::Abort;
+        case QMessageBox::Retry:
+            return msgbox::Retry;
+        case QMessageBox::Ignore:
+            return msgbox::Ignore;
+        case QMessageBox::Yes:
+            return msgbox::Yes;
+        case QMessageBox::No:
+            return msgbox::No;
+        default:
+            return msgbox::Cancel;
     }
 }
 
@@ -83,24 +94,42 @@ int QtPlatform::MsgBox(const std::string& prompt, int style, const std::string& 
     box.setWindowTitle(Q(title));
     box.setText(Q(prompt));
     switch (style & 0x70) {
-        case msgbox::Critical: box.setIcon(QMessageBox::Critical); break;
-        case msgbox::Question: box.setIcon(QMessageBox::Question); break;
-        case msgbox::Exclamation: box.setIcon(QMessageBox::Warning); break;
-        case msgbox::Information: box.setIcon(QMessageBox::Information); break;
-        default: box.setIcon(QMessageBox::NoIcon); break;
+        case msgbox::Critical:
+            box.setIcon(QMessageBox::Critical);
+            break;
+        case msgbox::Question:
+            box.setIcon(QMessageBox::Question);
+            break;
+        case msgbox::Exclamation:
+            box.setIcon(QMessageBox::Warning);
+            break;
+        case msgbox::Information:
+            box.setIcon(QMessageBox::Information);
+            break;
+        default:
+            box.setIcon(QMessageBox::NoIcon);
+            break;
     }
     QList<QMessageBox::StandardButton> buttons;
     switch (style & 0x7) {
-        case msgbox::OKCancel: buttons = {QMessageBox::Ok, QMessageBox::Cancel}; break;
+        case msgbox::OKCancel:
+            buttons = {QMessageBox::Ok, QMessageBox::Cancel};
+            break;
         case msgbox::AbortRetryIgnore:
             buttons = {QMessageBox::Abort, QMessageBox::Retry, QMessageBox::Ignore};
             break;
         case msgbox::YesNoCancel:
             buttons = {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel};
             break;
-        case msgbox::YesNo: buttons = {QMessageBox::Yes, QMessageBox::No}; break;
-        case msgbox::RetryCancel: buttons = {QMessageBox::Retry, QMessageBox::Cancel}; break;
-        default: buttons = {QMessageBox::Ok}; break;
+        case msgbox::YesNo:
+            buttons = {QMessageBox::Yes, QMessageBox::No};
+            break;
+        case msgbox::RetryCancel:
+            buttons = {QMessageBox::Retry, QMessageBox::Cancel};
+            break;
+        default:
+            buttons = {QMessageBox::Ok};
+            break;
     }
     for (auto button : buttons) box.addButton(button);
     int defaultIndex = 0;
@@ -108,7 +137,8 @@ int QtPlatform::MsgBox(const std::string& prompt, int style, const std::string& 
         defaultIndex = 2;
     else if (style & msgbox::DefaultButton2)
         defaultIndex = 1;
-    if (defaultIndex >= buttons.size()) defaultIndex = 0;
+    if (defaultIndex >= buttons.size())
+        defaultIndex = 0;
     box.setDefaultButton(buttons[defaultIndex]);
     // Escape answers Cancel where there is one; a lone OK is its own escape.
     if (buttons.contains(QMessageBox::Cancel))
@@ -117,7 +147,8 @@ int QtPlatform::MsgBox(const std::string& prompt, int style, const std::string& 
         box.setEscapeButton(buttons[0]);
     box.exec();
     QAbstractButton* clicked = box.clickedButton();
-    if (clicked == nullptr) return msgbox::DefaultAnswer(style);
+    if (clicked == nullptr)
+        return msgbox::DefaultAnswer(style);
     return AnswerOfButton(box.standardButton(clicked));
 }
 
@@ -131,7 +162,8 @@ QStringList QtPlatform::NameFilters(const std::string& filter) {
         QStringList patterns = parts[i + 1].split(';', Qt::SkipEmptyParts);
         for (QString& pattern : patterns) {
             pattern = pattern.trimmed();
-            if (pattern == "*.*") pattern = "*";
+            if (pattern == "*.*")
+                pattern = "*";
         }
         result << description + " (" + patterns.join(' ') + ")";
     }
@@ -152,28 +184,37 @@ bool QtPlatform::ShowFileDialog(CommonDialog& dialog, bool save) {
         const int index = std::clamp(dialog.FilterIndex, 1, int(filters.size())) - 1;
         files.selectNameFilter(filters[index]);
     }
-    if (!dialog.DefaultExt.empty()) files.setDefaultSuffix(Q(dialog.DefaultExt));
+    if (!dialog.DefaultExt.empty())
+        files.setDefaultSuffix(Q(dialog.DefaultExt));
     files.setOption(QFileDialog::DontConfirmOverwrite,
                     !(dialog.Flags & CommonDialog::OverwritePrompt));
     files.setOption(QFileDialog::ReadOnly, false);
     if (!dialog.FileName.empty()) {
         const QFileInfo info(Q(dialog.FileName));
-        if (info.isAbsolute()) files.setDirectory(info.absolutePath());
+        if (info.isAbsolute())
+            files.setDirectory(info.absolutePath());
         files.selectFile(info.fileName());
     }
-    if (files.exec() != QDialog::Accepted || files.selectedFiles().isEmpty()) return false;
+    if (files.exec() != QDialog::Accepted || files.selectedFiles().isEmpty())
+        return false;
     dialog.FileName = QDir::toNativeSeparators(files.selectedFiles().first()).toStdString();
     const qsizetype chosen = filters.indexOf(files.selectedNameFilter());
-    if (chosen >= 0) dialog.FilterIndex = int(chosen) + 1;
+    if (chosen >= 0)
+        dialog.FilterIndex = int(chosen) + 1;
     return true;
 }
 
-bool QtPlatform::ShowOpen(CommonDialog& dialog) { return ShowFileDialog(dialog, false); }
-bool QtPlatform::ShowSave(CommonDialog& dialog) { return ShowFileDialog(dialog, true); }
+bool QtPlatform::ShowOpen(CommonDialog& dialog) {
+    return ShowFileDialog(dialog, false);
+}
+bool QtPlatform::ShowSave(CommonDialog& dialog) {
+    return ShowFileDialog(dialog, true);
+}
 
 bool QtPlatform::ShowPrinter(CommonDialog& dialog) {
     QPrintDialog print(&Printer(), dialogParent_);
-    if (!dialog.DialogTitle.empty()) print.setWindowTitle(Q(dialog.DialogTitle));
+    if (!dialog.DialogTitle.empty())
+        print.setWindowTitle(Q(dialog.DialogTitle));
     return print.exec() == QDialog::Accepted;
 }
 
@@ -211,9 +252,11 @@ void QtPlatform::ShowModal(Window& window) {
     layout->addWidget(view);
     const int observer = window.AddObserver([&dialog](Window& changed) {
         dialog.setWindowTitle(Q(changed.Caption()));
-        if (!changed.Visible() && dialog.isVisible()) dialog.done(QDialog::Accepted);
+        if (!changed.Visible() && dialog.isVisible())
+            dialog.done(QDialog::Accepted);
     });
-    if (window.Visible()) dialog.exec();
+    if (window.Visible())
+        dialog.exec();
     window.RemoveObserver(observer);
     delete view;
     // The window is modal for as long as it is shown; leaving the dialog hides it.
@@ -254,7 +297,8 @@ QString QtPlatform::SystemKeyName(const std::string& keyPath) {
 std::optional<std::string> QtPlatform::ReadSystemKey(const std::string& keyPath) {
     QSettings system(QSettings::SystemScope, kOrganisation, kOrganisation);
     const QVariant value = system.value(SystemKeyName(keyPath));
-    if (!value.isValid()) return std::nullopt;
+    if (!value.isValid())
+        return std::nullopt;
     return value.toString().toStdString();
 }
 
@@ -277,7 +321,8 @@ std::string QtPlatform::AppDirectory() {
 std::string QtPlatform::TempFileName(const std::string& folder, const std::string& prefix) {
     QTemporaryFile file(QDir(Q(folder)).filePath(Q(prefix) + "XXXXXX.tmp"));
     file.setAutoRemove(false);
-    if (!file.open()) return {};
+    if (!file.open())
+        return {};
     return QDir::toNativeSeparators(file.fileName()).toStdString();
 }
 
@@ -295,11 +340,15 @@ void QtPlatform::SetClipboardText(const std::string& text) {
     QGuiApplication::clipboard()->setText(Q(text));
 }
 
-void QtPlatform::Beep() { QApplication::beep(); }
+void QtPlatform::Beep() {
+    QApplication::beep();
+}
 
 void QtPlatform::SetMousePointer(int pointer) {
-    if (pointer == pointer_) return;
-    if (pointer_ != kPointerDefault) QGuiApplication::restoreOverrideCursor();
+    if (pointer == pointer_)
+        return;
+    if (pointer_ != kPointerDefault)
+        QGuiApplication::restoreOverrideCursor();
     pointer_ = pointer;
     if (pointer_ == kPointerHourglass) {
         QGuiApplication::setOverrideCursor(Qt::WaitCursor);
@@ -309,9 +358,12 @@ void QtPlatform::SetMousePointer(int pointer) {
 }
 
 namespace {
-QScreen* PrimaryScreen() { return QGuiApplication::primaryScreen(); }
+QScreen* PrimaryScreen() {
+    return QGuiApplication::primaryScreen();
+}
 int TwipsPerPixel(double dpi) {
-    if (dpi <= 0) return 15;
+    if (dpi <= 0)
+        return 15;
     return std::max(1, int(std::lround(1440.0 / dpi)));
 }
 }  // namespace
@@ -337,7 +389,8 @@ int QtPlatform::TwipsPerPixelY() {
 }
 
 const TextMetrics& QtPlatform::Metrics() {
-    if (!metrics_) metrics_ = std::make_unique<QtTextMetrics>(TwipsPerPixelX(), TwipsPerPixelY());
+    if (!metrics_)
+        metrics_ = std::make_unique<QtTextMetrics>(TwipsPerPixelX(), TwipsPerPixelY());
     return *metrics_;
 }
 

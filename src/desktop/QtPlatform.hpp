@@ -14,7 +14,7 @@ namespace pendulon {
 // The platform services on Qt: message boxes, file and printer dialogs, QSettings, the clock,
 // programs, clipboard, pointer and screen.
 class QtPlatform : public PlatformServices {
-public:
+  public:
     // Settings are kept under the organisation "Pendulon"; per-user in the user's scope, the
     // outside keys in the system-wide scope.
     explicit QtPlatform(ViewRegistry& views);
@@ -63,7 +63,7 @@ public:
     // "Software/Classes/X".
     static QString SystemKeyName(const std::string& keyPath);
 
-private:
+  private:
     bool ShowFileDialog(CommonDialog& dialog, bool save);
 
     ViewRegistry& views_;

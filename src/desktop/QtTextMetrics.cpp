@@ -16,7 +16,7 @@ QFont QtTextMetrics::ToQFont(const FontSpec& font) {
         if (name.contains("Courier", Qt::CaseInsensitive) ||
             name.contains("Mono", Qt::CaseInsensitive)) {
             result.setFamilies(QStringList{"Courier New", "Liberation Mono", "Nimbus Mono PS",
-                                "DejaVu Sans Mono"});
+                                           "DejaVu Sans Mono"});
             result.setStyleHint(QFont::TypeWriter);
         } else if (name.contains("Sans", Qt::CaseInsensitive) ||
                    name.contains("Arial", Qt::CaseInsensitive)) {
@@ -42,7 +42,8 @@ double QtTextMetrics::TextHeight(const FontSpec& font, std::string_view text) co
     // A text of several lines is as high as its lines.
     qsizetype lines = 1;
     for (char c : text)
-        if (c == '\n') ++lines;
+        if (c == '\n')
+            ++lines;
     return metrics.height() * double(lines) * twipsPerPixelY_;
 }
 

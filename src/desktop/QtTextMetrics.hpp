@@ -7,7 +7,7 @@ namespace pendulon {
 
 // Measures text with the real fonts of the screen, in twips.
 class QtTextMetrics : public TextMetrics {
-public:
+  public:
     QtTextMetrics(double twipsPerPixelX, double twipsPerPixelY)
         : twipsPerPixelX_(twipsPerPixelX), twipsPerPixelY_(twipsPerPixelY) {}
     double TextWidth(const FontSpec& font, std::string_view text) const override;
@@ -16,7 +16,7 @@ public:
     // The Qt font for a font of the product; unknown names fall back to the system's sans font.
     static QFont ToQFont(const FontSpec& font);
 
-private:
+  private:
     double twipsPerPixelX_;
     double twipsPerPixelY_;
 };

@@ -56,7 +56,8 @@ QWidget* DeviceView(frmDevice& form, Application& app, QWidget* parent, int tppX
     // The pinout is laid out with the fonts it is shown in.
     form.picPinout[0].SetTextMetrics(&app.Services().Metrics());
     form.picPinout[1].SetTextMetrics(&app.Services().Metrics());
-    if (form.chkShowPinout.Value() != 0) form.DrawPinout();
+    if (form.chkShowPinout.Value() != 0)
+        form.DrawPinout();
     auto* view = new QWidget(parent);
     ViewBuilder make(view, tppX, tppY);
     auto* layout = new QHBoxLayout(view);
@@ -64,10 +65,12 @@ QWidget* DeviceView(frmDevice& form, Application& app, QWidget* parent, int tppX
     QGroupBox* devices = make.Frame("fraDevice");
     auto* grid = new QGridLayout(devices);
     // One row per family, its variants side by side.
-    const std::vector<std::vector<const char*>> rows = {
-        {"QX6105A", "QX6105AF", "QX6105AI"}, {"QX7311", "QX7311F", "QX7311I"},
-        {"QX7312", "QX7312F", "QX7312I"},    {"QX4860", "QX4860F", "QX4860I"},
-        {"QX5140"},                          {"QX3350", "QX3350I"}};
+    const std::vector<std::vector<const char*>> rows = {{"QX6105A", "QX6105AF", "QX6105AI"},
+                                                        {"QX7311", "QX7311F", "QX7311I"},
+                                                        {"QX7312", "QX7312F", "QX7312I"},
+                                                        {"QX4860", "QX4860F", "QX4860I"},
+                                                        {"QX5140"},
+                                                        {"QX3350", "QX3350I"}};
     for (int r = 0; r < int(rows.size()); ++r)
         for (int c = 0; c < int(rows[size_t(r)].size()); ++c)
             grid->addWidget(make.Option(QString("opt") + rows[size_t(r)][size_t(c)]), r, c);
@@ -105,9 +108,8 @@ QWidget* SummaryView(frmSummary& form, QWidget* parent, int tppX, int tppY) {
     ViewBuilder make(view, tppX, tppY);
     auto* layout = new QGridLayout(view);
     const std::vector<std::pair<const char*, const char*>> rows = {
-        {"lblFilename", "txtFilename"}, {"lblDate", "txtDate"},
-        {"lblVersion", "txtRevision"},  {"lblCustomerName", "txtCustomer"},
-        {"lblFAE", "txtFAE"},           {"lblComments", "txtComments"}};
+        {"lblFilename", "txtFilename"},     {"lblDate", "txtDate"}, {"lblVersion", "txtRevision"},
+        {"lblCustomerName", "txtCustomer"}, {"lblFAE", "txtFAE"},   {"lblComments", "txtComments"}};
     int row = 0;
     for (const auto& [label, text] : rows) {
         layout->addWidget(make.Label(label), row, 0);
@@ -204,7 +206,8 @@ QWidget* SplashView(frmSplash& form, Application& app, QWidget* parent, int tppX
     // The splash's one timer: a tick unloads the window.
     if (form.tmrSplashEnabled) {
         QTimer::singleShot(form.tmrSplashInterval, view, [&form] {
-            if (form.tmrSplashEnabled) form.tmrSplash_Timer();
+            if (form.tmrSplashEnabled)
+                form.tmrSplash_Timer();
         });
     }
     return view;

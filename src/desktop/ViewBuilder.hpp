@@ -16,7 +16,7 @@ class PictureView;
 
 // Makes the widgets of a view, each named as the field it shows, ready for the binder.
 class ViewBuilder {
-public:
+  public:
     explicit ViewBuilder(QWidget* parent, int twipsPerPixelX = 15, int twipsPerPixelY = 15)
         : parent_(parent), twipsPerPixelX_(twipsPerPixelX), twipsPerPixelY_(twipsPerPixelY) {}
 
@@ -29,7 +29,7 @@ public:
     // A picture at its own size.
     PictureView* Picture(PictureBox& picture) const;
 
-private:
+  private:
     QWidget* parent_;
     int twipsPerPixelX_;
     int twipsPerPixelY_;

@@ -16,7 +16,8 @@ bool ViewRegistry::Contains(const std::string& windowName) const {
 
 QWidget* ViewRegistry::Create(Window& window, QWidget* parent) const {
     auto it = entries_.find(window.Name());
-    if (it != entries_.end() && it->second.factory) return it->second.factory(window, parent);
+    if (it != entries_.end() && it->second.factory)
+        return it->second.factory(window, parent);
     return new GenericView(window, parent);
 }
 

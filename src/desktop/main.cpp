@@ -34,6 +34,7 @@ int main(int argc, char** argv) {
     QStringList args = QApplication::arguments();
     args.removeFirst();
     app.Main().MDIForm_Load(args.join(' ').toStdString());
-    if (app.Ended()) return 0;
+    if (app.Ended())
+        return 0;
     return QApplication::exec();
 }

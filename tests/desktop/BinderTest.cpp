@@ -42,8 +42,8 @@ struct View {
         picDrawing = new PictureView(window.picDrawing, 15, 15, root.get());
         auto* layout = new QVBoxLayout(root.get());
         for (QWidget* w : std::initializer_list<QWidget*>{
-                 txtValue, txtOther, cboList, cboFree, chkOption, optFirst, optSecond,
-                 cmdCalculate, lblInfo, fraGroup, vsbScroll, picDrawing}) {
+                 txtValue, txtOther, cboList, cboFree, chkOption, optFirst, optSecond, cmdCalculate,
+                 lblInfo, fraGroup, vsbScroll, picDrawing}) {
             layout->addWidget(w);
         }
         txtValue->setObjectName("txtValue");
@@ -71,7 +71,7 @@ struct View {
 
 class BinderTest : public QObject {
     Q_OBJECT
-private slots:
+  private slots:
     void bindsEveryWidgetNamedAsAField() {
         View v;
         QCOMPARE(v.binder->BoundCount(), 12);
@@ -161,6 +161,29 @@ private slots:
         QCOMPARE(v.window.Count("cboFree.Change"), 2);
         v.window.cboFree.SetText("20");
         QCOMPARE(v.cboFree->currentText(), QString("20"));
+    }
+
+    void modelChangesDoNotComeBackAsUserEvents() {
+        View v;
+        QSignalSpy activated(v.cboList, &QComboBox::activated);
+        QSignalSpy checkClicked(v.chkOption, &QCheckBox::clicked);
+        QSignalSpy radioClicked(v.optFirst, &QRadioButton::clicked);
+        QSignalSpy scrolled(v.vsbScroll, &QScrollBar::valueChanged);
+        v.window.cboList.AddItem("a");
+        v.window.cboList.AddItem("b");
+        v.window.cboList.SetListIndex(1);
+        v.window.chkOption.SetValue(1);
+        v.window.optFirst.SetValue(true);
+        v.window.vsbScroll.SetValue(3);
+        QCOMPARE(activated.count(), 0);
+        QCOMPARE(checkClicked.count(), 0);
+        QCOMPARE(radioClicked.count(), 0);
+        QCOMPARE(scrolled.count(), 0);
+        // Each model change fired its own event once.
+        QCOMPARE(v.window.Count("cboList.Click"), 1);
+        QCOMPARE(v.window.Count("chkOption.Click"), 1);
+        QCOMPARE(v.window.Count("optFirst.Click"), 1);
+        QCOMPARE(v.window.Count("vsbScroll.Change"), 1);
     }
 
     void checkBoxBothWaysWithGrey() {
@@ -319,7 +342,8 @@ private slots:
     void keyPressSetToZeroIsSwallowed() {
         View v;
         v.window.txtValue.OnKeyPress = [](int& key) {
-            if (key == 'x') key = 0;
+            if (key == 'x')
+                key = 0;
         };
         v.Show();
         v.txtValue->setFocus();
@@ -331,7 +355,8 @@ private slots:
     void keyPressChangedToAnotherKeyTypesThatKey() {
         View v;
         v.window.txtValue.OnKeyPress = [](int& key) {
-            if (key >= 'a' && key <= 'z') key -= 32;
+            if (key >= 'a' && key <= 'z')
+                key -= 32;
         };
         v.Show();
         v.txtValue->setFocus();
@@ -373,7 +398,9 @@ private slots:
     }
 };
 
-QObject* MakeBinderTest() { return new BinderTest; }
+QObject* MakeBinderTest() {
+    return new BinderTest;
+}
 
 }  // namespace pendulon::test
 

@@ -9,11 +9,11 @@
 
 #include "DesktopTests.hpp"
 #include "ShellTestSupport.hpp"
+#include "core/mShared.hpp"
 #include "desktop/MainWindow.hpp"
 #include "desktop/ViewRegistry.hpp"
 #include "platform/HeadlessPlatform.hpp"
 #include "shell/Application.hpp"
-#include "core/mShared.hpp"
 #include "shell/frmMain.hpp"
 
 namespace pendulon::test {
@@ -42,7 +42,7 @@ struct Fixture {
 
 class MainWindowTest : public QObject {
     Q_OBJECT
-private slots:
+  private slots:
     void titleIsTheCaptionOfTheMainWindowModel() {
         Fixture f;
         QCOMPARE(f.window->windowTitle(), QString("Pendulon(tm) 3.71"));
@@ -186,7 +186,9 @@ private slots:
     }
 };
 
-QObject* MakeMainWindowTest() { return new MainWindowTest; }
+QObject* MakeMainWindowTest() {
+    return new MainWindowTest;
+}
 
 }  // namespace pendulon::test
 

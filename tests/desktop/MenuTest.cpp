@@ -46,11 +46,11 @@ struct Fixture {
 
 class MenuTest : public QObject {
     Q_OBJECT
-private slots:
+  private slots:
     void topLevelMenusInTheirOrderWithAccelerators() {
         Fixture f;
-        QCOMPARE(f.TopCaptions(), QStringList({"&File", "&Edit", "&View", "&Tools", "&Window",
-                                               "&Help"}));
+        QCOMPARE(f.TopCaptions(),
+                 QStringList({"&File", "&Edit", "&View", "&Tools", "&Window", "&Help"}));
     }
 
     void fileMenuEntriesInTheirOrder() {
@@ -147,7 +147,9 @@ private slots:
     }
 };
 
-QObject* MakeMenuTest() { return new MenuTest; }
+QObject* MakeMenuTest() {
+    return new MenuTest;
+}
 
 }  // namespace pendulon::test
 

@@ -17,7 +17,7 @@ QImage Render(PictureView& view) {
 
 class PictureViewTest : public QObject {
     Q_OBJECT
-private slots:
+  private slots:
     void sizeHintIsThePictureSizeInPixels() {
         PictureBox picture;
         picture.Move(0, 0, 1500, 600);
@@ -33,7 +33,7 @@ private slots:
         view.resize(60, 60);
         const QImage image = Render(view);
         QCOMPARE(QColor(image.pixel(20, 20)), QColor(255, 255, 0));
-        QCOMPARE(QColor(image.pixel(10, 20)), QColor(0, 0, 0));   // the outline
+        QCOMPARE(QColor(image.pixel(10, 20)), QColor(0, 0, 0));      // the outline
         QCOMPARE(QColor(image.pixel(5, 5)), QColor(255, 255, 255));  // background
         QCOMPARE(QColor(image.pixel(50, 50)), QColor(255, 255, 255));
     }
@@ -62,9 +62,12 @@ private slots:
         bool inkBelow = false, inkAbove = false;
         for (int y = 0; y < 60; ++y)
             for (int x = 0; x < 120; ++x) {
-                if (QColor(image.pixel(x, y)).lightness() > 128) continue;
-                if (y < 10) inkAbove = true;
-                if (y >= 10) inkBelow = true;
+                if (QColor(image.pixel(x, y)).lightness() > 128)
+                    continue;
+                if (y < 10)
+                    inkAbove = true;
+                if (y >= 10)
+                    inkBelow = true;
             }
         QVERIFY(inkBelow);
         QVERIFY(!inkAbove);
@@ -107,7 +110,9 @@ private slots:
     }
 };
 
-QObject* MakePictureViewTest() { return new PictureViewTest; }
+QObject* MakePictureViewTest() {
+    return new PictureViewTest;
+}
 
 }  // namespace pendulon::test
 

@@ -1,7 +1,9 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileDialog>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -36,7 +38,7 @@ class QtPlatformTest : public QObject {
     QTemporaryDir systemDir_;
     ViewRegistry views_;
 
-private slots:
+  private slots:
     void initTestCase() {
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, userDir_.path());
         QSettings::setPath(QSettings::NativeFormat, QSettings::SystemScope, systemDir_.path());
@@ -58,8 +60,7 @@ private slots:
         QCOMPARE(platform.GetSetting("Pendulon", "Startup", "Width", "9600"), std::string("9600"));
         platform.SaveSetting("Pendulon", "Startup", "Width", "12000");
         QVERIFY(platform.SettingsExist("Pendulon"));
-        QCOMPARE(platform.GetSetting("Pendulon", "Startup", "Width", "9600"),
-                 std::string("12000"));
+        QCOMPARE(platform.GetSetting("Pendulon", "Startup", "Width", "9600"), std::string("12000"));
         QVERIFY(QFile::exists(userDir_.path() + "/Pendulon/Pendulon.conf"));
         platform.DeleteSetting("Pendulon");
         QVERIFY(!platform.SettingsExist("Pendulon"));
@@ -68,7 +69,8 @@ private slots:
     void systemKeyIsReadFromTheSystemWideFileAndNotSeenAsUserSettings() {
         QtPlatform platform(views_);
         platform.DeleteSetting("Pendulon");
-        QVERIFY(!platform.ReadSystemKey("Software\\Classes\\MeadowProject\\shell\\open\\command\\"));
+        QVERIFY(
+            !platform.ReadSystemKey("Software\\Classes\\MeadowProject\\shell\\open\\command\\"));
         {
             QSettings system(QSettings::SystemScope, "Pendulon", "Pendulon");
             system.setValue("Software/Classes/MeadowProject/shell/open/command",
@@ -112,8 +114,7 @@ private slots:
         OnNextModal([](QWidget* modal) { QTest::keyClick(modal, Qt::Key_Return); });
         QCOMPARE(platform.MsgBox("q", msgbox::YesNo, "t"), msgbox::Yes);
         OnNextModal([](QWidget* modal) { QTest::keyClick(modal, Qt::Key_Escape); });
-        QCOMPARE(platform.MsgBox("q", msgbox::OKCancel + msgbox::Exclamation, "t"),
-                 msgbox::Cancel);
+        QCOMPARE(platform.MsgBox("q", msgbox::OKCancel + msgbox::Exclamation, "t"), msgbox::Cancel);
         QMessageBox::Icon icon = QMessageBox::NoIcon;
         OnNextModal([&](QWidget* modal) {
             icon = qobject_cast<QMessageBox*>(modal)->icon();
@@ -161,7 +162,8 @@ private slots:
             },
             [&](Window& window) {
                 // The first close is refused; the second one hides the window.
-                if (++requests == 2) window.SetVisible(false);
+                if (++requests == 2)
+                    window.SetVisible(false);
             });
         QtPlatform platform(views);
         TestWindow window;
@@ -186,6 +188,65 @@ private slots:
         });
         platform.ShowModal(window);
         QVERIFY(!window.Visible());
+    }
+
+    void saveDialogHasTitleFiltersSuffixAndOverwritePrompt() {
+        QtPlatform platform(views_);
+        QTemporaryDir dir;
+        CommonDialog dialog;
+        dialog.DialogTitle = "Save Entry File As";
+        dialog.Filter = "Entry Files (*.ent)|*.ent|All Files (*.*)|*.*";
+        dialog.FilterIndex = 1;
+        dialog.DefaultExt = "ent";
+        dialog.Flags = CommonDialog::EntryFileFlags;
+        dialog.FileName = (dir.path() + "/old.ent").toStdString();
+        QString title, suffix;
+        QStringList filters;
+        bool confirms = false;
+        OnNextModal([&](QWidget* modal) {
+            auto* files = qobject_cast<QFileDialog*>(modal);
+            QVERIFY(files != nullptr);
+            title = files->windowTitle();
+            filters = files->nameFilters();
+            suffix = files->defaultSuffix();
+            confirms = !files->testOption(QFileDialog::DontConfirmOverwrite);
+            files->selectFile(dir.path() + "/new");
+            QMetaObject::invokeMethod(files, "accept");
+        });
+        QVERIFY(platform.ShowSave(dialog));
+        QCOMPARE(title, QString("Save Entry File As"));
+        QCOMPARE(filters, QStringList({"Entry Files (*.ent)", "All Files (*)"}));
+        QCOMPARE(suffix, QString("ent"));
+        QVERIFY(confirms);
+        QCOMPARE(QString::fromStdString(dialog.FileName), dir.path() + "/new.ent");
+    }
+
+    void cancelledOpenDialogLeavesTheFileName() {
+        QtPlatform platform(views_);
+        CommonDialog dialog;
+        dialog.DialogTitle = "Open";
+        dialog.FileName = "keep.ent";
+        OnNextModal([](QWidget* modal) { qobject_cast<QDialog*>(modal)->reject(); });
+        QVERIFY(!platform.ShowOpen(dialog));
+        QCOMPARE(dialog.FileName, std::string("keep.ent"));
+    }
+
+    void helpShowsTheFileAsText() {
+        QtPlatform platform(views_);
+        QTemporaryDir dir;
+        QFile file(dir.path() + "/Pendulon.hlp");
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("Choose a device first.");
+        file.close();
+        CommonDialog dialog;
+        dialog.HelpFile = file.fileName().toStdString();
+        QString shown;
+        OnNextModal([&](QWidget* modal) {
+            shown = modal->findChild<QPlainTextEdit*>()->toPlainText();
+            qobject_cast<QDialog*>(modal)->reject();
+        });
+        platform.ShowHelp(dialog);
+        QCOMPARE(shown, QString("Choose a device first."));
     }
 
     void screenMeasuresComeFromTheLogicalDpi() {
@@ -240,7 +301,9 @@ private slots:
     }
 };
 
-QObject* MakeQtPlatformTest() { return new QtPlatformTest; }
+QObject* MakeQtPlatformTest() {
+    return new QtPlatformTest;
+}
 
 }  // namespace pendulon::test
 

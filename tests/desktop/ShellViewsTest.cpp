@@ -53,7 +53,8 @@ void ExpectEveryFieldShown(Window& window, QWidget& view) {
 void ExpectNothingClipped(QWidget& view) {
     view.adjustSize();
     for (QWidget* widget : view.findChildren<QWidget*>()) {
-        if (!widget->isVisible()) continue;
+        if (!widget->isVisible())
+            continue;
         if (qobject_cast<QLabel*>(widget) || qobject_cast<QAbstractButton*>(widget)) {
             QVERIFY2(widget->width() >= widget->minimumSizeHint().width(),
                      qPrintable(widget->objectName()));
@@ -71,7 +72,7 @@ void KeepPicture(QWidget& view, const QString& name) {
 
 class ShellViewsTest : public QObject {
     Q_OBJECT
-private slots:
+  private slots:
     void optionsViewShowsAndSavesTheOptions() {
         Fixture f;
         frmOptions form(f.app);
@@ -193,7 +194,9 @@ private slots:
     }
 };
 
-QObject* MakeShellViewsTest() { return new ShellViewsTest; }
+QObject* MakeShellViewsTest() {
+    return new ShellViewsTest;
+}
 
 }  // namespace pendulon::test
 

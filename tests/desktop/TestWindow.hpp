@@ -18,7 +18,7 @@ namespace pendulon::test {
 
 // A window with one field of every kind, recording the events it gets.
 class TestWindow : public Window {
-public:
+  public:
     TestWindow() : Window("frmTest") {
         Register("txtValue", txtValue);
         Register("txtOther", txtOther);
@@ -47,7 +47,8 @@ public:
     int Count(const std::string& event) const {
         int n = 0;
         for (const auto& e : events)
-            if (e == event) ++n;
+            if (e == event)
+                ++n;
         return n;
     }
 
