@@ -1,5 +1,6 @@
 #include "desktop/ConfiguratorView.hpp"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFont>
 #include <QFontMetrics>
@@ -10,7 +11,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QCheckBox>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -23,13 +23,17 @@ namespace pendulon {
 
 ConfiguratorView::ConfiguratorView(Configurator& form, Application& app, QWidget* parent,
                                    int twipsPerPixelX, int twipsPerPixelY)
-    : QWidget(parent), form_(form), app_(app), twipsPerPixelX_(twipsPerPixelX),
+    : QWidget(parent),
+      form_(form),
+      app_(app),
+      twipsPerPixelX_(twipsPerPixelX),
       twipsPerPixelY_(twipsPerPixelY) {
     setObjectName(QString::fromStdString(form.Name()) + "View");
 }
 
 ConfiguratorView::~ConfiguratorView() {
-    if (pinoutObserver_ != 0) form_.picPinout.RemoveObserver(pinoutObserver_);
+    if (pinoutObserver_ != 0)
+        form_.picPinout.RemoveObserver(pinoutObserver_);
 }
 
 QLabel* ConfiguratorView::Label(const QString& name, QWidget* parent) {
@@ -88,7 +92,8 @@ QGroupBox* ConfiguratorView::LimitsGroup(bool namedLabels) {
     group->setObjectName("fraLimits");
     auto* grid = new QGridLayout(group);
     auto caption = [&](const char* name, const char* text) -> QLabel* {
-        if (namedLabels) return Label(name, group);
+        if (namedLabels)
+            return Label(name, group);
         return new QLabel(text, group);
     };
     grid->addWidget(caption("lblMinimum", "Minimum"), 0, 1, Qt::AlignHCenter);
@@ -137,13 +142,15 @@ PictureView* ConfiguratorView::PinoutPicture(double width, double height,
     if (form_.picPinout.Width() <= 0 || form_.picPinout.Height() <= 0) {
         form_.picPinout.SetWidth(width);
         form_.picPinout.SetHeight(height);
-        if (redraw) redraw();
+        if (redraw)
+            redraw();
     }
     pinout_ = new PictureView(form_.picPinout, twipsPerPixelX_, twipsPerPixelY_, this);
     pinout_->setFixedSize(pinout_->sizeHint());
     // The picture is sized when the chip is drawn; the view keeps its size in step.
     pinoutObserver_ = form_.picPinout.AddObserver([this](Field&) {
-        if (pinout_->size() != pinout_->sizeHint()) pinout_->setFixedSize(pinout_->sizeHint());
+        if (pinout_->size() != pinout_->sizeHint())
+            pinout_->setFixedSize(pinout_->sizeHint());
     });
     return pinout_;
 }
@@ -154,7 +161,8 @@ void ConfiguratorView::Bind() {
     // pictures say, and take the mouse themselves.
     power_ = new FloatingPanel(app_, form_.picPower, twipsPerPixelX_, twipsPerPixelY_, this);
     debug_ = new FloatingPanel(app_, form_.picDebugWindow, twipsPerPixelX_, twipsPerPixelY_, this);
-    if (layout() != nullptr) layout()->setSizeConstraint(QLayout::SetMinimumSize);
+    if (layout() != nullptr)
+        layout()->setSizeConstraint(QLayout::SetMinimumSize);
     adjustSize();
     // The panels float over the fields.
     power_->raise();
@@ -163,13 +171,15 @@ void ConfiguratorView::Bind() {
 
 void ConfiguratorView::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    if (shown_) return;
+    if (shown_)
+        return;
     shown_ = true;
     // The field the form gave the focus to, else the first field of the document.
     QTimer::singleShot(0, this, [this] {
         QWidget* target = firstField_;
         if (form_.ActiveControl() != nullptr && binder_ != nullptr) {
-            if (QWidget* active = binder_->WidgetOf(*form_.ActiveControl())) target = active;
+            if (QWidget* active = binder_->WidgetOf(*form_.ActiveControl()))
+                target = active;
         }
         if (target != nullptr && target->isVisible() && target->isEnabled())
             target->setFocus(Qt::OtherFocusReason);

@@ -24,7 +24,7 @@ class ViewBuilder;
 // view lays out its own fields with these parts, then calls Bind.
 class ConfiguratorView : public QWidget {
     Q_OBJECT
-public:
+  public:
     ConfiguratorView(Configurator& form, Application& app, QWidget* parent, int twipsPerPixelX,
                      int twipsPerPixelY);
     ~ConfiguratorView() override;
@@ -34,7 +34,7 @@ public:
     FloatingPanel* PowerPanel() const { return power_; }
     FloatingPanel* DebugPanel() const { return debug_; }
 
-protected:
+  protected:
     // Field widgets, each named as its field.
     QLabel* Label(const QString& name, QWidget* parent);
     QLineEdit* Text(const QString& name, QWidget* parent, int characters = 10);
@@ -60,7 +60,7 @@ protected:
 
     void showEvent(QShowEvent* event) override;
 
-private:
+  private:
     Configurator& form_;
     Application& app_;
     int twipsPerPixelX_;

@@ -17,8 +17,10 @@ namespace pendulon {
 std::vector<std::string> DesktopPlatform::FixedPitchFonts() {
     std::vector<std::string> fonts;
     for (const QString& family : QFontDatabase::families()) {
-        if (QFontDatabase::isPrivateFamily(family)) continue;
-        if (QFontDatabase::isFixedPitch(family)) fonts.push_back(family.toStdString());
+        if (QFontDatabase::isPrivateFamily(family))
+            continue;
+        if (QFontDatabase::isFixedPitch(family))
+            fonts.push_back(family.toStdString());
     }
     return fonts;
 }
@@ -27,13 +29,13 @@ std::string DesktopPlatform::SystemFixedFont() {
     return QFontDatabase::systemFont(QFontDatabase::FixedFont).family().toStdString();
 }
 
-bool DesktopPlatform::PrintText(const std::string& fontName, double size,
-                                const std::string& text) {
+bool DesktopPlatform::PrintText(const std::string& fontName, double size, const std::string& text) {
     QPrinter& printer = Printer();
     if (!printWithoutDialog) {
         QPrintDialog dialog(&printer, QApplication::activeWindow());
         dialog.setOption(QAbstractPrintDialog::PrintSelection, false);
-        if (dialog.exec() != QDialog::Accepted) return true;  // the user chose not to print
+        if (dialog.exec() != QDialog::Accepted)
+            return true;  // the user chose not to print
     }
     const QFont font = DocumentPrinter::DocumentFont(QString::fromStdString(fontName), size);
     return DocumentPrinter::Print(printer, font, QString::fromStdString(text));

@@ -6,7 +6,7 @@ namespace pendulon {
 // The platform of the desktop program: QtPlatform with the fonts and printing of the print
 // preview, and the manual shown formatted.
 class DesktopPlatform : public QtPlatform {
-public:
+  public:
     using QtPlatform::QtPlatform;
 
     std::vector<std::string> FixedPitchFonts() override;

@@ -16,7 +16,8 @@ namespace pendulon {
 QFont DocumentPrinter::DocumentFont(const QString& family, double points) {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     // A family the system lacks resolves to its nearest fixed-pitch face.
-    if (!family.isEmpty()) font.setFamily(family);
+    if (!family.isEmpty())
+        font.setFamily(family);
     font.setStyleHint(QFont::Monospace, QFont::PreferMatch);
     font.setFixedPitch(true);
     font.setPointSizeF(points > 0 ? points : 9);
@@ -28,13 +29,15 @@ QStringList DocumentPrinter::Lines(const QString& text) {
     unified.replace("\r\n", "\n");
     unified.replace('\r', '\n');
     QStringList lines = unified.split('\n');
-    if (!lines.isEmpty() && lines.last().isEmpty()) lines.removeLast();
+    if (!lines.isEmpty() && lines.last().isEmpty())
+        lines.removeLast();
     return lines;
 }
 
 int DocumentPrinter::Render(QPagedPaintDevice& device, const QFont& font, const QString& text) {
     QPainter painter;
-    if (!painter.begin(&device)) return 0;
+    if (!painter.begin(&device))
+        return 0;
     painter.setFont(font);
     const QFontMetricsF metrics(painter.font(), &device);
     const double lineHeight = metrics.lineSpacing();
@@ -66,8 +69,7 @@ QString DocumentPrinter::ExportPdf(const QString& path, const QFont& font, const
     const QFileInfo target(path);
     if (path.isEmpty() || !target.absoluteDir().exists())
         return QString("the folder %1 does not exist").arg(target.absolutePath());
-    const QString temporary =
-        target.absoluteDir().filePath("." + target.fileName() + ".part");
+    const QString temporary = target.absoluteDir().filePath("." + target.fileName() + ".part");
     {
         QPrinter printer(QPrinter::HighResolution);
         printer.setOutputFormat(QPrinter::PdfFormat);

@@ -10,7 +10,7 @@ namespace pendulon {
 // Lays a plain text out on pages in one fixed-pitch font, line by line, as the printed
 // document and its PDF copy show it.
 class DocumentPrinter {
-public:
+  public:
     // The font of a document: the family asked for, fixed pitch, at that size in points. A
     // family the system lacks resolves to the nearest fixed-pitch face it has.
     static QFont DocumentFont(const QString& family, double points);

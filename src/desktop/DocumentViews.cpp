@@ -30,7 +30,8 @@ void RegisterDocumentViews(ViewRegistry& views, Application& app) {
 void ConnectDesktopCommands(Application& app) {
     // A press in a panel's title bar: the panel follows the mouse until the button goes up.
     app.OnFormMove = [](Field& picture) {
-        if (FloatingPanel* panel = FloatingPanel::Find(picture)) panel->BeginDrag();
+        if (FloatingPanel* panel = FloatingPanel::Find(picture))
+            panel->BeginDrag();
     };
 }
 

@@ -16,28 +16,36 @@ constexpr double kDefaultTitleHeight = 300;  // twips, before the panel is first
 
 int ShiftOf(Qt::KeyboardModifiers modifiers) {
     int shift = 0;
-    if (modifiers & Qt::ShiftModifier) shift |= 1;
-    if (modifiers & Qt::ControlModifier) shift |= 2;
-    if (modifiers & Qt::AltModifier) shift |= 4;
+    if (modifiers & Qt::ShiftModifier)
+        shift |= 1;
+    if (modifiers & Qt::ControlModifier)
+        shift |= 2;
+    if (modifiers & Qt::AltModifier)
+        shift |= 4;
     return shift;
 }
 }  // namespace
 
 FloatingPanel::FloatingPanel(Application& app, PictureBox& picture, int twipsPerPixelX,
                              int twipsPerPixelY, QWidget* parent)
-    : PictureView(picture, twipsPerPixelX, twipsPerPixelY, parent), app_(app),
-      twipsPerPixelX_(std::max(1, twipsPerPixelX)), twipsPerPixelY_(std::max(1, twipsPerPixelY)) {
+    : PictureView(picture, twipsPerPixelX, twipsPerPixelY, parent),
+      app_(app),
+      twipsPerPixelX_(std::max(1, twipsPerPixelX)),
+      twipsPerPixelY_(std::max(1, twipsPerPixelY)) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setCursor(Qt::ArrowCursor);
     observerId_ = picture.AddObserver([this](Field&) { FollowModel(); });
     FollowModel();
 }
 
-FloatingPanel::~FloatingPanel() { Picture().RemoveObserver(observerId_); }
+FloatingPanel::~FloatingPanel() {
+    Picture().RemoveObserver(observerId_);
+}
 
 double FloatingPanel::TitleHeight(const PictureBox& picture) {
     for (const DrawOp& op : picture.DisplayList()) {
-        if (op.type == DrawOp::Type::FilledBox && op.y1 == 0 && op.y2 > 0) return op.y2;
+        if (op.type == DrawOp::Type::FilledBox && op.y1 == 0 && op.y2 > 0)
+            return op.y2;
     }
     return kDefaultTitleHeight;
 }
@@ -45,24 +53,30 @@ double FloatingPanel::TitleHeight(const PictureBox& picture) {
 FloatingPanel* FloatingPanel::Find(const Field& picture) {
     for (QWidget* widget : QApplication::allWidgets()) {
         auto* panel = qobject_cast<FloatingPanel*>(widget);
-        if (panel != nullptr && &panel->Picture() == &picture) return panel;
+        if (panel != nullptr && &panel->Picture() == &picture)
+            return panel;
     }
     return nullptr;
 }
 
 void FloatingPanel::FollowModel() {
-    if (dragging_) return;  // the mouse has the panel until it lets go
+    if (dragging_)
+        return;  // the mouse has the panel until it lets go
     const PictureBox& picture = Picture();
     const QSize size = sizeHint();
-    if (this->size() != size) resize(size);
+    if (this->size() != size)
+        resize(size);
     const QPoint place(int(std::lround(picture.Left() / twipsPerPixelX_)),
                        int(std::lround(picture.Top() / twipsPerPixelY_)));
-    if (pos() != place) move(place);
+    if (pos() != place)
+        move(place);
     // A panel that has not been painted yet would be an empty box over the fields.
     const bool shown = picture.Visible() && picture.Width() > 0 && picture.Height() > 0 &&
                        !picture.DisplayList().empty();
-    if (shown == isHidden()) setVisible(shown);
-    if (shown) raise();
+    if (shown == isHidden())
+        setVisible(shown);
+    if (shown)
+        raise();
     update();
 }
 
@@ -83,21 +97,27 @@ void FloatingPanel::mousePressEvent(QMouseEvent* event) {
     // The document's own handler has the press when there is one.
     if (picture.OnMouseDown) {
         picture.RaiseMouseDown(button, ShiftOf(event->modifiers()), x, y);
-        if (dragging_) grabGlobal_ = event->globalPosition().toPoint();
+        if (dragging_)
+            grabGlobal_ = event->globalPosition().toPoint();
         return;
     }
-    if (button != 1) return;
+    if (button != 1)
+        return;
     if (picture.Name() == "picPower") {
         app_.Power().MouseDown(1, ShiftOf(event->modifiers()), x, y);
-        if (!picture.Visible()) return;  // the close box hid it
+        if (!picture.Visible())
+            return;  // the close box hid it
     }
-    if (y < TitleHeight(picture)) mShared::FormMoveAPI(app_, picture, 1);
-    if (dragging_) grabGlobal_ = event->globalPosition().toPoint();
+    if (y < TitleHeight(picture))
+        mShared::FormMoveAPI(app_, picture, 1);
+    if (dragging_)
+        grabGlobal_ = event->globalPosition().toPoint();
 }
 
 void FloatingPanel::mouseMoveEvent(QMouseEvent* event) {
     event->accept();
-    if (!dragging_) return;
+    if (!dragging_)
+        return;
     QPoint place = grabPos_ + (event->globalPosition().toPoint() - grabGlobal_);
     // The panel stays inside its document, title bar reachable.
     if (QWidget* host = parentWidget()) {
@@ -109,7 +129,8 @@ void FloatingPanel::mouseMoveEvent(QMouseEvent* event) {
 
 void FloatingPanel::mouseReleaseEvent(QMouseEvent* event) {
     event->accept();
-    if (!dragging_ || event->button() != Qt::LeftButton) return;
+    if (!dragging_ || event->button() != Qt::LeftButton)
+        return;
     dragging_ = false;
     Picture().Move(x() * double(twipsPerPixelX_), y() * double(twipsPerPixelY_));
 }

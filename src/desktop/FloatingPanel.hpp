@@ -14,7 +14,7 @@ class Field;
 // then follows the mouse until the button is released and stores the new place in the picture.
 class FloatingPanel : public PictureView {
     Q_OBJECT
-public:
+  public:
     FloatingPanel(Application& app, PictureBox& picture, int twipsPerPixelX, int twipsPerPixelY,
                   QWidget* parent);
     ~FloatingPanel() override;
@@ -27,12 +27,12 @@ public:
     // The live panel that shows this picture, if any.
     static FloatingPanel* Find(const Field& picture);
 
-protected:
+  protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
-private:
+  private:
     void FollowModel();
 
     Application& app_;

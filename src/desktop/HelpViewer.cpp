@@ -31,7 +31,8 @@ HelpViewer::HelpViewer(const QString& markdown, const QString& folder, QWidget* 
 QString HelpViewer::ReadManual(const QString& path, QString* error) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        if (error != nullptr) *error = file.errorString();
+        if (error != nullptr)
+            *error = file.errorString();
         return {};
     }
     return QString::fromUtf8(file.readAll());

@@ -80,8 +80,8 @@ PrintPreviewView::PrintPreviewView(frmPrintPreview& form, Application& app, QWid
     root->addWidget(text_, 1);
 
     binder_ = new Binder(form_, this, twipsPerPixelX, twipsPerPixelY);
-    for (MenuItem* top : {&form_.mnuFile, &form_.mnuEdit, &form_.mnuTools, &form_.mnuWindow,
-                          &form_.mnuHelp}) {
+    for (MenuItem* top :
+         {&form_.mnuFile, &form_.mnuEdit, &form_.mnuTools, &form_.mnuWindow, &form_.mnuHelp}) {
         auto* menu = menus_->addMenu(QString());
         menu->setObjectName(QString::fromStdString(top->Name()));
         binder_->BindAction(menu->menuAction(), *top);
@@ -96,23 +96,25 @@ PrintPreviewView::PrintPreviewView(frmPrintPreview& form, Application& app, QWid
     }
     // Close unloads this view: run it once the click is over.
     disconnect(close, &QPushButton::clicked, binder_, nullptr);
-    connect(close, &QPushButton::clicked, binder_, [this] {
-        QTimer::singleShot(0, binder_, [this] { form_.cmdClose.RaiseClick(); });
-    });
+    connect(close, &QPushButton::clicked, binder_,
+            [this] { QTimer::singleShot(0, binder_, [this] { form_.cmdClose.RaiseClick(); }); });
     connect(pdf, &QPushButton::clicked, this, [this] { cmdExportPDF_Click(); });
 
     observerId_ = form_.txtPrintout.AddObserver([this](Field&) { FollowFont(); });
     FollowFont();
 }
 
-PrintPreviewView::~PrintPreviewView() { form_.txtPrintout.RemoveObserver(observerId_); }
+PrintPreviewView::~PrintPreviewView() {
+    form_.txtPrintout.RemoveObserver(observerId_);
+}
 
 void PrintPreviewView::FollowFont() {
-    const double size = form_.txtPrintout.FontSize() > 0 ? form_.txtPrintout.FontSize()
-                                                         : kFallbackSize;
+    const double size =
+        form_.txtPrintout.FontSize() > 0 ? form_.txtPrintout.FontSize() : kFallbackSize;
     const QFont font =
         DocumentPrinter::DocumentFont(QString::fromStdString(form_.txtPrintout.FontName()), size);
-    if (text_->font() != font) text_->setFont(font);
+    if (text_->font() != font)
+        text_->setFont(font);
     // A preview shows the document; it never edits it.
     text_->setReadOnly(true);
     // A new document is shown from its first line.
@@ -130,26 +132,28 @@ void PrintPreviewView::cmdExportPDF_Click() {
     QString name = "Document";
     if (app_.Document() != nullptr && !app_.Document()->Caption().empty())
         name = QFileInfo(QString::fromStdString(app_.Document()->Caption())).completeBaseName();
-    const QString path = QFileDialog::getSaveFileName(this, tr("Export PDF"),
-                                                      folder + "/" + name + ".pdf",
-                                                      tr("PDF Files (*.pdf);;All Files (*)"));
-    if (path.isEmpty()) return;  // cancelled
+    const QString path =
+        QFileDialog::getSaveFileName(this, tr("Export PDF"), folder + "/" + name + ".pdf",
+                                     tr("PDF Files (*.pdf);;All Files (*)"));
+    if (path.isEmpty())
+        return;  // cancelled
     QString target = path;
-    if (QFileInfo(target).suffix().isEmpty()) target += ".pdf";
+    if (QFileInfo(target).suffix().isEmpty())
+        target += ".pdf";
     ExportPdfTo(target);
 }
 
 bool PrintPreviewView::ExportPdfTo(const QString& path) {
-    const double size = form_.txtPrintout.FontSize() > 0 ? form_.txtPrintout.FontSize()
-                                                         : kFallbackSize;
+    const double size =
+        form_.txtPrintout.FontSize() > 0 ? form_.txtPrintout.FontSize() : kFallbackSize;
     const QFont font =
         DocumentPrinter::DocumentFont(QString::fromStdString(form_.txtPrintout.FontName()), size);
-    const QString problem = DocumentPrinter::ExportPdf(
-        path, font, QString::fromStdString(form_.txtPrintout.Text()));
+    const QString problem =
+        DocumentPrinter::ExportPdf(path, font, QString::fromStdString(form_.txtPrintout.Text()));
     if (!problem.isEmpty()) {
-        app_.Errors().Raise(kFileAccessError, "(frmPrintPreview) cmdExportPDF_Click",
-                            "Path/File access error: " + path.toStdString() + " (" +
-                                problem.toStdString() + ")");
+        app_.Errors().Raise(
+            kFileAccessError, "(frmPrintPreview) cmdExportPDF_Click",
+            "Path/File access error: " + path.toStdString() + " (" + problem.toStdString() + ")");
         return false;
     }
     app_.Main().ShowHelp("Document exported to \"" + path.toStdString() + "\"");

@@ -17,7 +17,7 @@ class frmPrintPreview;
 // preview's own, which pass most commands on to the main window.
 class PrintPreviewView : public QWidget {
     Q_OBJECT
-public:
+  public:
     PrintPreviewView(frmPrintPreview& form, Application& app, QWidget* parent = nullptr,
                      int twipsPerPixelX = 15, int twipsPerPixelY = 15);
     ~PrintPreviewView() override;
@@ -33,7 +33,7 @@ public:
     // the error report and leaves whatever stood at path as it was.
     bool ExportPdfTo(const QString& path);
 
-private:
+  private:
     // Font, lock and scroll position of the text, after the binder has set the text.
     void FollowFont();
 

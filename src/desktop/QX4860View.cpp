@@ -43,7 +43,8 @@ QWidget* Viewport(QWidget* parent, int width, int height) {
 
 QX4860View::QX4860View(frmQX4860& form, Application& app, QWidget* parent, int twipsPerPixelX,
                        int twipsPerPixelY)
-    : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY), form_(form),
+    : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY),
+      form_(form),
       twipsPerPixelY_(std::max(1, twipsPerPixelY)) {
     auto* root = new QVBoxLayout(this);
     root->setContentsMargins(8, 8, 8, 8);
@@ -91,7 +92,9 @@ QX4860View::QX4860View(frmQX4860& form, Application& app, QWidget* parent, int t
     const int desiredWidth = metrics.horizontalAdvance(" 000.000000000") + 8;
     const int actualWidth = metrics.horizontalAdvance("000.000000000 (-000000 PPM)") + 36;
     const int pllWidth = metrics.horizontalAdvance("000.000000000 MHz P=0000 Q=000") + 36;
-    const int columns[] = {0, indexWidth + gap, indexWidth + textWidth + 2 * gap,
+    const int columns[] = {0,
+                           indexWidth + gap,
+                           indexWidth + textWidth + 2 * gap,
                            indexWidth + textWidth + desiredWidth + 3 * gap,
                            indexWidth + textWidth + desiredWidth + actualWidth + 4 * gap,
                            indexWidth + textWidth + 2 * desiredWidth + actualWidth + 5 * gap};
@@ -177,7 +180,8 @@ QX4860View::QX4860View(frmQX4860& form, Application& app, QWidget* parent, int t
     // Bottom: limits, pinout, Calculate.
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(LimitsGroup(true), 0, Qt::AlignTop);
-    bottom->addWidget(PinoutPicture(3600, 2700, [&form] { form.DisplayPinout(); }), 0, Qt::AlignLeft | Qt::AlignTop);
+    bottom->addWidget(PinoutPicture(3600, 2700, [&form] { form.DisplayPinout(); }), 0,
+                      Qt::AlignLeft | Qt::AlignTop);
     bottom->addStretch();
     bottom->addWidget(CalculateButton(), 0, Qt::AlignRight | Qt::AlignBottom);
     root->addLayout(bottom);
@@ -197,7 +201,8 @@ QX4860View::~QX4860View() {
 void QX4860View::FollowPanels() {
     if (outputPanel_)
         outputPanel_->move(0, int(std::lround(form_.picOutputDisplay.Top() / twipsPerPixelY_)));
-    if (pllPanel_) pllPanel_->move(0, int(std::lround(form_.picPLLData.Top() / twipsPerPixelY_)));
+    if (pllPanel_)
+        pllPanel_->move(0, int(std::lround(form_.picPLLData.Top() / twipsPerPixelY_)));
 }
 
 }  // namespace pendulon

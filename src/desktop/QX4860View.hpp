@@ -12,7 +12,7 @@ class frmQX4860;
 // view follows.
 class QX4860View : public ConfiguratorView {
     Q_OBJECT
-public:
+  public:
     QX4860View(frmQX4860& form, Application& app, QWidget* parent = nullptr,
                int twipsPerPixelX = 15, int twipsPerPixelY = 15);
     ~QX4860View() override;
@@ -20,7 +20,7 @@ public:
     QWidget* OutputPanel() const { return outputPanel_; }
     QWidget* PLLDataPanel() const { return pllPanel_; }
 
-private:
+  private:
     void FollowPanels();
 
     frmQX4860& form_;

@@ -17,8 +17,8 @@
 
 namespace pendulon {
 
-QX6105AView::QX6105AView(frmQX6105A& form, Application& app, QWidget* parent,
-                         int twipsPerPixelX, int twipsPerPixelY)
+QX6105AView::QX6105AView(frmQX6105A& form, Application& app, QWidget* parent, int twipsPerPixelX,
+                         int twipsPerPixelY)
     : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY) {
     auto* root = new QVBoxLayout(this);
     root->setContentsMargins(8, 8, 8, 8);
@@ -92,7 +92,8 @@ QX6105AView::QX6105AView(frmQX6105A& form, Application& app, QWidget* parent,
 
     // Bottom: the pinout, and Calculate at the right.
     auto* bottom = new QHBoxLayout;
-    bottom->addWidget(PinoutPicture(3600, 2100, [&form] { form.DisplayPinout(); }), 0, Qt::AlignLeft | Qt::AlignTop);
+    bottom->addWidget(PinoutPicture(3600, 2100, [&form] { form.DisplayPinout(); }), 0,
+                      Qt::AlignLeft | Qt::AlignTop);
     bottom->addStretch();
     bottom->addWidget(CalculateButton(), 0, Qt::AlignRight | Qt::AlignBottom);
     root->addLayout(bottom);

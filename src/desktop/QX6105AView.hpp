@@ -9,7 +9,7 @@ class frmQX6105A;
 // two loop states and the six outputs; the limits; the pinout and Calculate.
 class QX6105AView : public ConfiguratorView {
     Q_OBJECT
-public:
+  public:
     QX6105AView(frmQX6105A& form, Application& app, QWidget* parent = nullptr,
                 int twipsPerPixelX = 15, int twipsPerPixelY = 15);
 };

@@ -24,7 +24,9 @@ namespace pendulon::test {
 
 namespace {
 
-QColor ButtonColor(QWidget* button) { return button->palette().color(QPalette::Button); }
+QColor ButtonColor(QWidget* button) {
+    return button->palette().color(QPalette::Button);
+}
 
 // Picks the first entry of a list that starts with text, as a user's choice.
 bool Choose(QComboBox* combo, const QString& text) {
@@ -42,7 +44,7 @@ bool Choose(QComboBox* combo, const QString& text) {
 
 class ConfiguratorViewsTest : public QObject {
     Q_OBJECT
-private slots:
+  private slots:
     void qx6105aViewShowsEveryFieldOfTheFormByName() {
         DocumentFixture f;
         f.NewDocument("QX6105A");
@@ -50,14 +52,14 @@ private slots:
         auto* view = f.ViewOf<QX6105AView>(form);
         QVERIFY(view != nullptr);
         for (Field* field : form.Fields().Fields()) {
-            if (field->Name() == "txtFilePath") continue;  // hidden: the caption shows the file
+            if (field->Name() == "txtFilePath")
+                continue;  // hidden: the caption shows the file
             QVERIFY2(view->findChild<QWidget*>(QString::fromStdString(field->Name())) != nullptr,
                      field->Name().c_str());
         }
         QCOMPARE(view->findChild<QGroupBox*>("fraPin8")->title(), QString("Pin 8"));
         QCOMPARE(view->findChild<QGroupBox*>("fraOption")->title(), QString("Option"));
-        QCOMPARE(view->findChild<QGroupBox*>("fraLimits")->title(),
-                 QString("User Defined Limits"));
+        QCOMPARE(view->findChild<QGroupBox*>("fraLimits")->title(), QString("User Defined Limits"));
         QCOMPARE(view->findChild<QGroupBox*>("fraVoltage")->title(), QString("Voltage"));
         QCOMPARE(view->findChild<QGroupBox*>("fraReference")->title(), QString("Reference"));
         QCOMPARE(view->findChild<QPushButton*>("cmdCalculate")->text(), QString("C&alculate"));
@@ -247,7 +249,8 @@ private slots:
         QVERIFY(f.ShowAndActivate());
         f.NewDocument("QX4860");
         auto& form = f.Form<frmQX4860>();
-        if (!form.opt14Pin.Value()) form.opt14Pin.SetValue(true);
+        if (!form.opt14Pin.Value())
+            form.opt14Pin.SetValue(true);
         auto* view = f.ViewOf<QX4860View>(form);
         QVERIFY(view != nullptr);
         QCOMPARE(view->findChild<QGroupBox*>("fraFrequencies")->title(),
@@ -442,7 +445,9 @@ private slots:
     }
 };
 
-QObject* MakeConfiguratorViewsTest() { return new ConfiguratorViewsTest; }
+QObject* MakeConfiguratorViewsTest() {
+    return new ConfiguratorViewsTest;
+}
 
 }  // namespace pendulon::test
 

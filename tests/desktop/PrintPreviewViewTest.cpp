@@ -45,7 +45,8 @@ struct PreviewFixture : DocumentFixture {
 
 bool Choose(QComboBox* combo, const QString& text) {
     const int i = combo->findText(text);
-    if (i < 0) return false;
+    if (i < 0)
+        return false;
     combo->setCurrentIndex(i);
     emit combo->activated(i);
     return true;
@@ -55,7 +56,7 @@ bool Choose(QComboBox* combo, const QString& text) {
 
 class PrintPreviewViewTest : public QObject {
     Q_OBJECT
-private slots:
+  private slots:
     void previewShowsTheDocumentReadOnlyInAFixedPitchFont() {
         PreviewFixture f;
         PrintPreviewView* view = f.View();
@@ -102,7 +103,8 @@ private slots:
 
     void exportPdfWritesTheDocumentThatATextReaderReadsBack() {
         const QString pdftotext = QStandardPaths::findExecutable("pdftotext");
-        if (pdftotext.isEmpty()) QSKIP("pdftotext is not installed");
+        if (pdftotext.isEmpty())
+            QSKIP("pdftotext is not installed");
         PreviewFixture f;
         PrintPreviewView* view = f.View();
         QTemporaryDir dir;
@@ -118,8 +120,10 @@ private slots:
         const QString document = view->Printout()->toPlainText();
         QString partLine, checksumLine;
         for (const QString& line : document.split('\n')) {
-            if (line.startsWith("P/N: ")) partLine = line.trimmed();
-            if (line.startsWith("CHECKSUM: ")) checksumLine = line.trimmed();
+            if (line.startsWith("P/N: "))
+                partLine = line.trimmed();
+            if (line.startsWith("CHECKSUM: "))
+                checksumLine = line.trimmed();
         }
         QVERIFY(!partLine.isEmpty());
         QVERIFY(!checksumLine.isEmpty());
@@ -163,7 +167,8 @@ private slots:
         const QFont font = DocumentPrinter::DocumentFont("DejaVu Sans Mono", 10);
         QVERIFY(DocumentPrinter::ExportPdf(path, font, lines.join("\r\n")).isEmpty());
         const QString pdftotext = QStandardPaths::findExecutable("pdftotext");
-        if (pdftotext.isEmpty()) QSKIP("pdftotext is not installed");
+        if (pdftotext.isEmpty())
+            QSKIP("pdftotext is not installed");
         QProcess reader;
         reader.start(pdftotext, {path, "-"});
         QVERIFY(reader.waitForFinished(30000));
@@ -175,8 +180,7 @@ private slots:
     }
 
     void documentLinesAcceptEveryLineEnd() {
-        QCOMPARE(DocumentPrinter::Lines("a\r\nb\rc\nd\r\n"),
-                 QStringList({"a", "b", "c", "d"}));
+        QCOMPARE(DocumentPrinter::Lines("a\r\nb\rc\nd\r\n"), QStringList({"a", "b", "c", "d"}));
         QCOMPARE(DocumentPrinter::Lines(""), QStringList());
     }
 
@@ -233,7 +237,9 @@ private slots:
     }
 };
 
-QObject* MakePrintPreviewViewTest() { return new PrintPreviewViewTest; }
+QObject* MakePrintPreviewViewTest() {
+    return new PrintPreviewViewTest;
+}
 
 }  // namespace pendulon::test
 
