@@ -154,10 +154,20 @@ import -window root "$SHOTS/08-qx6105a-typed.png"
 xdotool key alt+a
 sleep 1.5
 import -window root "$SHOTS/09-qx6105a-calculated.png"
+# Help, Contents shows the manual, found beside the program.
+xdotool key F1
+HELP=$(xdotool search --sync --onlyvisible --name '^Pendulon Help$' | head -1)
+[ -n "$HELP" ] || fail "Help, Contents did not show the manual"
+sleep 0.5
+import -window root "$SHOTS/10-help-contents.png"
+xdotool windowfocus --sync "$HELP"
+xdotool key Escape
+sleep 0.5
+xdotool windowfocus --sync "$WID"
 # View, Power Calculation shows the floating power display over the document.
 xdotool key alt+v
 sleep 0.5
-import -window root "$SHOTS/10-view-menu.png"
+import -window root "$SHOTS/11-view-menu.png"
 xdotool key Escape
 sleep 0.3
 # File, Exit: the question about the unsaved document is answered No.
@@ -169,7 +179,7 @@ for _ in $(seq 1 25); do
         width=$(xdotool getwindowgeometry --shell "$id" | sed -n 's/^WIDTH=//p')
         if [ "${width:-0}" -lt 600 ]; then
             xdotool windowfocus --sync "$id"
-            import -window root "$SHOTS/11-save-question.png"
+            import -window root "$SHOTS/12-save-question.png"
             xdotool key n
             break 2
         fi
