@@ -7,16 +7,19 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPointer>
+#include <QPrinter>
 #include <QProcess>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
+#include <algorithm>
 
 #include "DesktopTests.hpp"
 #include "DocumentFixture.hpp"
 #include "configurators/frmQX6105A.hpp"
+#include "desktop/DesktopPlatform.hpp"
 #include "desktop/DocumentPrinter.hpp"
 #include "desktop/HelpViewer.hpp"
 #include "desktop/PrintPreviewView.hpp"
@@ -208,6 +211,27 @@ class PrintPreviewViewTest : public QObject {
         QCOMPARE(arranged, 1);
         bar->findChild<QAction*>("mnuWindowCascade")->trigger();
         QCOMPARE(arranged, 0);
+    }
+
+    void desktopPrintingPrintsOnThePrinterAsSetUp() {
+        ViewRegistry views;
+        DesktopPlatform platform(views);
+        platform.printWithoutDialog = true;
+        QTemporaryDir dir;
+        const QString path = dir.filePath("printed.pdf");
+        platform.Printer().setOutputFormat(QPrinter::PdfFormat);
+        platform.Printer().setOutputFileName(path);
+        QVERIFY(platform.PrintText("DejaVu Sans Mono", 9, "P/N: qx6105\r\nCHECKSUM: 1234\r\n"));
+        QVERIFY(QFileInfo(path).size() > 0);
+    }
+
+    void desktopFontListsHoldOnlyFixedPitchFamilies() {
+        ViewRegistry views;
+        DesktopPlatform platform(views);
+        const std::vector<std::string> fonts = platform.FixedPitchFonts();
+        QVERIFY(std::find(fonts.begin(), fonts.end(), "DejaVu Sans Mono") != fonts.end());
+        QVERIFY(std::find(fonts.begin(), fonts.end(), "DejaVu Sans") == fonts.end());
+        QVERIFY(!platform.SystemFixedFont().empty());
     }
 
     void helpContentsShowsTheManualFormatted() {
