@@ -2,6 +2,7 @@
 
 #include "cli/DocumentCommand.hpp"
 #include "cli/SolveCommand.hpp"
+#include "cli/ToolActions.hpp"
 
 namespace pendulon::cli {
 
@@ -9,7 +10,11 @@ namespace pendulon::cli {
 const std::vector<Command>& Commands() {
     static const std::vector<Command> commands = {
         {"solve", kSolveUsage, kSolveSummary, RunSolve},
-        {"new", kNewUsage, kNewSummary, RunNew},
+        {"new", std::string(kNewUsage) + "\n      and the document actions of open:\n" +
+                    std::string(kToolActionsUsage, std::string(kToolActionsUsage).size() - 1),
+         kNewSummary, RunNew},
+        {"open", kOpenUsage, kOpenSummary, RunOpen},
+        {"jed", kJedUsage, kJedSummary, RunJed},
     };
     return commands;
 }

@@ -1,7 +1,9 @@
+#include "cli/DocumentCommand.hpp"
+
 #include <iostream>
 
-#include "cli/DocumentCommand.hpp"
 #include "cli/DocumentSession.hpp"
+#include "cli/ToolActions.hpp"
 #include "configurators/Configurator.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/ListField.hpp"
@@ -69,14 +71,16 @@ Field* DocumentSession::Resolve(const std::string& name, Window*& window, std::s
         return nullptr;
     }
     Field* field = window->Fields().Find(fieldName);
-    if (field == nullptr) error = "unknown field '" + name + "'";
+    if (field == nullptr)
+        error = "unknown field '" + name + "'";
     return field;
 }
 
 bool DocumentSession::Set(const std::string& name, const std::string& text, std::string& error) {
     Window* window = nullptr;
     Field* field = Resolve(name, window, error);
-    if (field == nullptr) return false;
+    if (field == nullptr)
+        return false;
     if (!field->Enabled() || !field->Visible()) {
         error = "field '" + name + "' cannot take the focus";
         return false;
@@ -138,7 +142,8 @@ bool DocumentSession::Set(const std::string& name, const std::string& text, std:
 bool DocumentSession::Click(const std::string& name, std::string& error) {
     Window* window = nullptr;
     Field* field = Resolve(name, window, error);
-    if (field == nullptr) return false;
+    if (field == nullptr)
+        return false;
     if (!field->Enabled() || !field->Visible()) {
         error = "field '" + name + "' cannot be clicked";
         return false;
@@ -317,7 +322,7 @@ int RunNew(const std::vector<std::string>& args) {
         std::cerr << "pendulon-cli: " << error << "\n";
         return 2;
     }
-    return session.RunActions(args, 1);
+    return RunDocumentActions(session, args, 1);
 }
 
 }  // namespace pendulon::cli

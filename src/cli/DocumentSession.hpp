@@ -19,7 +19,7 @@ namespace pendulon::cli {
 // then the user's actions on the document's fields, in order. Message boxes are echoed to the
 // error stream as they are shown and kept for the state dump.
 class DocumentSession {
-public:
+  public:
     DocumentSession(std::ostream& out, std::ostream& err);
     ~DocumentSession();
 
@@ -38,7 +38,7 @@ public:
     nlohmann::json State() const;
     static nlohmann::json FieldState(const Field& field);
 
-private:
+  private:
     // "frmSummary.txtCustomer" or a name of the document's own fields.
     Field* Resolve(const std::string& name, Window*& window, std::string& error);
     bool Set(const std::string& name, const std::string& text, std::string& error);

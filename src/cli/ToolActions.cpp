@@ -1,5 +1,6 @@
 #include "cli/ToolActions.hpp"
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 
@@ -65,8 +66,11 @@ int Print(DocumentSession& session, const std::string& path) {
         std::cerr << "pendulon-cli: --print: no document was made\n";
         return 1;
     }
-    const std::string text = preview->txtPrintout.Text();
+    std::string text = preview->txtPrintout.Text();
     app.UnloadPreview();
+    // A text file: every line ends in CR LF, the last one too.
+    if (!text.empty() && text.substr(text.size() - std::min<size_t>(2, text.size())) != "\r\n")
+        text += "\r\n";
     const std::string failure = WriteTextFileAtomically(path, text);
     if (!failure.empty()) {
         std::cerr << "pendulon-cli: --print: " << failure << "\n";
@@ -116,12 +120,15 @@ int CreateVector(DocumentSession& session, const std::string& path, bool fromNew
 
 }  // namespace
 
-const char* const kToolActionsUsage =
-    "        --save PATH       File, Save As to PATH (summary window answered OK)\n"
-    "        --options-details on|off\n"
-    "                          entry files include the detailed descriptions, for this run\n"
-    "        --print PATH      write the ASCII configuration document to PATH\n"
-    "        --jed PATH        Tools, Create EPROM Vector, From New Entry File, to PATH\n";
+// One text for the usage of open and of new.
+#define PENDULON_TOOL_ACTIONS                                                                 \
+    "        --save PATH       File, Save As to PATH (summary window answered OK)\n"          \
+    "        --options-details on|off\n"                                                      \
+    "                          entry files include the detailed descriptions, for this run\n" \
+    "        --print PATH      write the ASCII configuration document to PATH\n"              \
+    "        --jed PATH        Tools, Create EPROM Vector, From New Entry File, to PATH\n"
+
+const char* const kToolActionsUsage = PENDULON_TOOL_ACTIONS;
 
 int RunDocumentActions(DocumentSession& session, const std::vector<std::string>& args,
                        size_t first) {
@@ -179,12 +186,8 @@ bool OpenDocument(DocumentSession& session, const std::string& path, std::string
 const char* const kOpenUsage =
     "open FILE [ACTION]...\n"
     "      open the entry file FILE as File, Open does, then run the actions on it;\n"
-    "      ACTION is one of those of new, or:\n"
-    "        --save PATH       File, Save As to PATH (summary window answered OK)\n"
-    "        --options-details on|off\n"
-    "                          entry files include the detailed descriptions, for this run\n"
-    "        --print PATH      write the ASCII configuration document to PATH\n"
-    "        --jed PATH        Tools, Create EPROM Vector, From New Entry File, to PATH";
+    "      ACTION is one of those of new (--set, --click, --answer, --json), "
+    "or:\n" PENDULON_TOOL_ACTIONS "      the save and vector dialogs are answered with PATH";
 const char* const kOpenSummary = "open an entry file and run the actions on it";
 
 int RunOpen(const std::vector<std::string>& args) {

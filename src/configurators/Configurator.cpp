@@ -17,8 +17,8 @@ namespace {
 // The part of a path behind its last folder separator.
 std::string FileNameOf(const std::string& path) {
     std::string text = path;
-    while (!text.empty() && (text.find('\\') != std::string::npos ||
-                             text.find('/') != std::string::npos)) {
+    while (!text.empty() &&
+           (text.find('\\') != std::string::npos || text.find('/') != std::string::npos)) {
         const auto at = text.find_first_of("\\/");
         text = Trim(text.substr(at + 1));
     }
@@ -98,16 +98,28 @@ void Configurator::RegisterCommonTail() {
     Register("picPinout", picPinout);
     Register("picPower", picPower);
     Register("picDebugWindow", picDebugWindow);
+    // The two floating panels are dragged by their title bar, as small windows are.
+    picPower.OnMouseDown = [this](int button, int, double, double y) {
+        if (y <= picPower.TextHeight("X"))
+            mShared::FormMoveAPI(app_, picPower, button);
+    };
+    picDebugWindow.OnMouseDown = [this](int button, int, double, double y) {
+        if (y <= picDebugWindow.TextHeight("X"))
+            mShared::FormMoveAPI(app_, picDebugWindow, button);
+    };
 }
 
 // ---------------------------------------------------------------- device
 
-std::string Configurator::Device() const { return app_.DeviceForm().mstrCurrentDevice; }
+std::string Configurator::Device() const {
+    return app_.DeviceForm().mstrCurrentDevice;
+}
 
 void Configurator::SetDevice(const std::string& device) {
     lblDevice.SetCaption(device);
     OptionButton* option = app_.DeviceForm().OptionFor(device);
-    if (option != nullptr) option->SetValue(true);
+    if (option != nullptr)
+        option->SetValue(true);
 }
 
 // ---------------------------------------------------------------- load
@@ -139,12 +151,14 @@ void Configurator::Form_Load() {
 // ---------------------------------------------------------------- voltage
 
 void Configurator::opt3V_Click() {
-    if (!mblnLoading) app_.gblnNeedsCalculate = true;
+    if (!mblnLoading)
+        app_.gblnNeedsCalculate = true;
     VoltageChange(3.3);
 }
 
 void Configurator::opt5V_Click() {
-    if (!mblnLoading) app_.gblnNeedsCalculate = true;
+    if (!mblnLoading)
+        app_.gblnNeedsCalculate = true;
     VoltageChange(5.0);
 }
 
@@ -165,7 +179,8 @@ void Configurator::WithWindowDisabled(F&& flow) {
     SetEnabled(false);
     flow();
     SetEnabled(wasEnabled);
-    if (Enabled()) SetFocus();
+    if (Enabled())
+        SetFocus();
 }
 
 void Configurator::cmdCalculate_Click() {
@@ -183,11 +198,14 @@ void Configurator::cmdCalculate_Click() {
 
 void Configurator::MarkCalculateDue() {
     // The lists filled while loading are not edits: a new document has nothing to calculate yet.
-    if (!mblnLoading) app_.gblnNeedsCalculate = true;
+    if (!mblnLoading)
+        app_.gblnNeedsCalculate = true;
     cmdCalculate.SetBackColor(colors::Yellow);
 }
 
-bool Configurator::CalculatePending() const { return cmdCalculate.BackColor() == colors::Yellow; }
+bool Configurator::CalculatePending() const {
+    return cmdCalculate.BackColor() == colors::Yellow;
+}
 
 // ---------------------------------------------------------------- leaving input fields
 
@@ -206,11 +224,13 @@ void Configurator::LeaveFrequencyField(TextField& field, double minimum, double 
             result = mShared::FormatFrequencyShort(value);
         }
     }
-    if (result != field.Text()) field.SetText(result);
+    if (result != field.Text())
+        field.SetText(result);
     field.SetForeColor(colors::WindowText);
     field.SetSelLength(0);
     field.SetTag(field.Text());
-    if (CalculatePending()) CalculateAllDesiredClocks();
+    if (CalculatePending())
+        CalculateAllDesiredClocks();
     Hint("");
 }
 
@@ -223,7 +243,8 @@ void Configurator::cboFRef_LostFocus() {
         cboFRef.SetText(GeneralNumber(ReferenceMaximum()));
     }
     mShared::FormatReferenceComboBox(cboFRef);
-    if (cboFRef.Text() != before) MarkCalculateDue();
+    if (cboFRef.Text() != before)
+        MarkCalculateDue();
     Hint("");
 }
 
@@ -236,7 +257,8 @@ void Configurator::chkUseDefault_Click() {
     } else {
         mblnUseDefaults5V = useDefaults;
     }
-    if (chkUseDefault.Value() == 1) GetCurrentPLLLimits();
+    if (chkUseDefault.Value() == 1)
+        GetCurrentPLLLimits();
     cmdApplyLimits.SetEnabled(true);
     cmdApplyLimits.SetBackColor(colors::Yellow);
 }
@@ -255,7 +277,8 @@ namespace {
 
 // A limit as it is written back: whole numbers for counters, the short form for frequencies.
 std::string LimitText(double value, bool frequencyRow) {
-    if (frequencyRow) return mShared::FormatFrequencyShort(value);
+    if (frequencyRow)
+        return mShared::FormatFrequencyShort(value);
     return GeneralNumber(RoundHalfEven(value));
 }
 
@@ -288,14 +311,23 @@ void Configurator::LeaveLimit(TextField& field, int index, bool isMaximum) {
             result = minimumField.Text();
         }
     }
-    if (result != field.Text()) field.SetText(result);
+    if (result != field.Text())
+        field.SetText(result);
     Hint("");
 }
 
-void Configurator::txtPLLMin_LostFocus(int index) { LeaveLimit(txtPLLMin[index], index, false); }
-void Configurator::txtPLLMax_LostFocus(int index) { LeaveLimit(txtPLLMax[index], index, true); }
-void Configurator::txtFRefMin_LostFocus() { LeaveLimit(txtFRefMin, -1, false); }
-void Configurator::txtFRefMax_LostFocus() { LeaveLimit(txtFRefMax, -1, true); }
+void Configurator::txtPLLMin_LostFocus(int index) {
+    LeaveLimit(txtPLLMin[index], index, false);
+}
+void Configurator::txtPLLMax_LostFocus(int index) {
+    LeaveLimit(txtPLLMax[index], index, true);
+}
+void Configurator::txtFRefMin_LostFocus() {
+    LeaveLimit(txtFRefMin, -1, false);
+}
+void Configurator::txtFRefMax_LostFocus() {
+    LeaveLimit(txtFRefMax, -1, true);
+}
 
 void Configurator::cmdApplyLimits_Click() {
     WithWindowDisabled([this] {
@@ -324,7 +356,9 @@ bool Configurator::FillForm(clsEntryFile& data, const std::string& path) {
     return true;
 }
 
-void Configurator::Save() { MakeEntryFile(txtFilePath.Text()); }
+void Configurator::Save() {
+    MakeEntryFile(txtFilePath.Text());
+}
 
 // ---------------------------------------------------------------- closing
 
@@ -342,7 +376,9 @@ bool Configurator::Form_QueryUnload(int unloadMode) {
     return cancel;
 }
 
-void Configurator::Form_Unload() { ReleaseObjects(); }
+void Configurator::Form_Unload() {
+    ReleaseObjects();
+}
 
 // ---------------------------------------------------------------- services
 
@@ -351,8 +387,12 @@ void Configurator::RaiseError(long number, const std::string& operation,
     app_.Errors().Raise(number, "(" + Name() + ") " + operation, description);
 }
 
-void Configurator::Status(const std::string& text) { app_.Main().DisplayStatus(text); }
+void Configurator::Status(const std::string& text) {
+    app_.Main().DisplayStatus(text);
+}
 
-void Configurator::Hint(const std::string& text) { app_.Main().ShowHelp(text); }
+void Configurator::Hint(const std::string& text) {
+    app_.Main().ShowHelp(text);
+}
 
 }  // namespace pendulon

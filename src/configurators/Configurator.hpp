@@ -31,7 +31,7 @@ inline constexpr int kUnloadMDIForm = 4;  // the main window is closing
 // from an entry file, the close question) is written here once. A device window supplies the
 // device-specific steps through the protected hooks.
 class Configurator : public LimitForm {
-public:
+  public:
     Configurator(Application& app, std::string formName);
     ~Configurator() override;
 
@@ -108,7 +108,7 @@ public:
     bool mUnloadRequired = false;
     int mintCalculateCounter = 0;
 
-protected:
+  protected:
     // Device steps the shared flows call. The defaults suit a window without loops or limits;
     // every device window overrides those its device has.
     virtual void InitializeControls() {}
@@ -150,7 +150,7 @@ protected:
     // Guards the load against the voltage option firing the Apply flow twice.
     bool mblnLoading = false;
 
-private:
+  private:
     double mdblVoltage = 5.0;
     void VoltageChange(double voltage);
     void LeaveLimit(TextField& field, int index, bool isMaximum);

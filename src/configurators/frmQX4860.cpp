@@ -2,7 +2,6 @@
 
 #include <cstdint>
 
-#include "configurators/ApplicationEntryFileHost.hpp"
 #include "configurators/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
@@ -11,6 +10,7 @@
 #include "core/clsQX4860.hpp"
 #include "core/clsReference.hpp"
 #include "core/mShared.hpp"
+#include "entryfile/ApplicationEntryFileHost.hpp"
 #include "entryfile/EntryFileHost.hpp"
 #include "entryfile/clsEntryFile4860.hpp"
 #include "graphics/clsGraphics.hpp"
@@ -222,6 +222,12 @@ clsEntryFile4860& frmQX4860::EntryFile() {
     return *mclsEntryFile;
 }
 
+clsPower4860& frmQX4860::PowerModel() {
+    if (!mclsPower)
+        mclsPower = std::make_unique<clsPower4860>(App().Errors());
+    return *mclsPower;
+}
+
 void frmQX4860::ReleaseObjects() {
     mclsPLL.reset();
     mclsReference.reset();
@@ -229,6 +235,7 @@ void frmQX4860::ReleaseObjects() {
     mclsDevice.reset();
     mclsGraphics.reset();
     mclsEntryFile.reset();
+    mclsPower.reset();
 }
 
 // ---------------------------------------------------------------- contract operations
@@ -847,7 +854,7 @@ void frmQX4860::CalculatePower() {
     power.SetUnit(0, "");
     power.SetUnit(1, "mA ");
     power.SetUnit(2, "mA");
-    clsPower4860 model(App().Errors());
+    clsPower4860& model = PowerModel();
     model.SetVDD(opt3V.Value() ? 3.3 : 5.0);
     model.mdblFClock3 = 0;
     model.mdblReferenceFrequency = Val(cboFRef.Text());

@@ -15,6 +15,7 @@ class cls4860Die;
 class clsQX4860;
 class clsGraphics;
 class clsEntryFile4860;
+class clsPower4860;
 class EntryFileHost;
 
 // The QX4860, QX4860F and QX4860I: one PLL whose frequency is picked by the select lines (FS1..FS0
@@ -90,6 +91,7 @@ class frmQX4860 : public Configurator {
     clsQX4860& DeviceRules();
     clsGraphics& Graphics();
     clsEntryFile4860& EntryFile();
+    clsPower4860& PowerModel();
 
     // Fields, one row per frequency selection.
     ControlArray<Label> lblSelectIndex{kRows};
@@ -175,6 +177,7 @@ class frmQX4860 : public Configurator {
     std::unique_ptr<clsQX4860> mclsDevice;
     std::unique_ptr<clsGraphics> mclsGraphics;
     std::unique_ptr<clsEntryFile4860> mclsEntryFile;
+    std::unique_ptr<clsPower4860> mclsPower;
 };
 
 }  // namespace pendulon

@@ -1,6 +1,5 @@
 #include "configurators/frmQX6105A.hpp"
 
-#include "configurators/ApplicationEntryFileHost.hpp"
 #include "configurators/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
@@ -137,19 +136,23 @@ void frmQX6105A::ConnectEvents() {
 // ---------------------------------------------------------------- objects
 
 clsPLL& frmQX6105A::PLL() {
-    if (!mclsPLL) mclsPLL = std::make_unique<clsPLL>(App().Errors());
+    if (!mclsPLL)
+        mclsPLL = std::make_unique<clsPLL>(App().Errors());
     return *mclsPLL;
 }
 clsReference& frmQX6105A::Reference() {
-    if (!mclsReference) mclsReference = std::make_unique<clsReference>(App().Errors());
+    if (!mclsReference)
+        mclsReference = std::make_unique<clsReference>(App().Errors());
     return *mclsReference;
 }
 cls4860Die& frmQX6105A::Die() {
-    if (!mclsDie) mclsDie = std::make_unique<cls4860Die>(App().Errors());
+    if (!mclsDie)
+        mclsDie = std::make_unique<cls4860Die>(App().Errors());
     return *mclsDie;
 }
 clsQX4860& frmQX6105A::DeviceRules() {
-    if (!mclsDevice) mclsDevice = std::make_unique<clsQX4860>(App().Errors());
+    if (!mclsDevice)
+        mclsDevice = std::make_unique<clsQX4860>(App().Errors());
     return *mclsDevice;
 }
 
@@ -162,10 +165,8 @@ clsGraphics& frmQX6105A::Graphics() {
 }
 
 clsEntryFile4860& frmQX6105A::EntryFile() {
-    if (!mclsEntryFile) {
-        mobjEntryHost = std::make_unique<ApplicationEntryFileHost>(App());
-        mclsEntryFile = std::make_unique<clsEntryFile4860>(*mobjEntryHost);
-    }
+    if (!mclsEntryFile)
+        mclsEntryFile = std::make_unique<clsEntryFile4860>(App().EntryHost());
     return *mclsEntryFile;
 }
 
@@ -176,7 +177,6 @@ void frmQX6105A::ReleaseObjects() {
     mclsDevice.reset();
     mclsGraphics.reset();
     mclsEntryFile.reset();
-    mobjEntryHost.reset();
 }
 
 // ---------------------------------------------------------------- device and load
@@ -187,7 +187,9 @@ void frmQX6105A::SetDevice(const std::string& device) {
     opt5V.SetEnabled(device != "QX6105AI");
 }
 
-std::string frmQX6105A::Checksum() { return std::to_string(EntryFile().Checksum()); }
+std::string frmQX6105A::Checksum() {
+    return std::to_string(EntryFile().Checksum());
+}
 
 void frmQX6105A::MakeEntryFile(const std::string& path) {
     EntryFile().MakeEntryFile();
@@ -223,7 +225,8 @@ void frmQX6105A::InitializeControls() {
     for (int j = 0; j < kOutputs; ++j) DeviceRules().InitializeClockDivisors(cboClkDiv[j]);
     for (int i = 0; i < kStates; ++i) {
         cboPLLData[i].Clear();
-        if (txtPLL[i].Text().empty()) txtPLL[i].SetText("Off");
+        if (txtPLL[i].Text().empty())
+            txtPLL[i].SetText("Off");
         txtPLL[i].SetTag(txtPLL[i].Text());
     }
     for (int k = 0; k < kStates * kOutputs; ++k) cboActual[k].Clear();
@@ -268,13 +271,19 @@ void frmQX6105A::SetDefaultOptions() {
     }
 }
 
-double frmQX6105A::DieVoltage() const { return mclsDie ? mclsDie->mdblVoltage : 5.0; }
-void frmQX6105A::SetDieVoltage(double voltage) { Die().mdblVoltage = voltage; }
+double frmQX6105A::DieVoltage() const {
+    return mclsDie ? mclsDie->mdblVoltage : 5.0;
+}
+void frmQX6105A::SetDieVoltage(double voltage) {
+    Die().mdblVoltage = voltage;
+}
 
 void frmQX6105A::GetCurrentPLLLimits() {
     DeviceRules().GetCurrentPLLLimits(*this, Reference(), Die());
 }
-void frmQX6105A::SetNewPLLLimits() { DeviceRules().SetNewPLLLimits(*this, Reference(), Die()); }
+void frmQX6105A::SetNewPLLLimits() {
+    DeviceRules().SetNewPLLLimits(*this, Reference(), Die());
+}
 
 bool frmQX6105A::LimitsEqualDefaults() {
     std::vector<double> currentMin(3), currentMax(3), defaultMin(3), defaultMax(3);
@@ -283,7 +292,9 @@ bool frmQX6105A::LimitsEqualDefaults() {
     return currentMin == defaultMin && currentMax == defaultMax;
 }
 
-double frmQX6105A::ReferenceMinimum() const { return mclsReference ? mclsReference->Minimum() : 1; }
+double frmQX6105A::ReferenceMinimum() const {
+    return mclsReference ? mclsReference->Minimum() : 1;
+}
 double frmQX6105A::ReferenceMaximum() const {
     return mclsReference ? mclsReference->Maximum() : 30;
 }
@@ -291,7 +302,8 @@ double frmQX6105A::ReferenceMaximum() const {
 // ---------------------------------------------------------------- prescale
 
 bool frmQX6105A::PreScale(int index) const {
-    if (index < 0 || index >= kStates) return false;
+    if (index < 0 || index >= kStates)
+        return false;
     return mablnPreScale[static_cast<size_t>(index)];
 }
 
@@ -303,7 +315,9 @@ void frmQX6105A::SetPreScale(int index, bool value) {
     mablnPreScale[static_cast<size_t>(index)] = value;
 }
 
-double frmQX6105A::Frequency(int state) const { return Val(txtPLL[state].Text()); }
+double frmQX6105A::Frequency(int state) const {
+    return Val(txtPLL[state].Text());
+}
 
 // ---------------------------------------------------------------- Calculate
 
@@ -325,7 +339,8 @@ void frmQX6105A::FindPLLs() {
             // Both states must share one prescale setting for the slew to stay smooth.
             bool all = true;
             for (int j = txtPLL.LBound(); j <= txtPLL.UBound(); ++j) {
-                if (!(2 * Frequency(j) < pll.mdblVCOMax)) all = false;
+                if (!(2 * Frequency(j) < pll.mdblVCOMax))
+                    all = false;
             }
             mablnPreScale.fill(all);
         }
@@ -334,7 +349,7 @@ void frmQX6105A::FindPLLs() {
             const auto divisor =
                 static_cast<std::int16_t>(mShared::GetNonZeroDivisor(cboClkDiv[0].Text()));
             pll.mdblMaxQ = DeviceRules().GetMaximumQWithSmoothSlew(*this, Frequency(i), reference,
-                                                                  maximumQ, divisor);
+                                                                   maximumQ, divisor);
         } else {
             pll.mdblMaxQ = DeviceRules().GetMaximumQ(reference, maximumQ);
         }
@@ -395,7 +410,8 @@ void frmQX6105A::cboClkDiv_Click(int Index) {
     const int indices[2] = {Index, second};
     for (int n = 0; n < 2; ++n) {
         const int k = indices[n];
-        if (k > lblDesired.UBound()) continue;
+        if (k > lblDesired.UBound())
+            continue;
         Label& desired = lblDesired[k];
         if (base[n] == 0) {
             desired.SetCaption("Off");
@@ -415,7 +431,8 @@ void frmQX6105A::cboClkDiv_Click(int Index) {
 
 double frmQX6105A::OutputMaximum() const {
     const bool threeVolt = DieVoltage() == 3.3;
-    if (lblDevice.Caption() == "QX6105AF") return threeVolt ? 80 : 100;
+    if (lblDevice.Caption() == "QX6105AF")
+        return threeVolt ? 80 : 100;
     return threeVolt ? 100 : 130;
 }
 
@@ -428,9 +445,11 @@ void frmQX6105A::CheckPLLLimits() {
         mShared::CheckLimits(txtPLL[i], Die().MinimumPLLVoltage(), Die().MaximumPLLVoltage());
     }
     for (int j = cboClkDiv.LBound(); j <= cboClkDiv.UBound(); ++j) {
-        if (!StartsWith(cboClkDiv[j].Text(), 'P')) continue;
+        if (!StartsWith(cboClkDiv[j].Text(), 'P'))
+            continue;
         for (int t = 0; t < kStates; ++t) {
-            if (!mShared::IsOff(txtPLL[t])) continue;
+            if (!mShared::IsOff(txtPLL[t]))
+                continue;
             const int k = kOutputs * t + j;
             lblDesired[k].SetCaption("Off");
             cboActual[k].Clear();
@@ -445,9 +464,11 @@ void frmQX6105A::CheckPLLLimits() {
 void frmQX6105A::cboPLLData_Click(int Index) {
     const int n = cboPLLData[Index].ListIndex();
     for (int j = cboClkDiv.LBound(); j <= cboClkDiv.UBound(); ++j) {
-        if (!StartsWith(cboClkDiv[j].Text(), 'P')) continue;
+        if (!StartsWith(cboClkDiv[j].Text(), 'P'))
+            continue;
         ListField& actual = cboActual[kOutputs * Index + j];
-        if (actual.ListCount() > n && actual.ListIndex() != n) actual.SetListIndex(n);
+        if (actual.ListCount() > n && actual.ListIndex() != n)
+            actual.SetListIndex(n);
     }
 }
 
@@ -462,8 +483,8 @@ void frmQX6105A::cboActual_Click(int Index) {
             cboPLLData[t].SetListIndex(n);
         }
     }
-    if (fromPLL && (txtPLL[t].ForeColor() == colors::Red ||
-                    lblDesired[Index].ForeColor() == colors::Red)) {
+    if (fromPLL &&
+        (txtPLL[t].ForeColor() == colors::Red || lblDesired[Index].ForeColor() == colors::Red)) {
         actual.SetForeColor(colors::Red);
         return;
     }
@@ -472,13 +493,17 @@ void frmQX6105A::cboActual_Click(int Index) {
 
 // ---------------------------------------------------------------- inputs
 
-void frmQX6105A::txtPLL_Change(int) { MarkCalculateDue(); }
+void frmQX6105A::txtPLL_Change(int) {
+    MarkCalculateDue();
+}
 
 void frmQX6105A::txtPLL_LostFocus(int Index) {
     LeaveFrequencyField(txtPLL[Index], Die().MinimumPLLVoltage(), Die().MaximumPLLVoltage());
 }
 
-void frmQX6105A::chkSmoothSlew_Click() { MarkCalculateDue(); }
+void frmQX6105A::chkSmoothSlew_Click() {
+    MarkCalculateDue();
+}
 
 void frmQX6105A::optFS_Click() {
     MarkCalculateDue();
@@ -504,12 +529,14 @@ void frmQX6105A::optOE_Click() {
     MarkCalculateDue();
     for (int k = 0; k < kStates * kOutputs; ++k) {
         const bool inUse = k < kOutputs;
-        if (inUse) lblClkOutput[k].SetCaption(kOutputNames[k]);
+        if (inUse)
+            lblClkOutput[k].SetCaption(kOutputNames[k]);
         lblClkOutput[k].SetVisible(inUse);
         lblDesired[k].SetVisible(inUse);
         cboActual[k].SetVisible(inUse);
     }
-    if (txtPLL[1].Text() != "N/A") txtPLL[1].SetTag(txtPLL[1].Text());
+    if (txtPLL[1].Text() != "N/A")
+        txtPLL[1].SetTag(txtPLL[1].Text());
     txtPLL[1].SetText("N/A");
     txtPLL[1].SetEnabled(false);
     chkSmoothSlew.SetValue(0);
@@ -547,6 +574,8 @@ void frmQX6105A::CalculatePower() {
     power.ShowPower();
 }
 
-void frmQX6105A::FillFromEntryFile(clsEntryFile& data) { EntryFile().Fill6105AForm(data); }
+void frmQX6105A::FillFromEntryFile(clsEntryFile& data) {
+    EntryFile().Fill6105AForm(data);
+}
 
 }  // namespace pendulon

@@ -12,7 +12,6 @@ class clsPLL;
 class clsReference;
 class cls4860Die;
 class clsQX4860;
-class ApplicationEntryFileHost;
 class clsGraphics;
 class clsEntryFile4860;
 
@@ -21,7 +20,7 @@ class clsEntryFile4860;
 // states. Six-element output arrays run CLKA, CLKB, CLKC of state 0, then of state 1: index k
 // is state k / 3, output k % 3.
 class frmQX6105A : public Configurator {
-public:
+  public:
     explicit frmQX6105A(Application& app);
     ~frmQX6105A() override;
 
@@ -82,7 +81,7 @@ public:
     Label lblFRefMin;
     Label lblFRefMax;
 
-protected:
+  protected:
     void InitializeControls() override;
     void InitializeDieClass() override;
     void InitializePLLClass() override;
@@ -97,7 +96,7 @@ protected:
     void FillFromEntryFile(clsEntryFile& data) override;
     void ReleaseObjects() override;
 
-private:
+  private:
     void RegisterFields();
     void ConnectEvents();
     // The output maximum of the device at the present voltage.
@@ -112,7 +111,6 @@ private:
     std::unique_ptr<cls4860Die> mclsDie;
     std::unique_ptr<clsQX4860> mclsDevice;
     std::unique_ptr<clsGraphics> mclsGraphics;
-    std::unique_ptr<ApplicationEntryFileHost> mobjEntryHost;
     std::unique_ptr<clsEntryFile4860> mclsEntryFile;
 };
 

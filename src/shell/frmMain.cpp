@@ -647,7 +647,8 @@ int frmMain::CountExceededPLLs() const {
     int count = 0;
     auto countRed = [&](const std::string& name) {
         const Field* field = fields.Find(name);
-        if (field != nullptr && field->Kind() == FieldKind::Text && field->ForeColor() == colors::Red)
+        if (field != nullptr && field->Kind() == FieldKind::Text &&
+            field->ForeColor() == colors::Red)
             ++count;
     };
     if (device == "QX4860F") {
@@ -733,8 +734,7 @@ void frmMain::CreateEPROM(bool blnNew) {
     const std::string oldPath = child->txtFilePath.Text();
     dlgEPROM.CancelError = true;
     dlgEPROM.Flags = CommonDialog::HideReadOnly | CommonDialog::OverwritePrompt |
-                     CommonDialog::PathMustExist | CommonDialog::LongNames |
-                     CommonDialog::Explorer;
+                     CommonDialog::PathMustExist | CommonDialog::LongNames | CommonDialog::Explorer;
     if (dlgEPROM.DialogTitle.empty())
         dlgEPROM.DialogTitle = "Create EPROM Vector";
     if (dlgEPROM.Filter.empty())
@@ -875,9 +875,9 @@ std::string frmMain::HelpFilePath() const {
     const fs::path dir = app_.Services().AppDirectory();
     // Beside the program when installed; in the source tree's docs folder when run from a
     // build folder.
-    for (const fs::path& candidate : {dir / "manual.md", dir / "docs" / "manual.md",
-                                      dir / ".." / "docs" / "manual.md",
-                                      dir / ".." / "share" / "pendulon" / "manual.md"}) {
+    for (const fs::path& candidate :
+         {dir / "manual.md", dir / "docs" / "manual.md", dir / ".." / "docs" / "manual.md",
+          dir / ".." / "share" / "pendulon" / "manual.md"}) {
         std::error_code ec;
         if (fs::is_regular_file(candidate, ec))
             return candidate.lexically_normal().string();

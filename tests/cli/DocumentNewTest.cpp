@@ -40,7 +40,8 @@ CliResult RunCli(const std::vector<std::string>& args) {
     command += " 2>" + Quote(errPath);
     CliResult result;
     FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) return result;
+    if (pipe == nullptr)
+        return result;
     char buffer[4096];
     size_t n = 0;
     while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0) result.out.append(buffer, n);
@@ -53,7 +54,9 @@ CliResult RunCli(const std::vector<std::string>& args) {
     return result;
 }
 
-nlohmann::json Json(const CliResult& result) { return nlohmann::json::parse(result.out); }
+nlohmann::json Json(const CliResult& result) {
+    return nlohmann::json::parse(result.out);
+}
 
 TEST(CliNew, NewDocumentJsonHasDeviceFieldsAndMessages) {
     const auto result = RunCli({"new", "QX6105A", "--json"});
@@ -79,9 +82,9 @@ TEST(CliNew, NewDocumentJsonHasDeviceFieldsAndMessages) {
 }
 
 TEST(CliNew, SetAndClickCalculateAsAUser) {
-    const auto result = RunCli({"new", "QX6105A", "--set", "cboFRef=10", "--set",
-                                "txtPLL(0)=100", "--set", "cboClkDiv(0)=PLL/2", "--click",
-                                "cmdCalculate", "--json"});
+    const auto result =
+        RunCli({"new", "QX6105A", "--set", "cboFRef=10", "--set", "txtPLL(0)=100", "--set",
+                "cboClkDiv(0)=PLL/2", "--click", "cmdCalculate", "--json"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     const auto fields = Json(result)["fields"];
     EXPECT_EQ(fields["cboFRef"]["text"], "10.00000 MHz");
@@ -106,8 +109,8 @@ TEST(CliNew, ActionsRunInOrderAndJsonCanBeAskedTwice) {
 }
 
 TEST(CliNew, LeavingAFieldRunsItsChecks) {
-    const auto result = RunCli({"new", "QX6105A", "--set", "txtPLL(0)=300", "--set",
-                                "txtPLLMin(1)=0.3", "--json"});
+    const auto result =
+        RunCli({"new", "QX6105A", "--set", "txtPLL(0)=300", "--set", "txtPLLMin(1)=0.3", "--json"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     const auto fields = Json(result)["fields"];
     EXPECT_EQ(fields["txtPLL(0)"]["text"], "200.0");
@@ -117,8 +120,8 @@ TEST(CliNew, LeavingAFieldRunsItsChecks) {
 }
 
 TEST(CliNew, ChecksAndOptions) {
-    const auto result = RunCli({"new", "QX6105A", "--set", "optFS=1", "--set",
-                                "chkSmoothSlew=1", "--click", "opt3V", "--json"});
+    const auto result = RunCli({"new", "QX6105A", "--set", "optFS=1", "--set", "chkSmoothSlew=1",
+                                "--click", "opt3V", "--json"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     const auto fields = Json(result)["fields"];
     EXPECT_EQ(fields["optFS"]["value"], true);
@@ -137,9 +140,15 @@ TEST(CliNew, QX6105AIStartsAtThreeVolts) {
     EXPECT_EQ(fields["opt5V"]["enabled"], false);
 }
 
+TEST(CliNew, QX6105AIRefusesFiveVolts) {
+    const auto result = RunCli({"new", "QX6105AI", "--click", "opt5V"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_NE(result.err.find("'opt5V' cannot be clicked"), std::string::npos);
+}
+
 TEST(CliNew, OtherWindowsAreReachedByPrefix) {
-    const auto result = RunCli({"new", "QX6105A", "--set", "frmSummary.txtCustomer=Acme",
-                                "--set", "frmDevice.chkShowPinout=0", "--json"});
+    const auto result = RunCli({"new", "QX6105A", "--set", "frmSummary.txtCustomer=Acme", "--set",
+                                "frmDevice.chkShowPinout=0", "--json"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     EXPECT_EQ(Json(result)["device"], "QX6105A");
 }
@@ -147,8 +156,8 @@ TEST(CliNew, OtherWindowsAreReachedByPrefix) {
 TEST(CliNew, MessageBoxesAreRecordedWithTheirAnswersAndEchoed) {
     // An unknown entry in a list that takes no free text is refused before any box; a
     // reference above the range is clamped quietly. The one box here is a closing question.
-    const auto result = RunCli({"new", "QX6105A", "--set", "txtPLL(0)=100", "--answer",
-                                "cancel", "--click", "frmMain.mnuClose", "--json"});
+    const auto result = RunCli({"new", "QX6105A", "--set", "txtPLL(0)=100", "--answer", "cancel",
+                                "--click", "frmMain.mnuClose", "--json"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     const auto messages = Json(result)["messages"];
     ASSERT_FALSE(messages.empty());

@@ -189,5 +189,18 @@ TEST(ConfiguratorUnload, UnloadRequiredByCodeAsksNothing) {
     EXPECT_EQ(doc.platform.Messages().size(), before);
 }
 
+TEST(ConfiguratorPictureWindows, PowerAndDebugPanelsDragByTheirTitleBar) {
+    QX6105ADocument doc;
+    std::vector<std::string> moved;
+    doc.app->OnFormMove = [&moved](Field& area) { moved.push_back(area.Name()); };
+    doc.Form().picPower.RaiseMouseDown(1, 0, 100, 0);
+    doc.Form().picDebugWindow.RaiseMouseDown(1, 0, 100, 0);
+    doc.Form().picPower.RaiseMouseDown(1, 0, 100, 5000);  // below the title bar
+    doc.Form().picPower.RaiseMouseDown(2, 0, 100, 0);     // right button
+    ASSERT_EQ(moved.size(), 2u);
+    EXPECT_EQ(moved[0], "picPower");
+    EXPECT_EQ(moved[1], "picDebugWindow");
+}
+
 }  // namespace
 }  // namespace pendulon

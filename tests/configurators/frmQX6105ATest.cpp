@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "QX6105ATestSupport.hpp"
+#include "core/cls4860Die.hpp"
 #include "power/frmPower.hpp"
 #include "shell/frmMain.hpp"
-#include "core/cls4860Die.hpp"
 
 namespace pendulon {
 namespace {
@@ -13,7 +13,7 @@ using testing::QX6105ADocument;
 // With a 10 MHz reference the loop gives VCO = 20 x P / Q. Q runs from 3 (the minimum 2 is
 // never tried) to 67 (10 / 0.15 rounded), P from 5 to 256.
 class QX6105AAt10MHz : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override { doc.TypeReference("10"); }
     frmQX6105A& form() { return doc.Form(); }
     QX6105ADocument doc;
@@ -70,12 +70,13 @@ TEST(QX6105ALoad, RegistersEveryFieldByName) {
     QX6105ADocument doc;
     const auto& fields = doc.Form().Fields();
     for (const char* name :
-         {"txtPLL(0)", "txtPLL(1)", "cboPLLData(0)", "cboPLLData(1)", "lblClkOutput(5)",
-          "lblDesired(5)", "cboClkDiv(2)", "cboActual(5)", "optFS", "optOE", "fraPin8",
-          "chkSmoothSlew", "fraOption", "opt3V", "opt5V", "cboFRef", "txtFRefMin", "txtFRefMax",
-          "txtPLLMin(2)", "txtPLLMax(2)", "chkUseDefault", "cmdApplyLimits", "cmdCalculate",
-          "fraLimits", "txtFilePath", "lblDevice", "picPinout", "picPower", "picDebugWindow",
-          "lblFS(1)", "lblPllData(1)"}) {
+         {"txtPLL(0)",     "txtPLL(1)",      "cboPLLData(0)", "cboPLLData(1)",  "lblClkOutput(5)",
+          "lblDesired(5)", "cboClkDiv(2)",   "cboActual(5)",  "optFS",          "optOE",
+          "fraPin8",       "chkSmoothSlew",  "fraOption",     "opt3V",          "opt5V",
+          "cboFRef",       "txtFRefMin",     "txtFRefMax",    "txtPLLMin(2)",   "txtPLLMax(2)",
+          "chkUseDefault", "cmdApplyLimits", "cmdCalculate",  "fraLimits",      "txtFilePath",
+          "lblDevice",     "picPinout",      "picPower",      "picDebugWindow", "lblFS(1)",
+          "lblPllData(1)"}) {
         EXPECT_TRUE(fields.Contains(name)) << name;
     }
     EXPECT_FALSE(fields.Contains("txtPLL(2)"));
@@ -259,6 +260,23 @@ TEST(QX6105APLLLimits, LoopFrequencyOutsideTheDieRangeTurnsRedAndSoDoItsOutputs)
     EXPECT_EQ(form.lblDesired[0].ForeColor(), colors::Red);
     form.cmdCalculate_Click();
     EXPECT_EQ(form.cboActual[0].ForeColor(), colors::Red);
+}
+
+TEST(QX6105APLLLimits, PickingAnActualOfARedLoopKeepsItRed) {
+    QX6105ADocument doc;
+    frmQX6105A& form = doc.Form();
+    doc.TypeReference("10");
+    doc.Type(form.txtPLL[0], "100");
+    QX6105ADocument::Pick(form.cboClkDiv[0], "PLL");
+    form.cmdCalculate_Click();
+    ASSERT_EQ(form.cboActual[0].ListCount(), 3);
+    form.txtPLL[0].SetForeColor(colors::Red);
+    form.cboActual[0].SetListIndex(1);
+    EXPECT_EQ(form.cboActual[0].ForeColor(), colors::Red);
+    EXPECT_EQ(form.cboPLLData[0].ListIndex(), 1);
+    form.txtPLL[0].SetForeColor(colors::WindowText);
+    form.cboActual[0].SetListIndex(2);
+    EXPECT_EQ(form.cboActual[0].ForeColor(), colors::WindowText);
 }
 
 TEST(QX6105APLLLimits, OutputsOfALoopThatIsOffShowOff) {

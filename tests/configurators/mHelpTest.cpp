@@ -73,14 +73,11 @@ TEST(mHelpDeviceHintText, FixedTopics) {
 
 TEST(mHelpDeviceHintText, OutputRangeByDevice) {
     for (const char* device : {"QX6105A", "QX4860"})
-        EXPECT_EQ(DeviceHintText(12, device),
-                  "Output Range: 0.5-130MHz at 5V, 0.5-100MHz at 3.3V");
-    for (const char* device :
-         {"QX6105AF", "QX6105AI", "QX7311", "QX7312", "QX4860I", "QX4860F"})
+        EXPECT_EQ(DeviceHintText(12, device), "Output Range: 0.5-130MHz at 5V, 0.5-100MHz at 3.3V");
+    for (const char* device : {"QX6105AF", "QX6105AI", "QX7311", "QX7312", "QX4860I", "QX4860F"})
         EXPECT_EQ(DeviceHintText(12, device), "Output Range: 0.5-100MHz at 5V, 0.5-80MHz at 3.3V");
     for (const char* device : {"QX7311F", "QX7311I", "QX7312F", "QX7312I"})
-        EXPECT_EQ(DeviceHintText(12, device),
-                  "Output Range: 0.5-90MHz at 5V, 0.5-66.6MHz at 3.3V");
+        EXPECT_EQ(DeviceHintText(12, device), "Output Range: 0.5-90MHz at 5V, 0.5-66.6MHz at 3.3V");
 }
 
 TEST(mHelpDeviceHintText, OptimizeHintOnlyForTheQX5140) {

@@ -233,8 +233,7 @@ TEST(ToolViewEntryFile, FailedTemporaryNameFallsBackToEntfileTmpInProgramFolder)
     h.NewDocument("QX4860");
     h.Main().mnuViewEntryFileNew.RaiseClick();
     ASSERT_EQ(h.platform.Started().size(), 1u);
-    EXPECT_EQ(h.platform.Started()[0].Args.back(),
-              (fs::path(missing) / "~entfile.tmp").string());
+    EXPECT_EQ(h.platform.Started()[0].Args.back(), (fs::path(missing) / "~entfile.tmp").string());
 }
 
 TEST(ToolViewEntryFile, SavedOnNewUnsavedDocumentWithoutNameDoesNothing) {
@@ -294,10 +293,9 @@ TEST(ToolCreateEPROM, SavedWithEmptySummaryNameRaises10602) {
     ASSERT_EQ(h.platform.Messages().size(), 1u);
     const auto& message = h.platform.Messages()[0];
     EXPECT_EQ(message.Style, msgbox::Critical);
-    EXPECT_EQ(message.Text,
-              ErrorReport::Text(10602, "frmMain.mnuToolsCreateEPROMSaved",
-                                "Entry file does not exist!\r\n"
-                                "Choose Create EPROM Vector From New Entry File."));
+    EXPECT_EQ(message.Text, ErrorReport::Text(10602, "frmMain.mnuToolsCreateEPROMSaved",
+                                              "Entry file does not exist!\r\n"
+                                              "Choose Create EPROM Vector From New Entry File."));
     EXPECT_EQ(h.Main().dlgEPROM.DefaultExt, "jed");
     EXPECT_TRUE(h.platform.DialogsShown().empty());
 }
@@ -327,6 +325,8 @@ TEST(ToolCreateEPROM, NewWritesVectorOfTheWindowAsTheModelWritesIt) {
     h.app.Main().mnuToolsCreateEPROMNew.RaiseClick();
     ASSERT_TRUE(fs::exists(jed));
     const std::string written = ReadFile(jed);
+    EXPECT_EQ(h.app.Main().lblHelpInfo.Caption().rfind(" Deleted " + h.folder, 0), 0u)
+        << h.app.Main().lblHelpInfo.Caption();
 
     // The same vector written through the models directly.
     const std::string entry = (fs::path(h.folder) / "direct.ent").string();
@@ -339,7 +339,6 @@ TEST(ToolCreateEPROM, NewWritesVectorOfTheWindowAsTheModelWritesIt) {
               std::string::npos);
 
     EXPECT_EQ(form.txtFilePath.Text(), "");
-    EXPECT_EQ(h.app.Main().lblHelpInfo.Caption().rfind(" Deleted " + h.folder, 0), 0u);
     int temporary = 0;
     for (const auto& e : fs::directory_iterator(h.folder))
         if (e.path().filename().string().rfind("Pendulon", 0) == 0)
@@ -372,6 +371,11 @@ TEST(ToolCreateEPROM, SavedReadsTheSavedEntryFile) {
     const std::string direct = (fs::path(h.folder) / "direct.jed").string();
     form.MakeEPROMVector(direct, false);
     EXPECT_EQ(ReadFile(jedFromFile), ReadFile(direct));
+    // Nothing changed since the save, so the saved file gives the vector of the window.
+    const std::string fromForm = (fs::path(h.folder) / "fromform.jed").string();
+    form.MakeEntryFile((fs::path(h.folder) / "fromform.ent").string());
+    form.MakeEPROMVector(fromForm, true);
+    EXPECT_EQ(ReadFile(jedFromFile), ReadFile(fromForm));
 }
 
 // ---- Design tool ----------------------------------------------------------------------------
@@ -490,6 +494,7 @@ TEST(ToolViewDebugWindow, TogglesOnlyWhenTheEntryIsEnabled) {
     ToolHarness h;
     h.NewDocument("QX4860");
     ASSERT_FALSE(h.Main().mnuViewDebugWindow.Enabled());
+    h.Doc().picDebugWindow.SetVisible(false);
     h.Main().mnuViewDebugWindow_Click();
     EXPECT_FALSE(h.Main().mnuViewDebugWindow.Checked());
     EXPECT_FALSE(h.Doc().picDebugWindow.Visible());
