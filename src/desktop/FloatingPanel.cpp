@@ -94,21 +94,18 @@ void FloatingPanel::mousePressEvent(QMouseEvent* event) {
     const int button = event->button() == Qt::LeftButton    ? 1
                        : event->button() == Qt::RightButton ? 2
                                                             : 4;
-    // The document's own handler has the press when there is one.
-    if (picture.OnMouseDown) {
-        picture.RaiseMouseDown(button, ShiftOf(event->modifiers()), x, y);
-        if (dragging_)
-            grabGlobal_ = event->globalPosition().toPoint();
-        return;
-    }
-    if (button != 1)
-        return;
-    if (picture.Name() == "picPower") {
-        app_.Power().MouseDown(1, ShiftOf(event->modifiers()), x, y);
+    const int shift = ShiftOf(event->modifiers());
+    // The power display's close box is the power window's own hit test.
+    if (button == 1 && picture.Name() == "picPower") {
+        app_.Power().MouseDown(1, shift, x, y);
         if (!picture.Visible())
             return;  // the close box hid it
     }
-    if (y < TitleHeight(picture))
+    // The document's own handler has the press when there is one; else a press in the title
+    // bar moves the panel.
+    if (picture.OnMouseDown)
+        picture.RaiseMouseDown(button, shift, x, y);
+    else if (button == 1 && y < TitleHeight(picture))
         mShared::FormMoveAPI(app_, picture, 1);
     if (dragging_)
         grabGlobal_ = event->globalPosition().toPoint();
