@@ -107,14 +107,12 @@ MainWindow::MainWindow(Application& app, ViewRegistry& views, QWidget* parent)
         if (QMenu* menu = MenuOf(item))
             menu->popup(QCursor::pos());
     };
-    // Arranging the children is the platform's part of these two commands.
-    // Window, Tile (1) and Cascade (0) arrange the children of the document area.
+    // Arranging the children is the platform's part of Window, Tile (1) and Cascade (0).
     main.Arrange = [this](int how) {
-        if (how == 1) {
+        if (how == 1)
             mdi_->tileSubWindows();
-        } else {
+        else
             mdi_->cascadeSubWindows();
-        }
     };
 
     app_.OnChildLoaded = [this](Window& child) { AddChild(child); };
@@ -126,6 +124,7 @@ MainWindow::MainWindow(Application& app, ViewRegistry& views, QWidget* parent)
 MainWindow::~MainWindow() {
     app_.Main().RemoveObserver(observerId_);
     app_.Main().PopupMenu = nullptr;
+    app_.Main().Arrange = nullptr;
     app_.OnChildLoaded = nullptr;
     app_.OnChildUnloading = nullptr;
 }

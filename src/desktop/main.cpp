@@ -2,8 +2,9 @@
 #include <QStringList>
 #include <QTimer>
 
+#include "desktop/DesktopPlatform.hpp"
+#include "desktop/DocumentViews.hpp"
 #include "desktop/MainWindow.hpp"
-#include "desktop/QtPlatform.hpp"
 #include "desktop/ShellViews.hpp"
 #include "desktop/ViewRegistry.hpp"
 #include "shell/Application.hpp"
@@ -17,10 +18,12 @@ int main(int argc, char** argv) {
     QApplication::setStyle("Fusion");
 
     ViewRegistry views;
-    QtPlatform platform(views);
+    DesktopPlatform platform(views);
     Application app(platform);
     RegisterShellViews(views, app);
+    RegisterDocumentViews(views, app);
     MainWindow window(app, views);
+    ConnectDesktopCommands(app);
     platform.SetDialogParent(&window);
     app.OnEnd = [&window] {
         // Leave once the current event is done: the window closes without asking again.

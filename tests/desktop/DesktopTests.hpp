@@ -10,5 +10,7 @@ QObject* MakeQtPlatformTest();
 QObject* MakeMenuTest();
 QObject* MakeMainWindowTest();
 QObject* MakeShellViewsTest();
+QObject* MakeConfiguratorViewsTest();
+QObject* MakePrintPreviewViewTest();
 
 }  // namespace pendulon::test

@@ -127,5 +127,72 @@ answer_box 06-clear-done.png
 wait_exit "$PID" || fail "the clean-up switch did not end the program"
 wait "$PID"
 grep -q 'Width=' "$SETTINGS" && fail "the settings are still there after the clean-up"
+# Fourth run: a QX6105A document. File, New with the preselected QX6105A (OK), a loop
+# frequency typed into the first field, Calculate by its key, and the power display shown.
+"$PROGRAM" &
+PID=$!
+WID=$(wait_main_window) || fail "the main window did not appear for the QX6105A run"
+xdotool windowsize --sync "$WID" 1180 860
+xdotool windowfocus --sync "$WID"
+sleep 0.5
+xdotool key alt+f
+sleep 0.5
+xdotool key n
+DEVICE=$(xdotool search --sync --onlyvisible --name '^Select Device$' | head -1)
+[ -n "$DEVICE" ] || fail "File, New did not show the device selection for the QX6105A run"
+xdotool windowfocus --sync "$DEVICE"
+xdotool key Return
+for _ in $(seq 1 25); do
+    xdotool search --onlyvisible --name '^Select Device$' >/dev/null 2>&1 || break
+    sleep 0.2
+done
+xdotool windowfocus --sync "$WID"
+sleep 1
+import -window root "$SHOTS/07-qx6105a-new.png"
+# A new document starts in the reference; Tab goes on to txtPLL(0), and Edit, Select All
+# and typing replace its text.
+xdotool key Tab
+sleep 0.3
+xdotool key ctrl+a
+xdotool type --delay 80 "66.6667"
+sleep 0.3
+import -window root "$SHOTS/08-qx6105a-typed.png"
+xdotool key alt+a
+sleep 1.5
+import -window root "$SHOTS/09-qx6105a-calculated.png"
+# Help, Contents shows the manual, found beside the program.
+xdotool key F1
+HELP=$(xdotool search --sync --onlyvisible --name '^Pendulon Help$' | head -1)
+[ -n "$HELP" ] || fail "Help, Contents did not show the manual"
+sleep 0.5
+import -window root "$SHOTS/10-help-contents.png"
+xdotool windowfocus --sync "$HELP"
+xdotool key Escape
+sleep 0.5
+xdotool windowfocus --sync "$WID"
+# View, Power Calculation shows the floating power display over the document.
+xdotool key alt+v
+sleep 0.5
+import -window root "$SHOTS/11-view-menu.png"
+xdotool key Escape
+sleep 0.3
+# File, Exit: the question about the unsaved document is answered No.
+xdotool key alt+f
+sleep 0.5
+xdotool key x
+for _ in $(seq 1 25); do
+    for id in $(xdotool search --onlyvisible --name "$TITLE" 2>/dev/null); do
+        width=$(xdotool getwindowgeometry --shell "$id" | sed -n 's/^WIDTH=//p')
+        if [ "${width:-0}" -lt 600 ]; then
+            xdotool windowfocus --sync "$id"
+            import -window root "$SHOTS/12-save-question.png"
+            xdotool key n
+            break 2
+        fi
+    done
+    sleep 0.2
+done
+wait_exit "$PID" || fail "File, Exit did not end the QX6105A run"
+wait "$PID"
 echo "end-to-end run passed; screenshots in $SHOTS"
 exit 0

@@ -1,0 +1,189 @@
+#include "desktop/ConfiguratorView.hpp"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFont>
+#include <QFontMetrics>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "configurators/Configurator.hpp"
+#include "desktop/Binder.hpp"
+#include "desktop/FloatingPanel.hpp"
+#include "desktop/PictureView.hpp"
+
+namespace pendulon {
+
+ConfiguratorView::ConfiguratorView(Configurator& form, Application& app, QWidget* parent,
+                                   int twipsPerPixelX, int twipsPerPixelY)
+    : QWidget(parent),
+      form_(form),
+      app_(app),
+      twipsPerPixelX_(twipsPerPixelX),
+      twipsPerPixelY_(twipsPerPixelY) {
+    setObjectName(QString::fromStdString(form.Name()) + "View");
+}
+
+ConfiguratorView::~ConfiguratorView() {
+    if (pinoutObserver_ != 0)
+        form_.picPinout.RemoveObserver(pinoutObserver_);
+}
+
+QLabel* ConfiguratorView::Label(const QString& name, QWidget* parent) {
+    auto* label = new QLabel(parent);
+    label->setObjectName(name);
+    return label;
+}
+
+QLineEdit* ConfiguratorView::Text(const QString& name, QWidget* parent, int characters) {
+    auto* edit = new QLineEdit(parent);
+    edit->setObjectName(name);
+    const QFontMetrics metrics(edit->font());
+    edit->setMinimumWidth(metrics.horizontalAdvance(QString(characters, '0')) + 12);
+    return edit;
+}
+
+QComboBox* ConfiguratorView::List(const QString& name, QWidget* parent, int characters) {
+    auto* combo = new QComboBox(parent);
+    combo->setObjectName(name);
+    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    combo->setMinimumContentsLength(characters);
+    return combo;
+}
+
+QLabel* ConfiguratorView::Heading(const QString& text, QWidget* parent) {
+    auto* label = new QLabel(text, parent);
+    QFont font = label->font();
+    font.setBold(true);
+    label->setFont(font);
+    return label;
+}
+
+QGroupBox* ConfiguratorView::VoltageGroup() {
+    auto* group = new QGroupBox(this);
+    group->setObjectName("fraVoltage");
+    auto* layout = new QVBoxLayout(group);
+    for (const char* name : {"opt5V", "opt3V"}) {
+        auto* option = new QRadioButton(group);
+        option->setObjectName(name);
+        layout->addWidget(option);
+    }
+    return group;
+}
+
+QGroupBox* ConfiguratorView::ReferenceGroup() {
+    auto* group = new QGroupBox(this);
+    group->setObjectName("fraReference");
+    auto* layout = new QVBoxLayout(group);
+    layout->addWidget(List("cboFRef", group, 14));
+    layout->addStretch();
+    return group;
+}
+
+QGroupBox* ConfiguratorView::LimitsGroup(bool namedLabels) {
+    auto* group = new QGroupBox(this);
+    group->setObjectName("fraLimits");
+    auto* grid = new QGridLayout(group);
+    auto caption = [&](const char* name, const char* text) -> QLabel* {
+        if (namedLabels)
+            return Label(name, group);
+        return new QLabel(text, group);
+    };
+    grid->addWidget(caption("lblMinimum", "Minimum"), 0, 1, Qt::AlignHCenter);
+    grid->addWidget(caption("lblMaximum", "Maximum"), 0, 2, Qt::AlignHCenter);
+    const char* rowNames[] = {"lblLimitFrequency", "lblLimitP", "lblLimitQ"};
+    const char* rowTexts[] = {"PLL", "P", "Q"};
+    for (int i = 0; i < 3; ++i) {
+        grid->addWidget(caption(rowNames[i], rowTexts[i]), i + 1, 0);
+        grid->addWidget(Text(QString("txtPLLMin(%1)").arg(i), group, 7), i + 1, 1);
+        grid->addWidget(Text(QString("txtPLLMax(%1)").arg(i), group, 7), i + 1, 2);
+    }
+    grid->addWidget(Label("lblFRefMin", group), 4, 0);
+    grid->addWidget(Text("txtFRefMin", group, 7), 4, 1);
+    grid->addWidget(Label("lblFRefMax", group), 5, 0);
+    grid->addWidget(Text("txtFRefMax", group, 7), 5, 2);
+    auto* check = new QCheckBox(group);
+    check->setObjectName("chkUseDefault");
+    grid->addWidget(check, 6, 0, 1, 2);
+    auto* apply = new QPushButton(group);
+    apply->setObjectName("cmdApplyLimits");
+    apply->setAutoDefault(false);
+    grid->addWidget(apply, 6, 2);
+    return group;
+}
+
+QPushButton* ConfiguratorView::CalculateButton() {
+    auto* button = new QPushButton(this);
+    button->setObjectName("cmdCalculate");
+    button->setAutoDefault(false);
+    button->setMinimumSize(120, 32);
+    return button;
+}
+
+QLabel* ConfiguratorView::DeviceLabel() {
+    QLabel* label = Label("lblDevice", this);
+    QFont font = label->font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * 1.4);
+    label->setFont(font);
+    return label;
+}
+
+PictureView* ConfiguratorView::PinoutPicture(double width, double height,
+                                             const std::function<void()>& redraw) {
+    // The chip is drawn in the middle of its picture: give the picture its room, then draw.
+    if (form_.picPinout.Width() <= 0 || form_.picPinout.Height() <= 0) {
+        form_.picPinout.SetWidth(width);
+        form_.picPinout.SetHeight(height);
+        if (redraw)
+            redraw();
+    }
+    pinout_ = new PictureView(form_.picPinout, twipsPerPixelX_, twipsPerPixelY_, this);
+    pinout_->setFixedSize(pinout_->sizeHint());
+    // The picture is sized when the chip is drawn; the view keeps its size in step.
+    pinoutObserver_ = form_.picPinout.AddObserver([this](Field&) {
+        if (pinout_->size() != pinout_->sizeHint())
+            pinout_->setFixedSize(pinout_->sizeHint());
+    });
+    return pinout_;
+}
+
+void ConfiguratorView::Bind() {
+    binder_ = new Binder(form_, this, twipsPerPixelX_, twipsPerPixelY_);
+    // The panels come after the binder: they place, show and hide themselves as their
+    // pictures say, and take the mouse themselves.
+    power_ = new FloatingPanel(app_, form_.picPower, twipsPerPixelX_, twipsPerPixelY_, this);
+    debug_ = new FloatingPanel(app_, form_.picDebugWindow, twipsPerPixelX_, twipsPerPixelY_, this);
+    if (layout() != nullptr)
+        layout()->setSizeConstraint(QLayout::SetMinimumSize);
+    adjustSize();
+    // The panels float over the fields.
+    power_->raise();
+    debug_->raise();
+}
+
+void ConfiguratorView::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (shown_)
+        return;
+    shown_ = true;
+    // The field the form gave the focus to, else the first field of the document.
+    QTimer::singleShot(0, this, [this] {
+        QWidget* target = firstField_;
+        if (form_.ActiveControl() != nullptr && binder_ != nullptr) {
+            if (QWidget* active = binder_->WidgetOf(*form_.ActiveControl()))
+                target = active;
+        }
+        if (target != nullptr && target->isVisible() && target->isEnabled())
+            target->setFocus(Qt::OtherFocusReason);
+    });
+}
+
+}  // namespace pendulon

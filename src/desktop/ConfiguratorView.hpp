@@ -1,0 +1,77 @@
+#pragma once
+#include <QWidget>
+#include <functional>
+
+class QComboBox;
+class QGridLayout;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace pendulon {
+
+class Application;
+class Binder;
+class Configurator;
+class FloatingPanel;
+class ListField;
+class PictureView;
+class ViewBuilder;
+
+// What the views of all documents share: the voltage, reference and limit groups, the
+// Calculate button, the pinout picture and the floating power and debug panels. A device's
+// view lays out its own fields with these parts, then calls Bind.
+class ConfiguratorView : public QWidget {
+    Q_OBJECT
+  public:
+    ConfiguratorView(Configurator& form, Application& app, QWidget* parent, int twipsPerPixelX,
+                     int twipsPerPixelY);
+    ~ConfiguratorView() override;
+
+    Configurator& Form() const { return form_; }
+    Binder& GetBinder() const { return *binder_; }
+    FloatingPanel* PowerPanel() const { return power_; }
+    FloatingPanel* DebugPanel() const { return debug_; }
+
+  protected:
+    // Field widgets, each named as its field.
+    QLabel* Label(const QString& name, QWidget* parent);
+    QLineEdit* Text(const QString& name, QWidget* parent, int characters = 10);
+    QComboBox* List(const QString& name, QWidget* parent, int characters = 12);
+    // A label that is not a field: a column heading of the layout.
+    static QLabel* Heading(const QString& text, QWidget* parent);
+
+    QGroupBox* VoltageGroup();
+    // The reference list; the reference limits are in the limit group.
+    QGroupBox* ReferenceGroup();
+    // The limit group. With named labels the row and column captions are fields of the form.
+    QGroupBox* LimitsGroup(bool namedLabels);
+    QPushButton* CalculateButton();
+    QLabel* DeviceLabel();
+    // The pinout, in a picture of the given size in twips; redraw draws the chip anew once the
+    // picture has its size.
+    PictureView* PinoutPicture(double width, double height, const std::function<void()>& redraw);
+
+    // Binds every named widget, adds the floating panels on top, and sizes the view.
+    void Bind();
+    // The field a new document starts in, when the form has not put the focus anywhere.
+    void SetFirstField(QWidget* widget) { firstField_ = widget; }
+
+    void showEvent(QShowEvent* event) override;
+
+  private:
+    Configurator& form_;
+    Application& app_;
+    int twipsPerPixelX_;
+    int twipsPerPixelY_;
+    Binder* binder_ = nullptr;
+    FloatingPanel* power_ = nullptr;
+    FloatingPanel* debug_ = nullptr;
+    PictureView* pinout_ = nullptr;
+    int pinoutObserver_ = 0;
+    QWidget* firstField_ = nullptr;
+    bool shown_ = false;
+};
+
+}  // namespace pendulon

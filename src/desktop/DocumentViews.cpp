@@ -1,0 +1,38 @@
+#include "desktop/DocumentViews.hpp"
+
+#include "configurators/frmQX4860.hpp"
+#include "configurators/frmQX6105A.hpp"
+#include "desktop/FloatingPanel.hpp"
+#include "desktop/PrintPreviewView.hpp"
+#include "desktop/QX4860View.hpp"
+#include "desktop/QX6105AView.hpp"
+#include "desktop/ViewRegistry.hpp"
+#include "reports/frmPrintPreview.hpp"
+#include "shell/Application.hpp"
+#include "shell/frmMain.hpp"
+
+namespace pendulon {
+
+void RegisterDocumentViews(ViewRegistry& views, Application& app) {
+    auto tppX = [&app] { return app.Services().TwipsPerPixelX(); };
+    auto tppY = [&app] { return app.Services().TwipsPerPixelY(); };
+    views.Register("frmQX6105A", [=, &app](Window& w, QWidget* p) -> QWidget* {
+        return new QX6105AView(static_cast<frmQX6105A&>(w), app, p, tppX(), tppY());
+    });
+    views.Register("frmQX4860", [=, &app](Window& w, QWidget* p) -> QWidget* {
+        return new QX4860View(static_cast<frmQX4860&>(w), app, p, tppX(), tppY());
+    });
+    views.Register("frmPrintPreview", [=, &app](Window& w, QWidget* p) -> QWidget* {
+        return new PrintPreviewView(static_cast<frmPrintPreview&>(w), app, p, tppX(), tppY());
+    });
+}
+
+void ConnectDesktopCommands(Application& app) {
+    // A press in a panel's title bar: the panel follows the mouse until the button goes up.
+    app.OnFormMove = [](Field& picture) {
+        if (FloatingPanel* panel = FloatingPanel::Find(picture))
+            panel->BeginDrag();
+    };
+}
+
+}  // namespace pendulon

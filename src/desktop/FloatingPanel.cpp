@@ -1,0 +1,135 @@
+#include "desktop/FloatingPanel.hpp"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <cmath>
+
+#include "platform/PictureBox.hpp"
+#include "power/frmPower.hpp"
+#include "shell/Application.hpp"
+#include "shell/mSharedApp.hpp"
+
+namespace pendulon {
+
+namespace {
+constexpr double kDefaultTitleHeight = 300;  // twips, before the panel is first painted
+
+int ShiftOf(Qt::KeyboardModifiers modifiers) {
+    int shift = 0;
+    if (modifiers & Qt::ShiftModifier)
+        shift |= 1;
+    if (modifiers & Qt::ControlModifier)
+        shift |= 2;
+    if (modifiers & Qt::AltModifier)
+        shift |= 4;
+    return shift;
+}
+}  // namespace
+
+FloatingPanel::FloatingPanel(Application& app, PictureBox& picture, int twipsPerPixelX,
+                             int twipsPerPixelY, QWidget* parent)
+    : PictureView(picture, twipsPerPixelX, twipsPerPixelY, parent),
+      app_(app),
+      twipsPerPixelX_(std::max(1, twipsPerPixelX)),
+      twipsPerPixelY_(std::max(1, twipsPerPixelY)) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setCursor(Qt::ArrowCursor);
+    observerId_ = picture.AddObserver([this](Field&) { FollowModel(); });
+    FollowModel();
+}
+
+FloatingPanel::~FloatingPanel() {
+    Picture().RemoveObserver(observerId_);
+}
+
+double FloatingPanel::TitleHeight(const PictureBox& picture) {
+    for (const DrawOp& op : picture.DisplayList()) {
+        if (op.type == DrawOp::Type::FilledBox && op.y1 == 0 && op.y2 > 0)
+            return op.y2;
+    }
+    return kDefaultTitleHeight;
+}
+
+FloatingPanel* FloatingPanel::Find(const Field& picture) {
+    for (QWidget* widget : QApplication::allWidgets()) {
+        auto* panel = qobject_cast<FloatingPanel*>(widget);
+        if (panel != nullptr && &panel->Picture() == &picture)
+            return panel;
+    }
+    return nullptr;
+}
+
+void FloatingPanel::FollowModel() {
+    if (dragging_)
+        return;  // the mouse has the panel until it lets go
+    const PictureBox& picture = Picture();
+    const QSize size = sizeHint();
+    if (this->size() != size)
+        resize(size);
+    const QPoint place(int(std::lround(picture.Left() / twipsPerPixelX_)),
+                       int(std::lround(picture.Top() / twipsPerPixelY_)));
+    if (pos() != place)
+        move(place);
+    // A panel that has not been painted yet would be an empty box over the fields.
+    const bool shown = picture.Visible() && picture.Width() > 0 && picture.Height() > 0 &&
+                       !picture.DisplayList().empty();
+    if (shown == isHidden())
+        setVisible(shown);
+    if (shown)
+        raise();
+    update();
+}
+
+void FloatingPanel::BeginDrag() {
+    dragging_ = true;
+    grabGlobal_ = QCursor::pos();
+    grabPos_ = pos();
+}
+
+void FloatingPanel::mousePressEvent(QMouseEvent* event) {
+    event->accept();  // the panel keeps the mouse until release
+    PictureBox& picture = Picture();
+    const double x = event->position().x() * twipsPerPixelX_;
+    const double y = event->position().y() * twipsPerPixelY_;
+    const int button = event->button() == Qt::LeftButton    ? 1
+                       : event->button() == Qt::RightButton ? 2
+                                                            : 4;
+    const int shift = ShiftOf(event->modifiers());
+    // The power display's close box is the power window's own hit test.
+    if (button == 1 && picture.Name() == "picPower") {
+        app_.Power().MouseDown(1, shift, x, y);
+        if (!picture.Visible())
+            return;  // the close box hid it
+    }
+    // The document's own handler has the press when there is one; else a press in the title
+    // bar moves the panel.
+    if (picture.OnMouseDown)
+        picture.RaiseMouseDown(button, shift, x, y);
+    else if (button == 1 && y < TitleHeight(picture))
+        mShared::FormMoveAPI(app_, picture, 1);
+    if (dragging_)
+        grabGlobal_ = event->globalPosition().toPoint();
+}
+
+void FloatingPanel::mouseMoveEvent(QMouseEvent* event) {
+    event->accept();
+    if (!dragging_)
+        return;
+    QPoint place = grabPos_ + (event->globalPosition().toPoint() - grabGlobal_);
+    // The panel stays inside its document, title bar reachable.
+    if (QWidget* host = parentWidget()) {
+        place.setX(std::clamp(place.x(), 0, std::max(0, host->width() - width())));
+        place.setY(std::clamp(place.y(), 0, std::max(0, host->height() - height())));
+    }
+    move(place);
+}
+
+void FloatingPanel::mouseReleaseEvent(QMouseEvent* event) {
+    event->accept();
+    if (!dragging_ || event->button() != Qt::LeftButton)
+        return;
+    dragging_ = false;
+    Picture().Move(x() * double(twipsPerPixelX_), y() * double(twipsPerPixelY_));
+}
+
+}  // namespace pendulon

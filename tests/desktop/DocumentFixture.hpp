@@ -1,0 +1,79 @@
+#pragma once
+#include <QApplication>
+#include <QDir>
+#include <QMdiSubWindow>
+#include <QMouseEvent>
+#include <QTest>
+#include <memory>
+#include <string>
+
+#include "configurators/Configurator.hpp"
+#include "desktop/DocumentViews.hpp"
+#include "desktop/MainWindow.hpp"
+#include "desktop/ViewRegistry.hpp"
+#include "platform/HeadlessPlatform.hpp"
+#include "shell/Application.hpp"
+#include "shell/frmDevice.hpp"
+#include "shell/frmMain.hpp"
+
+namespace pendulon::test {
+
+// The program on the headless platform with the real main window and the document views: a
+// document is made by File, New as a user makes it, and its view is the one the program shows.
+struct DocumentFixture {
+    HeadlessPlatform platform;
+    std::unique_ptr<Application> app;
+    ViewRegistry views;
+    std::unique_ptr<MainWindow> window;
+
+    DocumentFixture() {
+        app = std::make_unique<Application>(platform);
+        RegisterDocumentViews(views, *app);
+        window = std::make_unique<MainWindow>(*app, views);
+        ConnectDesktopCommands(*app);
+        app->Main().MDIForm_Load("");
+        app->Main().SetWindowState(0);
+        app->Main().Move(0, 0, 18000, 13500);
+        app->Main().SetVisible(true);
+    }
+    ~DocumentFixture() {
+        // Views go before their models.
+        window.reset();
+    }
+    void NewDocument(const std::string& device) {
+        frmDevice& select = app->DeviceForm();
+        select.CreateNew(true);
+        select.OptionFor(device)->SetValue(true);
+        select.cmdOK_Click();
+    }
+    template <class T>
+    T& Form() {
+        return dynamic_cast<T&>(*app->Document());
+    }
+    template <class View>
+    View* ViewOf(const Window& child) const {
+        QMdiSubWindow* sub = window->SubWindowOf(child);
+        return sub == nullptr ? nullptr : qobject_cast<View*>(sub->widget());
+    }
+    bool ShowAndActivate() {
+        window->show();
+        window->activateWindow();
+        return QTest::qWaitForWindowActive(window.get());
+    }
+};
+
+// Keeps a picture of a view beside the tests (views/<name>.png), for a person to look at.
+inline void KeepPicture(QWidget* view, const QString& name) {
+    QDir().mkpath("views");
+    view->grab().save("views/" + name + ".png");
+}
+
+// A mouse event at a point of a widget, sent as the window system would.
+inline void SendMouse(QWidget* widget, QEvent::Type type, QPoint local, Qt::MouseButton button,
+                      Qt::MouseButtons buttons) {
+    QMouseEvent event(type, QPointF(local), QPointF(widget->mapToGlobal(local)), button, buttons,
+                      Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+}
+
+}  // namespace pendulon::test
