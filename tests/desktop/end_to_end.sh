@@ -28,7 +28,7 @@ fail() {
 
 # Waits for the main window (the splash has the same title but is small and goes by itself).
 wait_main_window() {
-    for _ in $(seq 1 100); do
+    for _ in $(seq 1 450); do
         ids=$(xdotool search --onlyvisible --name "$TITLE" 2>/dev/null)
         if [ "$(echo "$ids" | grep -c .)" = 1 ]; then
             width=$(xdotool getwindowgeometry --shell "$ids" | sed -n 's/^WIDTH=//p')
@@ -43,7 +43,7 @@ wait_main_window() {
 }
 
 wait_exit() {
-    for _ in $(seq 1 75); do
+    for _ in $(seq 1 300); do
         kill -0 "$1" 2>/dev/null || return 0
         sleep 0.2
     done
