@@ -18,11 +18,14 @@ PictureView::PictureView(PictureBox& picture, int twipsPerPixelX, int twipsPerPi
       twipsPerPixelX_(std::max(1, twipsPerPixelX)),
       twipsPerPixelY_(std::max(1, twipsPerPixelY)) {
     setObjectName(QString::fromStdString(picture.Name()));
+    metrics_ = std::make_unique<QtTextMetrics>(twipsPerPixelX_, twipsPerPixelY_);
+    picture_.SetTextMetrics(metrics_.get());
     observerId_ = picture_.AddObserver([this](Field&) { update(); });
 }
 
 PictureView::~PictureView() {
     picture_.RemoveObserver(observerId_);
+    picture_.SetTextMetrics(&HeadlessTextMetrics::Instance());
 }
 
 QSize PictureView::sizeHint() const {

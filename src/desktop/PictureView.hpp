@@ -1,5 +1,8 @@
 #pragma once
 #include <QWidget>
+#include <memory>
+
+#include "desktop/QtTextMetrics.hpp"
 
 namespace pendulon {
 
@@ -26,6 +29,8 @@ class PictureView : public QWidget {
     int twipsPerPixelX_;
     int twipsPerPixelY_;
     int observerId_ = 0;
+    // The picture measures its text in the fonts this view paints with.
+    std::unique_ptr<QtTextMetrics> metrics_;
     int paintCount_ = 0;
 };
 
