@@ -10,8 +10,6 @@
 #include "core/clsQX4860.hpp"
 #include "core/clsReference.hpp"
 #include "core/mShared.hpp"
-#include "entryfile/ApplicationEntryFileHost.hpp"
-#include "entryfile/EntryFileHost.hpp"
 #include "entryfile/clsEntryFile4860.hpp"
 #include "graphics/clsGraphics.hpp"
 #include "power/clsPower4860.hpp"
@@ -30,7 +28,7 @@ bool StartsWith(const std::string& text, char letter) {
 
 }  // namespace
 
-frmQX4860::frmQX4860(Application& app) : Configurator(app, "frmQX4860") {
+frmQX4860::frmQX4860(Application& app) : frm4860Family(app, "frmQX4860") {
     txtPLLMin.Resize(3);
     txtPLLMax.Resize(3);
     SetCaption("QX4860");
@@ -161,66 +159,10 @@ void frmQX4860::ConnectEvents() {
         cboActualClkA[i].OnClick = [this, i] { cboActualClkA_Click(i); };
         cboActualRefClk[i].OnClick = [this, i] { cboActualRefClk_Click(i); };
     }
-    cboFRef.OnGotFocus = [this] { mHelp::ShowDeviceHint(1, *this); };
-    cboFRef.OnClick = [this] {
-        MarkCalculateDue();
-        CalculateAllDesiredClocks();
-    };
-    for (int i = 0; i < txtPLLMin.Count(); ++i) {
-        txtPLLMin[i].OnGotFocus = [this, i] {
-            mShared::HighLightText(txtPLLMin[i]);
-            mHelp::ShowHint(19, *this, "0.5");
-        };
-        txtPLLMax[i].OnGotFocus = [this, i] {
-            mShared::HighLightText(txtPLLMax[i]);
-            mHelp::ShowHint(20, *this);
-        };
-        txtPLLMin[i].OnKeyPress = [this](int& key) {
-            mShared::MaskKeystrokeForNumbers(key, 0, App().Services());
-        };
-        txtPLLMax[i].OnKeyPress = [this](int& key) {
-            mShared::MaskKeystrokeForNumbers(key, 0, App().Services());
-        };
-    }
+    ConnectFamilyEvents();
 }
 
 // ---------------------------------------------------------------- objects
-
-clsPLL& frmQX4860::PLL() {
-    if (!mclsPLL)
-        mclsPLL = std::make_unique<clsPLL>(App().Errors());
-    return *mclsPLL;
-}
-clsReference& frmQX4860::Reference() {
-    if (!mclsReference)
-        mclsReference = std::make_unique<clsReference>(App().Errors());
-    return *mclsReference;
-}
-cls4860Die& frmQX4860::Die() {
-    if (!mclsDie)
-        mclsDie = std::make_unique<cls4860Die>(App().Errors());
-    return *mclsDie;
-}
-clsQX4860& frmQX4860::DeviceRules() {
-    if (!mclsDevice)
-        mclsDevice = std::make_unique<clsQX4860>(App().Errors());
-    return *mclsDevice;
-}
-clsGraphics& frmQX4860::Graphics() {
-    if (!mclsGraphics) {
-        mclsGraphics = std::make_unique<clsGraphics>(App().Errors(), App().gintTwipsPerPixelX,
-                                                     App().gintTwipsPerPixelY);
-    }
-    return *mclsGraphics;
-}
-clsEntryFile4860& frmQX4860::EntryFile() {
-    if (!mclsEntryFile) {
-        if (!mHost)
-            mHost = std::make_unique<ApplicationEntryFileHost>(App());
-        mclsEntryFile = std::make_unique<clsEntryFile4860>(*mHost);
-    }
-    return *mclsEntryFile;
-}
 
 clsPower4860& frmQX4860::PowerModel() {
     if (!mclsPower)
@@ -229,12 +171,7 @@ clsPower4860& frmQX4860::PowerModel() {
 }
 
 void frmQX4860::ReleaseObjects() {
-    mclsPLL.reset();
-    mclsReference.reset();
-    mclsDie.reset();
-    mclsDevice.reset();
-    mclsGraphics.reset();
-    mclsEntryFile.reset();
+    ReleaseFamilyObjects();
     mclsPower.reset();
 }
 
@@ -243,19 +180,6 @@ void frmQX4860::ReleaseObjects() {
 void frmQX4860::SetDevice(const std::string& device) {
     Configurator::SetDevice(device);
     EntryFile().SetForm(*this);
-}
-
-std::string frmQX4860::Checksum() {
-    return IntegerText(EntryFile().Checksum());
-}
-
-void frmQX4860::MakeEntryFile(const std::string& path) {
-    EntryFile().MakeEntryFile();
-    EntryFile().WriteEntryFile(path);
-}
-
-void frmQX4860::MakeEPROMVector(const std::string& path, bool fromForm) {
-    EntryFile().MakeEPROMVector(path, fromForm);
 }
 
 std::string frmQX4860::PinName(int index) const {
@@ -382,34 +306,6 @@ void frmQX4860::InitializePLLClass() {
 void frmQX4860::SetDefaultOptions() {
     mblnFormReady = true;
     DisplayPinout();
-}
-
-double frmQX4860::DieVoltage() const {
-    return mclsDie ? mclsDie->mdblVoltage : 5.0;
-}
-void frmQX4860::SetDieVoltage(double voltage) {
-    Die().mdblVoltage = voltage;
-}
-
-void frmQX4860::GetCurrentPLLLimits() {
-    DeviceRules().GetCurrentPLLLimits(*this, Reference(), Die());
-}
-void frmQX4860::SetNewPLLLimits() {
-    DeviceRules().SetNewPLLLimits(*this, Reference(), Die());
-}
-
-bool frmQX4860::LimitsEqualDefaults() {
-    std::vector<double> currentMin(3), currentMax(3), defaultMin(3), defaultMax(3);
-    Die().GetCurrentLimits(currentMin, currentMax);
-    Die().GetDefaultLimits(defaultMin, defaultMax);
-    return currentMin == defaultMin && currentMax == defaultMax;
-}
-
-double frmQX4860::ReferenceMinimum() const {
-    return mclsReference ? mclsReference->Minimum() : 1;
-}
-double frmQX4860::ReferenceMaximum() const {
-    return mclsReference ? mclsReference->Maximum() : 30;
 }
 
 // ---------------------------------------------------------------- package
@@ -674,10 +570,6 @@ double frmQX4860::OutputMaximum() const {
     if (lblDevice.Caption() == "QX4860F")
         return threeVolt ? 80 : 100;
     return threeVolt ? 100 : 130;
-}
-
-void frmQX4860::CheckOutputLimits(Field& field) {
-    mShared::CheckLimits(field, 0.5, OutputMaximum());
 }
 
 void frmQX4860::CheckPLLLimits() {

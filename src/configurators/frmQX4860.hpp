@@ -4,26 +4,19 @@
 #include <string>
 #include <vector>
 
-#include "configurators/Configurator.hpp"
+#include "configurators/frm4860Family.hpp"
 #include "platform/ScrollBar.hpp"
 
 namespace pendulon {
 
-class clsPLL;
-class clsReference;
-class cls4860Die;
-class clsQX4860;
-class clsGraphics;
-class clsEntryFile4860;
 class clsPower4860;
-class EntryFileHost;
 
 // The QX4860, QX4860F and QX4860I: one PLL whose frequency is picked by the select lines (FS1..FS0
 // in the 8-pin package, FS3..FS0 in the 14-pin package) and two outputs, Clock A and the
 // reference clock, each fed from the PLL or the reference through one divider for all rows.
 // Each row has its own counters; a row may run its VCO at twice the frequency behind a
 // divide-by-two prescaler.
-class frmQX4860 : public Configurator {
+class frmQX4860 : public frm4860Family {
   public:
     explicit frmQX4860(Application& app);
     ~frmQX4860() override;
@@ -35,9 +28,6 @@ class frmQX4860 : public Configurator {
 
     // Configurator
     void SetDevice(const std::string& device) override;
-    std::string Checksum() override;
-    void MakeEntryFile(const std::string& path) override;
-    void MakeEPROMVector(const std::string& path, bool fromForm) override;
     std::string PinName(int index) const override;
     void CalculatePower() override;
     void DisplayAllActuals() override;
@@ -55,10 +45,9 @@ class frmQX4860 : public Configurator {
     void DisplayActualOutput(ListField& divider, double desired, ListField& actual, int i);
     void EnablePLLTextboxes();
     void AdjustScrollBar(int i);
-    void CheckOutputLimits(Field& field);
     void DisplayPinout();
     // Highest output frequency of the device at the present voltage.
-    double OutputMaximum() const;
+    double OutputMaximum() const override;
 
     // Event procedures.
     void opt8Pin_Click();
@@ -84,13 +73,7 @@ class frmQX4860 : public Configurator {
     bool FormReady() const { return mblnFormReady; }
     const std::string& PLLText(int i) const;
 
-    // The objects the window owns, created on first use.
-    clsPLL& PLL();
-    clsReference& Reference();
-    cls4860Die& Die();
-    clsQX4860& DeviceRules();
-    clsGraphics& Graphics();
-    clsEntryFile4860& EntryFile();
+    // The power model of the window, created on first use.
     clsPower4860& PowerModel();
 
     // Fields, one row per frequency selection.
@@ -142,13 +125,6 @@ class frmQX4860 : public Configurator {
     void InitializeDieClass() override;
     void InitializePLLClass() override;
     void SetDefaultOptions() override;
-    double DieVoltage() const override;
-    void SetDieVoltage(double voltage) override;
-    void GetCurrentPLLLimits() override;
-    void SetNewPLLLimits() override;
-    bool LimitsEqualDefaults() override;
-    double ReferenceMinimum() const override;
-    double ReferenceMaximum() const override;
     void FillFromEntryFile(clsEntryFile& data) override;
     void ReleaseObjects() override;
 
@@ -170,13 +146,6 @@ class frmQX4860 : public Configurator {
     std::array<int, 3> mintSavedCheck{1, 1, 1};
     std::vector<std::string> mastrPinName;
 
-    std::unique_ptr<EntryFileHost> mHost;
-    std::unique_ptr<clsPLL> mclsPLL;
-    std::unique_ptr<clsReference> mclsReference;
-    std::unique_ptr<cls4860Die> mclsDie;
-    std::unique_ptr<clsQX4860> mclsDevice;
-    std::unique_ptr<clsGraphics> mclsGraphics;
-    std::unique_ptr<clsEntryFile4860> mclsEntryFile;
     std::unique_ptr<clsPower4860> mclsPower;
 };
 

@@ -27,7 +27,7 @@ bool StartsWith(const std::string& text, char letter) {
 
 }  // namespace
 
-frmQX6105A::frmQX6105A(Application& app) : Configurator(app, "frmQX6105A") {
+frmQX6105A::frmQX6105A(Application& app) : frm4860Family(app, "frmQX6105A") {
     txtPLLMin.Resize(3);
     txtPLLMax.Resize(3);
     SetCaption("QX6105A");
@@ -110,73 +110,13 @@ void frmQX6105A::ConnectEvents() {
     for (int k = 0; k < kStates * kOutputs; ++k) {
         cboActual[k].OnClick = [this, k] { cboActual_Click(k); };
     }
-    cboFRef.OnGotFocus = [this] { mHelp::ShowDeviceHint(1, *this); };
-    cboFRef.OnClick = [this] {
-        MarkCalculateDue();
-        CalculateAllDesiredClocks();
-    };
-    for (int i = 0; i < txtPLLMin.Count(); ++i) {
-        txtPLLMin[i].OnGotFocus = [this, i] {
-            mShared::HighLightText(txtPLLMin[i]);
-            mHelp::ShowHint(19, *this, "0.5");
-        };
-        txtPLLMax[i].OnGotFocus = [this, i] {
-            mShared::HighLightText(txtPLLMax[i]);
-            mHelp::ShowHint(20, *this);
-        };
-        txtPLLMin[i].OnKeyPress = [this](int& key) {
-            mShared::MaskKeystrokeForNumbers(key, 0, App().Services());
-        };
-        txtPLLMax[i].OnKeyPress = [this](int& key) {
-            mShared::MaskKeystrokeForNumbers(key, 0, App().Services());
-        };
-    }
+    ConnectFamilyEvents();
 }
 
 // ---------------------------------------------------------------- objects
 
-clsPLL& frmQX6105A::PLL() {
-    if (!mclsPLL)
-        mclsPLL = std::make_unique<clsPLL>(App().Errors());
-    return *mclsPLL;
-}
-clsReference& frmQX6105A::Reference() {
-    if (!mclsReference)
-        mclsReference = std::make_unique<clsReference>(App().Errors());
-    return *mclsReference;
-}
-cls4860Die& frmQX6105A::Die() {
-    if (!mclsDie)
-        mclsDie = std::make_unique<cls4860Die>(App().Errors());
-    return *mclsDie;
-}
-clsQX4860& frmQX6105A::DeviceRules() {
-    if (!mclsDevice)
-        mclsDevice = std::make_unique<clsQX4860>(App().Errors());
-    return *mclsDevice;
-}
-
-clsGraphics& frmQX6105A::Graphics() {
-    if (!mclsGraphics) {
-        mclsGraphics = std::make_unique<clsGraphics>(App().Errors(), App().gintTwipsPerPixelX,
-                                                     App().gintTwipsPerPixelY);
-    }
-    return *mclsGraphics;
-}
-
-clsEntryFile4860& frmQX6105A::EntryFile() {
-    if (!mclsEntryFile)
-        mclsEntryFile = std::make_unique<clsEntryFile4860>(App().EntryHost());
-    return *mclsEntryFile;
-}
-
 void frmQX6105A::ReleaseObjects() {
-    mclsPLL.reset();
-    mclsReference.reset();
-    mclsDie.reset();
-    mclsDevice.reset();
-    mclsGraphics.reset();
-    mclsEntryFile.reset();
+    ReleaseFamilyObjects();
 }
 
 // ---------------------------------------------------------------- device and load
@@ -185,19 +125,6 @@ void frmQX6105A::SetDevice(const std::string& device) {
     Configurator::SetDevice(device);
     EntryFile().SetForm(*this);
     opt5V.SetEnabled(device != "QX6105AI");
-}
-
-std::string frmQX6105A::Checksum() {
-    return std::to_string(EntryFile().Checksum());
-}
-
-void frmQX6105A::MakeEntryFile(const std::string& path) {
-    EntryFile().MakeEntryFile();
-    EntryFile().WriteEntryFile(path);
-}
-
-void frmQX6105A::MakeEPROMVector(const std::string& path, bool fromForm) {
-    EntryFile().MakeEPROMVector(path, fromForm);
 }
 
 std::string frmQX6105A::PinName(int index) const {
@@ -269,34 +196,6 @@ void frmQX6105A::SetDefaultOptions() {
     } else {
         optOE.SetValue(true);
     }
-}
-
-double frmQX6105A::DieVoltage() const {
-    return mclsDie ? mclsDie->mdblVoltage : 5.0;
-}
-void frmQX6105A::SetDieVoltage(double voltage) {
-    Die().mdblVoltage = voltage;
-}
-
-void frmQX6105A::GetCurrentPLLLimits() {
-    DeviceRules().GetCurrentPLLLimits(*this, Reference(), Die());
-}
-void frmQX6105A::SetNewPLLLimits() {
-    DeviceRules().SetNewPLLLimits(*this, Reference(), Die());
-}
-
-bool frmQX6105A::LimitsEqualDefaults() {
-    std::vector<double> currentMin(3), currentMax(3), defaultMin(3), defaultMax(3);
-    Die().GetCurrentLimits(currentMin, currentMax);
-    Die().GetDefaultLimits(defaultMin, defaultMax);
-    return currentMin == defaultMin && currentMax == defaultMax;
-}
-
-double frmQX6105A::ReferenceMinimum() const {
-    return mclsReference ? mclsReference->Minimum() : 1;
-}
-double frmQX6105A::ReferenceMaximum() const {
-    return mclsReference ? mclsReference->Maximum() : 30;
 }
 
 // ---------------------------------------------------------------- prescale
@@ -434,10 +333,6 @@ double frmQX6105A::OutputMaximum() const {
     if (lblDevice.Caption() == "QX6105AF")
         return threeVolt ? 80 : 100;
     return threeVolt ? 100 : 130;
-}
-
-void frmQX6105A::CheckOutputLimits(Field& field) {
-    mShared::CheckLimits(field, 0.5, OutputMaximum());
 }
 
 void frmQX6105A::CheckPLLLimits() {

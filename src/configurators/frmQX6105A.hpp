@@ -1,25 +1,17 @@
 #pragma once
 #include <array>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "configurators/Configurator.hpp"
+#include "configurators/frm4860Family.hpp"
 
 namespace pendulon {
-
-class clsPLL;
-class clsReference;
-class cls4860Die;
-class clsQX4860;
-class clsGraphics;
-class clsEntryFile4860;
 
 // The QX6105A, QX6105AF and QX6105AI: one PLL that runs at two frequencies chosen by pin 8
 // (FS), or at one when pin 8 is an output enable; three outputs with one divisor each for both
 // states. Six-element output arrays run CLKA, CLKB, CLKC of state 0, then of state 1: index k
 // is state k / 3, output k % 3.
-class frmQX6105A : public Configurator {
+class frmQX6105A : public frm4860Family {
   public:
     explicit frmQX6105A(Application& app);
     ~frmQX6105A() override;
@@ -29,9 +21,6 @@ class frmQX6105A : public Configurator {
 
     // Configurator
     void SetDevice(const std::string& device) override;
-    std::string Checksum() override;
-    void MakeEntryFile(const std::string& path) override;
-    void MakeEPROMVector(const std::string& path, bool fromForm) override;
     std::string PinName(int index) const override;
     void CalculatePower() override;
     void DisplayAllActuals() override;
@@ -50,17 +39,8 @@ class frmQX6105A : public Configurator {
     void txtPLL_LostFocus(int Index);
     void chkSmoothSlew_Click();
 
-    void CheckOutputLimits(Field& field);
     void DisplayPinout();
     void FindPLLs() override;
-
-    // The objects the window owns, created on first use.
-    clsPLL& PLL();
-    clsReference& Reference();
-    cls4860Die& Die();
-    clsQX4860& DeviceRules();
-    clsGraphics& Graphics();
-    clsEntryFile4860& EntryFile();
 
     // Fields.
     Frame fraPin8;
@@ -86,13 +66,6 @@ class frmQX6105A : public Configurator {
     void InitializeDieClass() override;
     void InitializePLLClass() override;
     void SetDefaultOptions() override;
-    double DieVoltage() const override;
-    void SetDieVoltage(double voltage) override;
-    void GetCurrentPLLLimits() override;
-    void SetNewPLLLimits() override;
-    bool LimitsEqualDefaults() override;
-    double ReferenceMinimum() const override;
-    double ReferenceMaximum() const override;
     void FillFromEntryFile(clsEntryFile& data) override;
     void ReleaseObjects() override;
 
@@ -100,18 +73,11 @@ class frmQX6105A : public Configurator {
     void RegisterFields();
     void ConnectEvents();
     // The output maximum of the device at the present voltage.
-    double OutputMaximum() const;
+    double OutputMaximum() const override;
     double Frequency(int state) const;
 
     std::array<bool, kStates> mablnPreScale{};
     std::vector<std::string> mastrPinName;
-
-    std::unique_ptr<clsPLL> mclsPLL;
-    std::unique_ptr<clsReference> mclsReference;
-    std::unique_ptr<cls4860Die> mclsDie;
-    std::unique_ptr<clsQX4860> mclsDevice;
-    std::unique_ptr<clsGraphics> mclsGraphics;
-    std::unique_ptr<clsEntryFile4860> mclsEntryFile;
 };
 
 }  // namespace pendulon

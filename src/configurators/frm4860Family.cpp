@@ -1,0 +1,149 @@
+#include "configurators/frm4860Family.hpp"
+
+#include <utility>
+#include <vector>
+
+#include "configurators/mHelp.hpp"
+#include "core/Numbers.hpp"
+#include "core/cls4860Die.hpp"
+#include "core/clsPLL.hpp"
+#include "core/clsQX4860.hpp"
+#include "core/clsReference.hpp"
+#include "core/mShared.hpp"
+#include "entryfile/clsEntryFile4860.hpp"
+#include "graphics/clsGraphics.hpp"
+#include "shell/Application.hpp"
+
+namespace pendulon {
+
+frm4860Family::frm4860Family(Application& app, std::string formName)
+    : Configurator(app, std::move(formName)) {}
+
+frm4860Family::~frm4860Family() = default;
+
+void frm4860Family::ConnectFamilyEvents() {
+    cboFRef.OnGotFocus = [this] { mHelp::ShowDeviceHint(1, *this); };
+    cboFRef.OnClick = [this] {
+        MarkCalculateDue();
+        CalculateAllDesiredClocks();
+    };
+    for (int i = 0; i < txtPLLMin.Count(); ++i) {
+        txtPLLMin[i].OnGotFocus = [this, i] {
+            mShared::HighLightText(txtPLLMin[i]);
+            mHelp::ShowHint(19, *this, "0.5");
+        };
+        txtPLLMax[i].OnGotFocus = [this, i] {
+            mShared::HighLightText(txtPLLMax[i]);
+            mHelp::ShowHint(20, *this);
+        };
+        txtPLLMin[i].OnKeyPress = [this](int& key) {
+            mShared::MaskKeystrokeForNumbers(key, 0, App().Services());
+        };
+        txtPLLMax[i].OnKeyPress = [this](int& key) {
+            mShared::MaskKeystrokeForNumbers(key, 0, App().Services());
+        };
+    }
+}
+
+// ---------------------------------------------------------------- entry file
+
+std::string frm4860Family::Checksum() {
+    return IntegerText(EntryFile().Checksum());
+}
+
+void frm4860Family::MakeEntryFile(const std::string& path) {
+    EntryFile().MakeEntryFile();
+    EntryFile().WriteEntryFile(path);
+}
+
+void frm4860Family::MakeEPROMVector(const std::string& path, bool fromForm) {
+    EntryFile().MakeEPROMVector(path, fromForm);
+}
+
+// ---------------------------------------------------------------- voltage and limits
+
+double frm4860Family::DieVoltage() const {
+    return mclsDie ? mclsDie->mdblVoltage : 5.0;
+}
+
+void frm4860Family::SetDieVoltage(double voltage) {
+    Die().mdblVoltage = voltage;
+}
+
+void frm4860Family::GetCurrentPLLLimits() {
+    DeviceRules().GetCurrentPLLLimits(*this, Reference(), Die());
+}
+
+void frm4860Family::SetNewPLLLimits() {
+    DeviceRules().SetNewPLLLimits(*this, Reference(), Die());
+}
+
+bool frm4860Family::LimitsEqualDefaults() {
+    std::vector<double> currentMin(3), currentMax(3), defaultMin(3), defaultMax(3);
+    Die().GetCurrentLimits(currentMin, currentMax);
+    Die().GetDefaultLimits(defaultMin, defaultMax);
+    return currentMin == defaultMin && currentMax == defaultMax;
+}
+
+double frm4860Family::ReferenceMinimum() const {
+    return mclsReference ? mclsReference->Minimum() : 1;
+}
+
+double frm4860Family::ReferenceMaximum() const {
+    return mclsReference ? mclsReference->Maximum() : 30;
+}
+
+void frm4860Family::CheckOutputLimits(Field& field) {
+    mShared::CheckLimits(field, 0.5, OutputMaximum());
+}
+
+// ---------------------------------------------------------------- objects
+
+clsPLL& frm4860Family::PLL() {
+    if (!mclsPLL)
+        mclsPLL = std::make_unique<clsPLL>(App().Errors());
+    return *mclsPLL;
+}
+
+clsReference& frm4860Family::Reference() {
+    if (!mclsReference)
+        mclsReference = std::make_unique<clsReference>(App().Errors());
+    return *mclsReference;
+}
+
+cls4860Die& frm4860Family::Die() {
+    if (!mclsDie)
+        mclsDie = std::make_unique<cls4860Die>(App().Errors());
+    return *mclsDie;
+}
+
+clsQX4860& frm4860Family::DeviceRules() {
+    if (!mclsDevice)
+        mclsDevice = std::make_unique<clsQX4860>(App().Errors());
+    return *mclsDevice;
+}
+
+clsGraphics& frm4860Family::Graphics() {
+    if (!mclsGraphics) {
+        mclsGraphics = std::make_unique<clsGraphics>(App().Errors(), App().gintTwipsPerPixelX,
+                                                     App().gintTwipsPerPixelY);
+    }
+    return *mclsGraphics;
+}
+
+clsEntryFile4860& frm4860Family::EntryFile() {
+    if (!mclsEntryFile)
+        mclsEntryFile = std::make_unique<clsEntryFile4860>(App().EntryHost());
+    return *mclsEntryFile;
+}
+
+void frm4860Family::ReleaseFamilyObjects() {
+    mclsPLL.reset();
+    mclsReference.reset();
+    mclsDie.reset();
+    mclsDevice.reset();
+    mclsGraphics.reset();
+    mclsEntryFile.reset();
+}
+
+}  // namespace pendulon
