@@ -1,5 +1,6 @@
 #include "configurators/frm4860Family.hpp"
 
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -43,6 +44,18 @@ void frm4860Family::ConnectFamilyEvents() {
             mShared::MaskKeystrokeForNumbers(key, 0, App().Services());
         };
     }
+}
+
+void frm4860Family::ConnectPLLFieldHelp(ControlArray<TextField>& txtPLL, int i,
+                                        const std::string& word) {
+    txtPLL[i].OnGotFocus = [this, &txtPLL, i, word] {
+        mShared::HighLightText(txtPLL[i]);
+        mHelp::ShowHint(6, *this, word, GeneralNumber(Die().MinimumPLLVoltage()),
+                        GeneralNumber(Die().MaximumPLLVoltage()));
+    };
+    txtPLL[i].OnKeyPress = [this](int& key) {
+        mShared::MaskKeystrokeForNumbers(key, 0, App().Services());
+    };
 }
 
 // ---------------------------------------------------------------- entry file
@@ -91,6 +104,25 @@ double frm4860Family::ReferenceMinimum() const {
 
 double frm4860Family::ReferenceMaximum() const {
     return mclsReference ? mclsReference->Maximum() : 30;
+}
+
+void frm4860Family::InitializeDieDefaults(const std::string& plain, const std::string& industrial,
+                                          const std::string& fast) {
+    const std::string device = lblDevice.Caption();
+    std::array<double, 2> minimum{};
+    std::array<double, 2> maximum{};
+    if (device == plain || device == industrial) {
+        minimum = {4, 4};
+        maximum = {150, 200};
+    } else if (device == fast) {
+        minimum = {4, 4};
+        maximum = {120, 160};
+    } else {
+        RaiseError(10301, "InitializeDieClass", "Invalid device: " + device);
+        return;
+    }
+    Die().mdblVoltage = opt3V.Value() ? 3.3 : 5.0;
+    Die().SetDefaultLimits(minimum, maximum);
 }
 
 void frm4860Family::CheckOutputLimits(Field& field) {

@@ -47,12 +47,21 @@ class frm4860Family : public Configurator {
     double ReferenceMinimum() const override;
     double ReferenceMaximum() const override;
 
+    // Sets the die's voltage from opt3V and its VCO defaults by the device shown in lblDevice:
+    // the plain and industrial parts run 4-150 MHz at 3.3 V and 4-200 MHz at 5 V, the fast
+    // part 4-120 MHz and 4-160 MHz. Any other device is reported as invalid.
+    void InitializeDieDefaults(const std::string& plain, const std::string& industrial,
+                               const std::string& fast);
+
     // Highest output frequency of the device at the present voltage.
     virtual double OutputMaximum() const = 0;
 
     // Connects cboFRef's got-focus hint and click, and the limit fields' got-focus hints and
     // key filters. Runs after the fields are registered, as it replaces the reference click.
     void ConnectFamilyEvents();
+    // Element i of a PLL frequency array shows the range hint with word when it gets the focus
+    // (its text highlighted) and takes only keys of a number.
+    void ConnectPLLFieldHelp(ControlArray<TextField>& txtPLL, int i, const std::string& word);
     // Releases the family objects, in the order they are declared.
     void ReleaseFamilyObjects();
 

@@ -145,16 +145,9 @@ void frmQX4860::ConnectEvents() {
     vsbPLLData.OnChange = [this] { vsbPLLData_Change(); };
     for (int i = 0; i < kRows; ++i) {
         txtPLL[i].OnChange = [this, i] { txtPLL_Change(i); };
-        txtPLL[i].OnGotFocus = [this, i] {
-            mShared::HighLightText(txtPLL[i]);
-            // The word is CPLL on this window as well.
-            mHelp::ShowHint(6, *this, "CPLL", GeneralNumber(Die().MinimumPLLVoltage()),
-                            GeneralNumber(Die().MaximumPLLVoltage()));
-        };
+        // The word is CPLL on this window as well.
+        ConnectPLLFieldHelp(txtPLL, i, "CPLL");
         txtPLL[i].OnLostFocus = [this, i] { txtPLL_LostFocus(i); };
-        txtPLL[i].OnKeyPress = [this](int& key) {
-            mShared::MaskKeystrokeForNumbers(key, 0, App().Services());
-        };
         cboPLLData[i].OnClick = [this, i] { cboPLLData_Click(i); };
         cboActualClkA[i].OnClick = [this, i] { cboActualClkA_Click(i); };
         cboActualRefClk[i].OnClick = [this, i] { cboActualRefClk_Click(i); };
@@ -269,21 +262,7 @@ void frmQX4860::InitializeControls() {
 }
 
 void frmQX4860::InitializeDieClass() {
-    const std::string device = lblDevice.Caption();
-    std::array<double, 2> minimum{};
-    std::array<double, 2> maximum{};
-    if (device == "QX4860" || device == "QX4860I") {
-        minimum = {4, 4};
-        maximum = {150, 200};
-    } else if (device == "QX4860F") {
-        minimum = {4, 4};
-        maximum = {120, 160};
-    } else {
-        RaiseError(10301, "InitializeDieClass", "Invalid device: " + device);
-        return;
-    }
-    Die().mdblVoltage = opt3V.Value() ? 3.3 : 5.0;
-    Die().SetDefaultLimits(minimum, maximum);
+    InitializeDieDefaults("QX4860", "QX4860I", "QX4860F");
 }
 
 void frmQX4860::InitializePLLClass() {

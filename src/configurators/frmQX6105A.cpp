@@ -88,15 +88,8 @@ void frmQX6105A::ConnectEvents() {
     chkSmoothSlew.OnLostFocus = [this] { mHelp::ShowHint(0, *this); };
     for (int i = 0; i < kStates; ++i) {
         txtPLL[i].OnChange = [this, i] { txtPLL_Change(i); };
-        txtPLL[i].OnGotFocus = [this, i] {
-            mShared::HighLightText(txtPLL[i]);
-            mHelp::ShowHint(6, *this, "PLL", GeneralNumber(Die().MinimumPLLVoltage()),
-                            GeneralNumber(Die().MaximumPLLVoltage()));
-        };
+        ConnectPLLFieldHelp(txtPLL, i, "PLL");
         txtPLL[i].OnLostFocus = [this, i] { txtPLL_LostFocus(i); };
-        txtPLL[i].OnKeyPress = [this](int& key) {
-            mShared::MaskKeystrokeForNumbers(key, 0, App().Services());
-        };
         cboPLLData[i].OnClick = [this, i] { cboPLLData_Click(i); };
     }
     for (int j = 0; j < kOutputs; ++j) {
@@ -160,21 +153,7 @@ void frmQX6105A::InitializeControls() {
 }
 
 void frmQX6105A::InitializeDieClass() {
-    const std::string device = lblDevice.Caption();
-    std::array<double, 2> minimum{};
-    std::array<double, 2> maximum{};
-    if (device == "QX6105A" || device == "QX6105AI") {
-        minimum = {4, 4};
-        maximum = {150, 200};
-    } else if (device == "QX6105AF") {
-        minimum = {4, 4};
-        maximum = {120, 160};
-    } else {
-        RaiseError(10301, "InitializeDieClass", "Invalid device: " + device);
-        return;
-    }
-    Die().mdblVoltage = opt3V.Value() ? 3.3 : 5.0;
-    Die().SetDefaultLimits(minimum, maximum);
+    InitializeDieDefaults("QX6105A", "QX6105AI", "QX6105AF");
 }
 
 void frmQX6105A::InitializePLLClass() {
