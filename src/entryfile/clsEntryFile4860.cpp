@@ -1,11 +1,12 @@
 #include "entryfile/clsEntryFile4860.hpp"
 
+#include "shell/Application.hpp"
+
 #include "configurators/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/clsPLL.hpp"
 #include "core/mShared.hpp"
-#include "entryfile/ApplicationEntryFileHost.hpp"
 #include "entryfile/Checksums.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "platform/CheckBox.hpp"
@@ -64,10 +65,7 @@ struct Selections {
 }  // namespace
 
 clsEntryFile4860::clsEntryFile4860(EntryFileHost& host) : host_(host), entry_(host.Errors()) {}
-clsEntryFile4860::clsEntryFile4860(Application& app)
-    : ownHost_(std::make_unique<ApplicationEntryFileHost>(app)),
-      host_(*ownHost_),
-      entry_(host_.Errors()) {}
+clsEntryFile4860::clsEntryFile4860(Application& app) : clsEntryFile4860(app.EntryHost()) {}
 clsEntryFile4860::~clsEntryFile4860() = default;
 
 bool clsEntryFile4860::Is4860Device(const std::string& device) {

@@ -62,7 +62,6 @@ class clsEntryFile4860 {
     bool On(EntryForm& form, const std::string& name);
     Field* Find(EntryForm& form, const std::string& name);
 
-    std::unique_ptr<EntryFileHost> ownHost_;
     EntryFileHost& host_;
     std::unique_ptr<EntryForm> form_;
     clsEntryFile entry_;
