@@ -9,32 +9,8 @@
 
 namespace {
 
-struct CliRun {
-    int exitCode = -1;
-    std::string out;
-    std::string err;
-};
-
-// Runs pendulon-cli with the arguments (simple words, single-quoted for the shell).
-CliRun RunCli(const std::vector<std::string>& args) {
-    static int counter = 0;
-    const std::string errPath =
-        pendulon::test::MakeTempDir() + "/stderr" + std::to_string(++counter) + ".txt";
-    std::string command = std::string("'") + PENDULON_CLI + "'";
-    for (const auto& arg : args) command += " '" + arg + "'";
-    command += " 2>'" + errPath + "'";
-    CliRun run;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr)
-        return run;
-    char buffer[4096];
-    size_t n = 0;
-    while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0) run.out.append(buffer, n);
-    const int status = pclose(pipe);
-    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    run.err = pendulon::test::ReadFile(errPath);
-    return run;
-}
+using CliRun = pendulon::test::CliResult;
+using pendulon::test::RunCli;
 
 CliRun Solve(std::vector<std::string> args) {
     args.insert(args.begin(), "solve");

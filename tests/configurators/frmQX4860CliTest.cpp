@@ -10,27 +10,8 @@
 
 namespace {
 
-struct CliRun {
-    int exitCode = -1;
-    std::string out;
-};
-
-// Runs pendulon-cli with the arguments, each single-quoted for the shell.
-CliRun RunCli(const std::vector<std::string>& args) {
-    std::string command = std::string("'") + PENDULON_CLI + "'";
-    for (const auto& arg : args) command += " '" + arg + "'";
-    command += " 2>/dev/null";
-    CliRun run;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr)
-        return run;
-    char buffer[4096];
-    size_t n = 0;
-    while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0) run.out.append(buffer, n);
-    const int status = pclose(pipe);
-    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return run;
-}
+using CliRun = pendulon::test::CliResult;
+using pendulon::test::RunCli;
 
 // A new QX4860 with a 20 MHz reference, Clock A from PLL/2 and 80 MHz in row 0: every row is
 // filled with 80, runs at 160 behind the prescaler and is solved exactly by P = 12, Q = 3.

@@ -26,29 +26,11 @@ namespace fs = std::filesystem;
 // 2023-11-14 22:13:20 UTC.
 constexpr const char* kEpoch = "1700000000";
 
-struct CliRun {
-    int exitCode = -1;
-    std::string out;
-    std::string err;
-};
+using CliRun = CliResult;
 
-// Runs pendulon-cli with the arguments, each single-quoted for the shell, with the dates fixed.
-CliRun RunCli(const std::vector<std::string>& args) {
-    const std::string errFile = (fs::path(MakeTempDir()) / "stderr.txt").string();
-    std::string command = std::string("SOURCE_DATE_EPOCH=") + kEpoch + " '" + PENDULON_CLI + "'";
-    for (const auto& arg : args) command += " '" + arg + "'";
-    command += " 2>'" + errFile + "'";
-    CliRun run;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr)
-        return run;
-    char buffer[4096];
-    size_t n = 0;
-    while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0) run.out.append(buffer, n);
-    const int status = pclose(pipe);
-    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    run.err = ReadFile(errFile);
-    return run;
+// Runs pendulon-cli with the arguments, with the dates fixed.
+CliRun RunCliFixed(const std::vector<std::string>& args) {
+    return RunCli(args, {std::string("SOURCE_DATE_EPOCH=") + kEpoch});
 }
 
 // The program in this process, on the same fixed date as the command line runs.
@@ -140,7 +122,7 @@ std::string In(const std::string& folder, const std::string& name) {
 TEST(ToolCli, OpenSavePrintJedWriteWhatTheModelsWrite) {
     const std::string dir = MakeTempDir();
     const std::string source = MakeSavedEntryFile(dir);
-    const CliRun run = RunCli({"open", source, "--save", In(dir, "cli.ent"), "--print",
+    const CliRun run = RunCliFixed({"open", source, "--save", In(dir, "cli.ent"), "--print",
                                In(dir, "cli.txt"), "--jed", In(dir, "cli.jed")});
     ASSERT_EQ(run.exitCode, 0) << run.err;
 
@@ -179,7 +161,7 @@ TEST(ToolCli, OpenSavePrintJedWriteWhatTheModelsWrite) {
 TEST(ToolCli, JedWritesTheVectorOfTheSavedFile) {
     const std::string dir = MakeTempDir();
     const std::string source = MakeSavedEntryFile(dir);
-    const CliRun run = RunCli({"jed", source, "-o", In(dir, "cli.jed")});
+    const CliRun run = RunCliFixed({"jed", source, "-o", In(dir, "cli.jed")});
     ASSERT_EQ(run.exitCode, 0) << run.err;
 
     Program program;
@@ -196,9 +178,9 @@ TEST(ToolCli, OptionsDetailsChoosesTheDescriptionsOfTheSavedFile) {
     const std::string dir = MakeTempDir();
     const std::string source = MakeSavedEntryFile(dir);
     const CliRun on =
-        RunCli({"open", source, "--options-details", "on", "--save", In(dir, "on.ent")});
+        RunCliFixed({"open", source, "--options-details", "on", "--save", In(dir, "on.ent")});
     const CliRun off =
-        RunCli({"open", source, "--options-details", "off", "--save", In(dir, "off.ent")});
+        RunCliFixed({"open", source, "--options-details", "off", "--save", In(dir, "off.ent")});
     ASSERT_EQ(on.exitCode, 0) << on.err;
     ASSERT_EQ(off.exitCode, 0) << off.err;
 
@@ -212,12 +194,12 @@ TEST(ToolCli, OptionsDetailsChoosesTheDescriptionsOfTheSavedFile) {
     EXPECT_EQ(ReadFile(In(dir, "off.ent")), ReadFile(In(dir, "model-off.ent")));
     EXPECT_GT(ReadFile(In(dir, "on.ent")).size(), ReadFile(In(dir, "off.ent")).size());
 
-    EXPECT_EQ(RunCli({"open", source, "--options-details", "maybe"}).exitCode, 2);
+    EXPECT_EQ(RunCliFixed({"open", source, "--options-details", "maybe"}).exitCode, 2);
 }
 
 TEST(ToolCli, OpenOfMissingFileFailsWithTheProgramsMessage) {
     const std::string dir = MakeTempDir();
-    const CliRun run = RunCli({"open", In(dir, "missing.ent"), "--save", In(dir, "x.ent")});
+    const CliRun run = RunCliFixed({"open", In(dir, "missing.ent"), "--save", In(dir, "x.ent")});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_NE(run.err.find("The path and/or file name cannot be found."), std::string::npos);
     EXPECT_FALSE(fs::exists(In(dir, "x.ent")));
@@ -225,14 +207,14 @@ TEST(ToolCli, OpenOfMissingFileFailsWithTheProgramsMessage) {
 
 TEST(ToolCli, JedOfUnsavableDocumentLeavesNoFileAndBadUsageIsRefused) {
     const std::string dir = MakeTempDir();
-    EXPECT_EQ(RunCli({"jed", In(dir, "a.ent")}).exitCode, 2);
-    EXPECT_EQ(RunCli({"jed", In(dir, "a.ent"), "--out", In(dir, "a.jed")}).exitCode, 2);
-    EXPECT_EQ(RunCli({"jed", In(dir, "a.ent"), "-o", In(dir, "a.jed")}).exitCode, 1);
+    EXPECT_EQ(RunCliFixed({"jed", In(dir, "a.ent")}).exitCode, 2);
+    EXPECT_EQ(RunCliFixed({"jed", In(dir, "a.ent"), "--out", In(dir, "a.jed")}).exitCode, 2);
+    EXPECT_EQ(RunCliFixed({"jed", In(dir, "a.ent"), "-o", In(dir, "a.jed")}).exitCode, 1);
     EXPECT_FALSE(fs::exists(In(dir, "a.jed")));
     const std::string source = MakeSavedEntryFile(dir);
-    EXPECT_EQ(RunCli({"open", source, "--print"}).exitCode, 2);
+    EXPECT_EQ(RunCliFixed({"open", source, "--print"}).exitCode, 2);
     // A vector into a folder that does not exist is reported, and nothing is left behind.
-    const CliRun bad = RunCli({"open", source, "--jed", In(dir, "no/such/v.jed")});
+    const CliRun bad = RunCliFixed({"open", source, "--jed", In(dir, "no/such/v.jed")});
     EXPECT_EQ(bad.exitCode, 1);
     EXPECT_FALSE(fs::exists(In(dir, "no")));
 }
@@ -240,7 +222,7 @@ TEST(ToolCli, JedOfUnsavableDocumentLeavesNoFileAndBadUsageIsRefused) {
 TEST(ToolCli, NewDocumentTakesTheSameActions) {
     const std::string dir = MakeTempDir();
     const CliRun run =
-        RunCli({"new", "QX4860", "--set", "cboFRef=20.00000 MHz", "--set", "cboClkADiv=PLL/2",
+        RunCliFixed({"new", "QX4860", "--set", "cboFRef=20.00000 MHz", "--set", "cboClkADiv=PLL/2",
                 "--set", "txtPLL(0)=80", "--click", "cmdCalculate", "--save", In(dir, "cli.ent"),
                 "--jed", In(dir, "cli.jed"), "--print", In(dir, "cli.txt")});
     ASSERT_EQ(run.exitCode, 0) << run.err;
@@ -259,19 +241,19 @@ TEST(ToolCli, NewDocumentTakesTheSameActions) {
 TEST(ToolCli, NewWithUncalculatedChangeCannotSaveOrMakeVector) {
     const std::string dir = MakeTempDir();
     const CliRun save =
-        RunCli({"new", "QX4860", "--set", "cboFRef=20.00000 MHz", "--save", In(dir, "x.ent")});
+        RunCliFixed({"new", "QX4860", "--set", "cboFRef=20.00000 MHz", "--save", In(dir, "x.ent")});
     EXPECT_EQ(save.exitCode, 1);
     EXPECT_NE(save.err.find("Warning! You have not calculated your configurations."),
               std::string::npos);
     EXPECT_FALSE(fs::exists(In(dir, "x.ent")));
     const CliRun jed =
-        RunCli({"new", "QX4860", "--set", "cboFRef=20.00000 MHz", "--jed", In(dir, "x.jed")});
+        RunCliFixed({"new", "QX4860", "--set", "cboFRef=20.00000 MHz", "--jed", In(dir, "x.jed")});
     EXPECT_EQ(jed.exitCode, 1);
     EXPECT_FALSE(fs::exists(In(dir, "x.jed")));
 }
 
 TEST(ToolCli, HelpListsOpenJedAndTheDocumentActions) {
-    const CliRun run = RunCli({"--help"});
+    const CliRun run = RunCliFixed({"--help"});
     ASSERT_EQ(run.exitCode, 0);
     for (const char* text : {"open FILE [ACTION]...", "jed FILE.ent -o OUT.jed", "--save PATH",
                              "--options-details on|off", "--print PATH", "--jed PATH"})
