@@ -190,17 +190,23 @@ const char* const kOpenUsage =
     "or:\n" PENDULON_TOOL_ACTIONS "      the save and vector dialogs are answered with PATH";
 const char* const kOpenSummary = "open an entry file and run the actions on it";
 
+// Opens the file as File, Open does; a refusal is told on standard error.
+bool OpenOrReport(DocumentSession& session, const std::string& path) {
+    std::string error;
+    if (OpenDocument(session, path, error))
+        return true;
+    std::cerr << "pendulon-cli: " << error << "\n";
+    return false;
+}
+
 int RunOpen(const std::vector<std::string>& args) {
     if (args.empty() || args[0].rfind("--", 0) == 0) {
         std::cerr << "pendulon-cli: open needs an entry file\n";
         return 2;
     }
     DocumentSession session(std::cout, std::cerr);
-    std::string error;
-    if (!OpenDocument(session, args[0], error)) {
-        std::cerr << "pendulon-cli: " << error << "\n";
+    if (!OpenOrReport(session, args[0]))
         return 1;
-    }
     return RunDocumentActions(session, args, 1);
 }
 
@@ -214,11 +220,8 @@ int RunJed(const std::vector<std::string>& args) {
         return 2;
     }
     DocumentSession session(std::cout, std::cerr);
-    std::string error;
-    if (!OpenDocument(session, args[0], error)) {
-        std::cerr << "pendulon-cli: " << error << "\n";
+    if (!OpenOrReport(session, args[0]))
         return 1;
-    }
     return CreateVector(session, args[2], false);
 }
 

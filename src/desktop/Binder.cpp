@@ -1,5 +1,7 @@
 #include "desktop/Binder.hpp"
 
+#include "desktop/KeyModifiers.hpp"
+
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
@@ -49,17 +51,6 @@ int ButtonOf(Qt::MouseButton button) {
         default:
             return 0;
     }
-}
-
-int ShiftOf(Qt::KeyboardModifiers modifiers) {
-    int shift = 0;
-    if (modifiers & Qt::ShiftModifier)
-        shift |= 1;
-    if (modifiers & Qt::ControlModifier)
-        shift |= 2;
-    if (modifiers & Qt::AltModifier)
-        shift |= 4;
-    return shift;
 }
 
 // The character code a key press stands for, or 0 when it is not a character.

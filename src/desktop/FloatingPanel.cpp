@@ -1,5 +1,7 @@
 #include "desktop/FloatingPanel.hpp"
 
+#include "desktop/KeyModifiers.hpp"
+
 #include <QApplication>
 #include <QMouseEvent>
 #include <cmath>
@@ -13,17 +15,6 @@ namespace pendulon {
 
 namespace {
 constexpr double kDefaultTitleHeight = 300;  // twips, before the panel is first painted
-
-int ShiftOf(Qt::KeyboardModifiers modifiers) {
-    int shift = 0;
-    if (modifiers & Qt::ShiftModifier)
-        shift |= 1;
-    if (modifiers & Qt::ControlModifier)
-        shift |= 2;
-    if (modifiers & Qt::AltModifier)
-        shift |= 4;
-    return shift;
-}
 }  // namespace
 
 FloatingPanel::FloatingPanel(Application& app, PictureBox& picture, int twipsPerPixelX,

@@ -1,5 +1,7 @@
 #include "desktop/MainWindow.hpp"
 
+#include "desktop/KeyModifiers.hpp"
+
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
@@ -54,17 +56,6 @@ class ChildSubWindow : public QMdiSubWindow {
     Window& child_;
     bool allowClose_ = false;
 };
-
-int ShiftOf(Qt::KeyboardModifiers modifiers) {
-    int shift = 0;
-    if (modifiers & Qt::ShiftModifier)
-        shift |= 1;
-    if (modifiers & Qt::ControlModifier)
-        shift |= 2;
-    if (modifiers & Qt::AltModifier)
-        shift |= 4;
-    return shift;
-}
 
 }  // namespace
 

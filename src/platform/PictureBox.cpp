@@ -13,37 +13,10 @@ void PictureBox::Cls() {
     Notify();
 }
 
-void PictureBox::Line(double x1, double y1, double x2, double y2, Color color) {
+void PictureBox::AddShape(DrawOp::Type type, double x1, double y1, double x2, double y2,
+                          Color color, Color fill) {
     DrawOp op;
-    op.type = DrawOp::Type::Line;
-    op.x1 = x1;
-    op.y1 = y1;
-    op.x2 = x2;
-    op.y2 = y2;
-    op.color = color;
-    op.drawWidth = DrawWidth;
-    ops_.push_back(std::move(op));
-    CurrentX = x2;
-    CurrentY = y2;
-}
-
-void PictureBox::Box(double x1, double y1, double x2, double y2, Color color) {
-    DrawOp op;
-    op.type = DrawOp::Type::Box;
-    op.x1 = x1;
-    op.y1 = y1;
-    op.x2 = x2;
-    op.y2 = y2;
-    op.color = color;
-    op.drawWidth = DrawWidth;
-    ops_.push_back(std::move(op));
-    CurrentX = x2;
-    CurrentY = y2;
-}
-
-void PictureBox::FilledBox(double x1, double y1, double x2, double y2, Color color, Color fill) {
-    DrawOp op;
-    op.type = DrawOp::Type::FilledBox;
+    op.type = type;
     op.x1 = x1;
     op.y1 = y1;
     op.x2 = x2;
@@ -52,8 +25,21 @@ void PictureBox::FilledBox(double x1, double y1, double x2, double y2, Color col
     op.fillColor = fill;
     op.drawWidth = DrawWidth;
     ops_.push_back(std::move(op));
+    // The pen stays at the end point, as after the classic Line statement.
     CurrentX = x2;
     CurrentY = y2;
+}
+
+void PictureBox::Line(double x1, double y1, double x2, double y2, Color color) {
+    AddShape(DrawOp::Type::Line, x1, y1, x2, y2, color, 0);
+}
+
+void PictureBox::Box(double x1, double y1, double x2, double y2, Color color) {
+    AddShape(DrawOp::Type::Box, x1, y1, x2, y2, color, 0);
+}
+
+void PictureBox::FilledBox(double x1, double y1, double x2, double y2, Color color, Color fill) {
+    AddShape(DrawOp::Type::FilledBox, x1, y1, x2, y2, color, fill);
 }
 
 void PictureBox::Arc(double cx, double cy, double radius, Color color, double start, double end,

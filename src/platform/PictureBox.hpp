@@ -59,6 +59,9 @@ public:
     void Refresh() { Notify(); }
 
 private:
+    void AddShape(DrawOp::Type type, double x1, double y1, double x2, double y2, Color color,
+                  Color fill);
+
     const TextMetrics* metrics_;
     std::vector<DrawOp> ops_;
 };

@@ -63,17 +63,7 @@ TEST_F(AsciiDocumentGolden, QX6105AWithFrequencySelect) {
     form.cboFRef.AddItem("14.31818 MHz");
     form.cboFRef.AddItem("25.00000 MHz");
     form.cboFRef.SetListIndex(1);
-    form.txtPLL[0].SetText("100");
-    form.txtPLL[1].SetText("75");
-    Select(form.cboClkDiv[0], "PLL");
-    Select(form.cboClkDiv[1], "PLL/3");
-    Select(form.cboClkDiv[2], "Ref");
-    Select(form.cboActual[0], "100.00000    PPM:0");
-    Select(form.cboActual[1], "33.33333    PPM:-1");
-    Select(form.cboActual[2], "25.00000    PPM:0");
-    Select(form.cboActual[3], "75.00000    PPM:0");
-    Select(form.cboActual[4], "25.00100    PPM:40");
-    Select(form.cboActual[5], "25.00000    PPM:0");
+    SetFrequencySelectExample(form);
     form.chkSmoothSlew.SetValue(1);
     std::vector<std::string> pins;
     mAsciiPrintout::GetPinout6105A(pins, "Select");

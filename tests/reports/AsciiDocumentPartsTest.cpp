@@ -235,17 +235,7 @@ TEST(Ascii6105ATable, FrequencySelectHasSixRowsForTheTwoStates) {
     Fake6105AForm form;
     form.optFS.SetValue(true);
     Select(form.cboFRef, "25.00000 MHz");
-    form.txtPLL[0].SetText("100");
-    form.txtPLL[1].SetText("75");
-    Select(form.cboClkDiv[0], "PLL");
-    Select(form.cboClkDiv[1], "PLL/3");
-    Select(form.cboClkDiv[2], "Ref");
-    Select(form.cboActual[0], "100.00000    PPM:0");
-    Select(form.cboActual[1], "33.33333    PPM:-1");
-    Select(form.cboActual[2], "25.00000    PPM:0");
-    Select(form.cboActual[3], "75.00000    PPM:0");
-    Select(form.cboActual[4], "25.00100    PPM:40");
-    Select(form.cboActual[5], "25.00000    PPM:0");
+    SetFrequencySelectExample(form);
     const TableLayout t = mAsciiPrintout::MakeTableLayout6105A(form);
     ASSERT_EQ(t.RowNumber, 7);
     const char* labels[] = {"CLKA(0)", "CLKB(0)", "CLKC(0)", "CLKA(1)", "CLKB(1)", "CLKC(1)"};

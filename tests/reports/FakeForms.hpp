@@ -19,6 +19,23 @@ inline void Select(ListField& list, const std::string& entry) {
     list.SetListIndex(0);
 }
 
+// The two states of the example QX6105A document: 100 and 75 MHz, CLKA from the PLL, CLKB
+// from PLL/3, CLKC from the reference of 25 MHz, with the actual entries selected.
+template <class Form>
+void SetFrequencySelectExample(Form& form) {
+    form.txtPLL[0].SetText("100");
+    form.txtPLL[1].SetText("75");
+    Select(form.cboClkDiv[0], "PLL");
+    Select(form.cboClkDiv[1], "PLL/3");
+    Select(form.cboClkDiv[2], "Ref");
+    Select(form.cboActual[0], "100.00000    PPM:0");
+    Select(form.cboActual[1], "33.33333    PPM:-1");
+    Select(form.cboActual[2], "25.00000    PPM:0");
+    Select(form.cboActual[3], "75.00000    PPM:0");
+    Select(form.cboActual[4], "25.00100    PPM:40");
+    Select(form.cboActual[5], "25.00000    PPM:0");
+}
+
 class Fake6105AForm : public Window {
   public:
     Fake6105AForm() : Window("frmQX6105A"), txtPLL(2), cboClkDiv(3), cboActual(6) {
