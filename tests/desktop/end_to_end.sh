@@ -1,5 +1,5 @@
 #!/bin/bash
-# Starts the real program on an X display (run under xvfb-run), drives it with real X input and
+# Starts the real program on an X display of its own (Xvfb), drives it with real X input and
 # keeps screenshots. Usage: end_to_end.sh <pendulon> <screenshot folder>
 set -u
 PROGRAM=$1
@@ -7,14 +7,31 @@ SHOTS=$2
 TITLE='^Pendulon\(tm\) 3\.71$'
 mkdir -p "$SHOTS"
 CONFIG=$(mktemp -d)
-trap 'rm -rf "$CONFIG"' EXIT
+XVFB_PID=
+trap '[ -n "$XVFB_PID" ] && kill "$XVFB_PID" 2>/dev/null; rm -rf "$CONFIG"' EXIT
+
+# Our own X server on a display number the server itself picks as free, so that no other
+# server on the machine can be taken for ours; it writes the number once it accepts clients.
+Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$CONFIG/display" 2>"$CONFIG/xvfb.log" &
+XVFB_PID=$!
+for _ in $(seq 1 300); do
+    [ -s "$CONFIG/display" ] && break
+    kill -0 "$XVFB_PID" 2>/dev/null || break
+    sleep 0.1
+done
+if [ ! -s "$CONFIG/display" ]; then
+    echo "FAIL: the X server did not start" >&2
+    cat "$CONFIG/xvfb.log" >&2
+    exit 1
+fi
+export DISPLAY=":$(tr -d '[:space:]' <"$CONFIG/display")"
 export XDG_CONFIG_HOME="$CONFIG/user"
 # Keep the machine's own system-wide settings out of the test.
 export XDG_CONFIG_DIRS="$CONFIG/system"
 export QT_QPA_PLATFORM=xcb
 SETTINGS="$XDG_CONFIG_HOME/Pendulon/Pendulon.conf"
 
-# On a loaded machine the X server may take longer to answer than xvfb-run waits for.
+# Make sure the server answers before the program starts.
 for _ in $(seq 1 150); do
     xdotool getdisplaygeometry >/dev/null 2>&1 && break
     sleep 0.2
@@ -22,6 +39,9 @@ done
 
 fail() {
     echo "FAIL: $*" >&2
+    # What the screen showed when it went wrong, for the one who reads the log.
+    import -window root "$SHOTS/failed-$(date +%s).png" 2>/dev/null
+    xdotool search --onlyvisible --name '.' getwindowname %@ 2>/dev/null | sed 's/^/  window: /' >&2
     [ -n "${PID:-}" ] && kill "$PID" 2>/dev/null
     exit 1
 }
