@@ -873,11 +873,12 @@ void frmMain::mnuCascade_Click() {
 std::string frmMain::HelpFilePath() const {
     namespace fs = std::filesystem;
     const fs::path dir = app_.Services().AppDirectory();
-    // Beside the program when installed; in the source tree's docs folder when run from a
-    // build folder.
+    // Beside the program; in the source tree's docs folder when run from a build folder; in
+    // the installed tree's data or documentation folder when the program is <prefix>/bin.
     for (const fs::path& candidate :
          {dir / "manual.md", dir / "docs" / "manual.md", dir / ".." / "docs" / "manual.md",
-          dir / ".." / "share" / "pendulon" / "manual.md"}) {
+          dir / ".." / "share" / "pendulon" / "manual.md",
+          dir / ".." / "share" / "doc" / "pendulon" / "manual.md"}) {
         std::error_code ec;
         if (fs::is_regular_file(candidate, ec))
             return candidate.lexically_normal().string();

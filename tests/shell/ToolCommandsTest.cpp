@@ -532,6 +532,37 @@ TEST(ToolHelp, ContentsShowsTheManualThroughTheHelpDialog) {
     EXPECT_EQ(h.platform.HelpShown()[1], (fs::path(h.folder) / "docs" / "manual.md").string());
 }
 
+TEST(ToolHelp, ContentsFindsTheManualOfAnInstalledTree) {
+    ToolHarness h;
+    struct RemoveFolder {
+        std::string path;
+        ~RemoveFolder() { fs::remove_all(path); }
+    } cleanup{h.folder};
+    // The program as <prefix>/bin/pendulon: the manual is in <prefix>/share, not beside it.
+    const fs::path prefix = h.folder;
+    fs::create_directories(prefix / "bin");
+    h.platform.SetAppDirectory((prefix / "bin").string());
+    const fs::path docs = prefix / "share" / "doc" / "pendulon";
+    fs::create_directories(docs);
+    ASSERT_EQ(WriteTextFileAtomically((docs / "manual.md").string(), "#"), "");
+    h.Main().mnuPopupHelp_Click();
+    ASSERT_EQ(h.platform.HelpShown().size(), 1u);
+    EXPECT_EQ(h.platform.HelpShown()[0], (docs / "manual.md").string());
+
+    // The program's own data folder comes before the documentation folder, which a system may
+    // leave out.
+    const fs::path data = prefix / "share" / "pendulon";
+    fs::create_directories(data);
+    ASSERT_EQ(WriteTextFileAtomically((data / "manual.md").string(), "#"), "");
+    h.Main().mnuPopupHelp_Click();
+    EXPECT_EQ(h.platform.HelpShown()[1], (data / "manual.md").string());
+
+    // A manual beside the program still comes first.
+    ASSERT_EQ(WriteTextFileAtomically((prefix / "bin" / "manual.md").string(), "#"), "");
+    h.Main().mnuPopupHelp_Click();
+    EXPECT_EQ(h.platform.HelpShown()[2], (prefix / "bin" / "manual.md").string());
+}
+
 TEST(ToolHelp, WizardEntryIsDisabled) {
     ToolHarness h;
     EXPECT_FALSE(h.Main().mnuDecisionTree.Enabled());
