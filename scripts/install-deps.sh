@@ -9,6 +9,8 @@ packages=(
   clang libclang-rt-14-dev
   xvfb xdotool x11-apps imagemagick xauth
   poppler-utils mame-tools fonts-dejavu-core
+  dpkg-dev file desktop-file-utils shared-mime-info appstream libxml2-utils xdg-utils
+  libfile-mimeinfo-perl libglib2.0-bin
 )
 
 missing=()

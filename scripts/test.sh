@@ -5,6 +5,8 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/build.sh
 ctest --test-dir build --output-on-failure -j2 --timeout 600
+# Pendulon as an installed application: install tree, desktop files, file types, Debian package.
+bash scripts/test-install.sh build
 if [ -f tests/fuzz/CMakeLists.txt ]; then
   bash scripts/fuzz.sh 60
 fi

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QIcon>
 #include <QStringList>
 #include <QTimer>
 
@@ -15,6 +16,9 @@ int main(int argc, char** argv) {
     QApplication qapp(argc, argv);
     QApplication::setOrganizationName("Pendulon");
     QApplication::setApplicationName("Pendulon");
+    // The desktop entry and icon an installed Pendulon goes by.
+    QGuiApplication::setDesktopFileName("com.varnhol.Pendulon");
+    QApplication::setWindowIcon(QIcon::fromTheme("com.varnhol.Pendulon"));
     QApplication::setStyle("Fusion");
 
     ViewRegistry views;
