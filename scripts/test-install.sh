@@ -284,7 +284,7 @@ contents=$(dpkg-deb --contents "$deb" | awk '$1 !~ /^d/ {print $6}' | sed 's|^\.
 $(diff <(expected_files) <(echo "$contents") || true)"
 if command -v apt-get >/dev/null; then
     # apt can install it here: every dependency is known.
-    apt-get install --simulate "$repo/$deb" >"$work/apt.log" 2>&1 ||
+    apt-get install --simulate "$(realpath "$deb")" >"$work/apt.log" 2>&1 ||
         fail "apt-get cannot install the package: $(cat "$work/apt.log")"
     grep -q "^Inst pendulon " "$work/apt.log" || fail "apt-get would not install pendulon: $(cat "$work/apt.log")"
 fi
