@@ -23,8 +23,9 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 if(PENDULON_DESKTOP)
-  # Wayland sessions use the native platform plugin when it is there, X11 otherwise.
-  set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland")
+  # Wayland sessions use the native platform plugin when it is there, X11 otherwise; the SVG
+  # plugin draws the window's icon.
+  set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, libqt6svg6")
 endif()
 
 # A source archive leaves out build folders and the repository.

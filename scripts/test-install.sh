@@ -215,6 +215,12 @@ check_desktop_program() {
     wm_class=$(sed -n 's/^StartupWMClass=//p' "$prefix/share/applications/$app_id.desktop")
     xdotool search --class "^$wm_class\$" | grep -qx "$main_window" ||
         fail "the main window's class is not '$wm_class'"
+    # The window shows the installed icon (drawn from the SVG by Qt's SVG plugin).
+    if [ -e "$(qtpaths6 --query QT_INSTALL_PLUGINS 2>/dev/null)/iconengines/libqsvgicon.so" ] &&
+        command -v xprop >/dev/null; then
+        xprop -id "$main_window" _NET_WM_ICON | grep -q "_NET_WM_ICON(CARDINAL) = " ||
+            fail "the main window has no icon"
+    fi
     stop_app
 
     # With a file, as a double-click does: the file opens (its configuration summary first),
@@ -275,6 +281,7 @@ field() { sed -n "s/^ $1: //p" "$work/info.txt"; }
 expect "Package" pendulon "$(field Package)"
 expect "Version" "$version" "$(field Version)"
 expect "Architecture" "$(dpkg --print-architecture)" "$(field Architecture)"
+expect "Section" electronics "$(field Section)"
 for library in libqt6widgets6 libqt6printsupport6 libqt6gui6 libqt6core6 libstdc++6 libc6; do
     field Depends | tr ',' '\n' | grep -q "^ *$library " || fail "the package does not depend on $library: $(field Depends)"
 done
