@@ -251,6 +251,12 @@ check_desktop_program() {
     xdotool key F1
     [ -n "$(wait_window '^Pendulon Help$')" ] || fail "Help, Contents did not show the installed manual"
     stop_app
+
+    # From a terminal in the file's folder: pendulon FILE.ent.
+    (cd "$work/files" && exec "$prefix/bin/pendulon" "my design.ent") &
+    app_pid=$!
+    [ -n "$(wait_window '^QX4860F Configuration$')" ] || fail "pendulon FILE.ent did not open the file"
+    stop_app
     kill "$xvfb_pid" 2>/dev/null || true
     xvfb_pid=
 }
