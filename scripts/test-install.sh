@@ -200,7 +200,8 @@ check_desktop_program() {
         sleep 0.1
     done
     [ -s "$work/x/display" ] || fail "the X server did not start: $(cat "$work/x/xvfb.log")"
-    export DISPLAY=":$(tr -d '[:space:]' <"$work/x/display")"
+    DISPLAY=":$(tr -d '[:space:]' <"$work/x/display")"
+    export DISPLAY
     export XDG_CONFIG_HOME="$work/user-config" XDG_CONFIG_DIRS="$work/system-config"
     export XDG_RUNTIME_DIR="$work/runtime" QT_QPA_PLATFORM=xcb
     for _ in $(seq 1 150); do
