@@ -6,6 +6,7 @@
 #include "WizardTestSupport.hpp"
 #include "configurators/frmQX4860.hpp"
 #include "configurators/frmQX6105A.hpp"
+#include "platform/TextField.hpp"
 #include "shell/frmDevice.hpp"
 
 namespace pendulon::test {
@@ -86,6 +87,31 @@ TEST(WizardPackage, RoutesAwayFromPageFourLeaveTheFlagClear) {
     p.RunWizard({"No", "No", "Standard", "Factory Programmed"});
     ASSERT_NE(dynamic_cast<frmQX6105A*>(p.app.Document()), nullptr);
     EXPECT_FALSE(p.app.gblnWizard8Pin);
+}
+
+TEST(WizardDeviceWindows, CloseQuestionOfAnEditedDocumentDecidesWhetherTheWizardReplacesIt) {
+    RealProgram p;
+    p.RunWizard({"No", "No", "Standard", "Factory Programmed"});
+    auto* qx6105a = dynamic_cast<frmQX6105A*>(p.app.Document());
+    ASSERT_NE(qx6105a, nullptr);
+    qx6105a->Fields().FindAs<TextField>("txtPLL(0)")->SetText("100");
+    // Cancel: the edited QX6105A stays, and the device window names it again.
+    p.platform.QueueAnswer(msgbox::Cancel);
+    p.RunWizard({"No", "Yes", "4 Addressable Frequencies", "Factory Programmed"});
+    ASSERT_EQ(p.app.Document(), qx6105a);
+    EXPECT_EQ(qx6105a->Fields().FindAs<TextField>("txtPLL(0)")->Text(), "100");
+    EXPECT_EQ(p.app.DeviceForm().mstrCurrentDevice, "QX6105A");
+    EXPECT_FALSE(p.app.gblnWizard8Pin);
+    // No: the QX4860 takes its place, in the package the wizard chose.
+    p.platform.QueueAnswer(msgbox::No);
+    p.RunWizard({"No", "Yes", "4 Addressable Frequencies", "Factory Programmed"});
+    ASSERT_NE(p.QX4860(), nullptr);
+    EXPECT_TRUE(p.QX4860()->opt8Pin.Value());
+    int questions = 0;
+    for (const auto& message : p.platform.Messages())
+        if (message.Text.rfind("Save changes to ", 0) == 0)
+            ++questions;
+    EXPECT_EQ(questions, 2);
 }
 
 TEST(WizardDeviceWindows, QX6105ARouteOpensTheRealWindow) {
