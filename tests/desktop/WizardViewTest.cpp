@@ -1,13 +1,18 @@
 #include <QAbstractButton>
+#include <QApplication>
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <memory>
 
 #include "DesktopTests.hpp"
 #include "configurators/Configurator.hpp"
+#include "desktop/QtPlatform.hpp"
 #include "desktop/ViewRegistry.hpp"
 #include "desktop/WizardView.hpp"
 #include "platform/HeadlessPlatform.hpp"
@@ -62,11 +67,86 @@ struct WizardFixture {
     }
 };
 
+// Runs action on the next modal window that appears.
+void WhenModal(std::function<void(QWidget*)> action) {
+    QTimer::singleShot(0, [action] {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (modal == nullptr) {
+            WhenModal(action);
+            return;
+        }
+        action(modal);
+    });
+}
+
+void ClickIn(QWidget* modal, const QString& name) {
+    auto* button = modal->findChild<QAbstractButton*>(name);
+    QVERIFY2(button != nullptr && button->isVisible(), qPrintable(name));
+    if (qobject_cast<QRadioButton*>(button) != nullptr)
+        QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(6, button->height() / 2));
+    else
+        QTest::mouseClick(button, Qt::LeftButton);
+}
+
 }  // namespace
 
 class WizardViewTest : public QObject {
     Q_OBJECT
+    QTemporaryDir userDir_;
+    QTemporaryDir systemDir_;
+
   private slots:
+    void initTestCase() {
+        // The documents opened here read and write settings: keep them out of the user's.
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, userDir_.path());
+        QSettings::setPath(QSettings::NativeFormat, QSettings::SystemScope, systemDir_.path());
+    }
+
+    void helpMenuShowsTheWizardAsADialogThatFinishCloses() {
+        ViewRegistry views;
+        QtPlatform platform(views);
+        Application app(platform);
+        app.Main().InitializeGlobalVariables();
+        RegisterWizardView(views, app);
+        QString title;
+        QList<QString> pages;
+        WhenModal([&](QWidget* modal) {
+            title = modal->windowTitle();
+            ClickIn(modal, "opt3(0)");
+            ClickIn(modal, "cmdNext(0)");
+            ClickIn(modal, "opt3(1)");
+            ClickIn(modal, "cmdNext(1)");
+            ClickIn(modal, "opt1(2)");
+            ClickIn(modal, "cmdNext(2)");
+            // Enter is Finish once the variant is chosen.
+            ClickIn(modal, "opt3(3)");
+            QVERIFY(modal->findChild<QPushButton*>("cmdNext(3)")->isDefault());
+            QTest::keyClick(modal->findChild<QWidget*>("opt3(3)"), Qt::Key_Return);
+        });
+        app.Main().mnuDecisionTree.RaiseClick();
+        // The dialog is gone and the document is there.
+        QCOMPARE(title, QString("Clock Selection Wizard"));
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
+        QVERIFY(app.Document() != nullptr);
+        QCOMPARE(app.Document()->lblDevice.Caption(), std::string("QX6105AI"));
+    }
+
+    void escapeIsCancel() {
+        ViewRegistry views;
+        QtPlatform platform(views);
+        Application app(platform);
+        app.Main().InitializeGlobalVariables();
+        RegisterWizardView(views, app);
+        WhenModal([&](QWidget* modal) {
+            ClickIn(modal, "opt1(0)");
+            ClickIn(modal, "cmdNext(0)");
+            QTest::keyClick(modal, Qt::Key_Escape);
+        });
+        app.Main().mnuDecisionTree.RaiseClick();
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
+        QVERIFY(app.Document() == nullptr);
+    }
+
     void everyFieldHasItsWidgetAndOnlyTheFrontPageShows() {
         WizardFixture f;
         for (Field* field : f.form.Fields().Fields()) {
