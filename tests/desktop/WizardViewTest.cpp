@@ -13,10 +13,13 @@
 #include "DesktopTests.hpp"
 #include "configurators/Configurator.hpp"
 #include "desktop/QtPlatform.hpp"
+#include "desktop/ShellViews.hpp"
 #include "desktop/ViewRegistry.hpp"
 #include "desktop/WizardView.hpp"
 #include "platform/HeadlessPlatform.hpp"
+#include "platform/OptionButton.hpp"
 #include "shell/Application.hpp"
+#include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
 #include "wizard/frmDecisionTree.hpp"
 
@@ -129,6 +132,45 @@ class WizardViewTest : public QObject {
         QVERIFY(QApplication::activeModalWidget() == nullptr);
         QVERIFY(app.Document() != nullptr);
         QCOMPARE(app.Document()->lblDevice.Caption(), std::string("QX6105AI"));
+    }
+
+    void finishFromTheDeviceWindowClosesBothDialogs() {
+        ViewRegistry views;
+        QtPlatform platform(views);
+        Application app(platform);
+        app.Main().InitializeGlobalVariables();
+        RegisterShellViews(views, app);
+        RegisterWizardView(views, app);
+        app.DeviceForm().Form_Load();
+        QString deviceTitle;
+        QString wizardTitle;
+        WhenModal([&](QWidget* device) {
+            deviceTitle = device->windowTitle();
+            // The wizard comes up in front of the device window.
+            WhenModal([&, device](QWidget* wizard) {
+                wizardTitle = wizard->windowTitle();
+                QVERIFY(wizard != device);
+                QVERIFY(device->isVisible());
+                ClickIn(wizard, "opt3(0)");
+                ClickIn(wizard, "cmdNext(0)");
+                ClickIn(wizard, "opt1(1)");
+                ClickIn(wizard, "cmdNext(1)");
+                ClickIn(wizard, "opt1(4)");
+                ClickIn(wizard, "cmdNext(4)");
+                ClickIn(wizard, "opt1(3)");
+                ClickIn(wizard, "cmdNext(3)");
+            });
+            ClickIn(device, "cmdDecisionTree");
+        });
+        app.Main().mnuNew.RaiseClick();
+        QCOMPARE(deviceTitle, QString("Select Device"));
+        QCOMPARE(wizardTitle, QString("Clock Selection Wizard"));
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
+        QVERIFY(!app.DeviceForm().Visible());
+        QVERIFY(app.Document() != nullptr);
+        QCOMPARE(app.Document()->lblDevice.Caption(), std::string("QX4860F"));
+        auto* opt8Pin = app.Document()->Fields().FindAs<OptionButton>("opt8Pin");
+        QVERIFY(opt8Pin != nullptr && opt8Pin->Value());
     }
 
     void escapeIsCancel() {
