@@ -74,6 +74,11 @@ Field* DocumentSession::Resolve(const std::string& name, Window*& window, std::s
         error = "no document is open";
         return nullptr;
     }
+    // A modal window blocks every other window while it is up.
+    if (modal_ != nullptr && window != modal_) {
+        error = "'" + name + "' cannot be reached while " + modal_->Name() + " is up";
+        return nullptr;
+    }
     Field* field = window->Fields().Find(fieldName);
     if (field == nullptr) {
         error = "unknown field '" + name + "'";

@@ -87,6 +87,18 @@ TEST(CliWizard, OnlyThePageInFrontCanBeUsed) {
         << result.err;
 }
 
+TEST(CliWizard, OtherWindowsCannotBeReachedWhileTheWizardIsUp) {
+    const auto result = RunCli({"wizard", "--click", "frmDevice.cmdOK"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_NE(result.err.find("'frmDevice.cmdOK' cannot be reached while frmDecisionTree is up"),
+              std::string::npos)
+        << result.err;
+    // Its own name as a prefix is fine.
+    const auto own = RunCli({"wizard", "--click", "frmDecisionTree.opt1(0)", "--json"});
+    ASSERT_EQ(own.exitCode, 0) << own.err;
+    EXPECT_EQ(nlohmann::json::parse(own.out)["fields"]["cmdNext(0)"]["enabled"], true);
+}
+
 TEST(CliWizard, PathFollowsNextAndPrevious) {
     auto args = Clicks({{"opt3", 0}, {"opt3", 1}, {"opt1", 2}});
     args.insert(args.end(), {"--json", "--click", "cmdPrevious(3)", "--json", "--click",
