@@ -3,6 +3,7 @@
 #include "cli/DocumentCommand.hpp"
 #include "cli/SolveCommand.hpp"
 #include "cli/ToolActions.hpp"
+#include "cli/WizardCommand.hpp"
 
 namespace pendulon::cli {
 
@@ -15,6 +16,7 @@ const std::vector<Command>& Commands() {
          kNewSummary, RunNew},
         {"open", kOpenUsage, kOpenSummary, RunOpen},
         {"jed", kJedUsage, kJedSummary, RunJed},
+        {"wizard", kWizardUsage, kWizardSummary, RunWizard},
     };
     return commands;
 }

@@ -50,7 +50,7 @@ bool DocumentSession::NewDocument(const std::string& device, std::string& error)
 
 Field* DocumentSession::Resolve(const std::string& name, Window*& window, std::string& error) {
     std::string fieldName = name;
-    window = app_->Document();
+    window = modal_ != nullptr ? modal_ : app_->Document();
     const auto dot = name.find('.');
     if (dot != std::string::npos) {
         const std::string windowName = name.substr(0, dot);
@@ -61,6 +61,8 @@ Field* DocumentSession::Resolve(const std::string& name, Window*& window, std::s
             window = &app_->DeviceForm();
         } else if (windowName == "frmMain") {
             window = &app_->Main();
+        } else if (modal_ != nullptr && windowName == modal_->Name()) {
+            window = modal_;
         } else if (app_->Document() != nullptr && windowName == app_->Document()->Name()) {
             window = app_->Document();
         } else {
@@ -72,9 +74,18 @@ Field* DocumentSession::Resolve(const std::string& name, Window*& window, std::s
         error = "no document is open";
         return nullptr;
     }
+    // A modal window blocks every other window while it is up.
+    if (modal_ != nullptr && window != modal_) {
+        error = "'" + name + "' cannot be reached while " + modal_->Name() + " is up";
+        return nullptr;
+    }
     Field* field = window->Fields().Find(fieldName);
-    if (field == nullptr)
+    if (field == nullptr) {
         error = "unknown field '" + name + "'";
+        return nullptr;
+    }
+    if (window == modal_ && reachable_ && !reachable_(*field, error))
+        return nullptr;
     return field;
 }
 
@@ -194,49 +205,64 @@ bool DocumentSession::Click(const std::string& name, std::string& error) {
 }
 
 int DocumentSession::RunActions(const std::vector<std::string>& args, size_t first) {
-    for (size_t i = first; i < args.size(); ++i) {
-        const std::string& action = args[i];
-        std::string error;
-        if (action == "--json") {
-            out_ << State().dump(2) << "\n";
-            continue;
-        }
-        if (action != "--set" && action != "--click" && action != "--answer") {
-            err_ << "pendulon-cli: unknown action '" << action << "'\n";
-            return 2;
-        }
-        if (i + 1 >= args.size()) {
-            err_ << "pendulon-cli: " << action << " needs an argument\n";
-            return 2;
-        }
-        const std::string& argument = args[++i];
-        if (action == "--answer") {
-            const int answer = msgbox::AnswerFromName(argument);
-            if (answer == 0) {
-                err_ << "pendulon-cli: unknown answer '" << argument
-                     << "' (ok, cancel, yes, no, abort, retry, ignore)\n";
-                return 2;
-            }
-            platform_.QueueAnswer(answer);
-            continue;
-        }
-        bool done = false;
-        if (action == "--set") {
-            const auto equals = argument.find('=');
-            if (equals == std::string::npos || equals == 0) {
-                err_ << "pendulon-cli: --set takes NAME=TEXT, not '" << argument << "'\n";
-                return 2;
-            }
-            done = Set(argument.substr(0, equals), argument.substr(equals + 1), error);
-        } else {
-            done = Click(argument, error);
-        }
-        if (!done) {
-            err_ << "pendulon-cli: " << error << "\n";
-            return 2;
-        }
+    size_t i = first;
+    while (i < args.size()) {
+        if (const int code = RunAction(args, i); code != 0)
+            return code;
     }
     return 0;
+}
+
+int DocumentSession::RunAction(const std::vector<std::string>& args, size_t& i) {
+    const std::string& action = args[i++];
+    std::string error;
+    if (action == "--json") {
+        out_ << State().dump(2) << "\n";
+        return 0;
+    }
+    if (action != "--set" && action != "--click" && action != "--answer") {
+        err_ << "pendulon-cli: unknown action '" << action << "'\n";
+        return 2;
+    }
+    if (i >= args.size()) {
+        err_ << "pendulon-cli: " << action << " needs an argument\n";
+        return 2;
+    }
+    const std::string& argument = args[i++];
+    if (action == "--answer") {
+        const int answer = msgbox::AnswerFromName(argument);
+        if (answer == 0) {
+            err_ << "pendulon-cli: unknown answer '" << argument
+                 << "' (ok, cancel, yes, no, abort, retry, ignore)\n";
+            return 2;
+        }
+        platform_.QueueAnswer(answer);
+        return 0;
+    }
+    bool done = false;
+    if (action == "--set") {
+        const auto equals = argument.find('=');
+        if (equals == std::string::npos || equals == 0) {
+            err_ << "pendulon-cli: --set takes NAME=TEXT, not '" << argument << "'\n";
+            return 2;
+        }
+        done = Set(argument.substr(0, equals), argument.substr(equals + 1), error);
+    } else {
+        done = Click(argument, error);
+    }
+    if (!done) {
+        err_ << "pendulon-cli: " << error << "\n";
+        return 2;
+    }
+    return 0;
+}
+
+void DocumentSession::SetModal(Window* window,
+                               std::function<bool(const Field&, std::string&)> reachable,
+                               std::function<void(nlohmann::json&)> describe) {
+    modal_ = window;
+    reachable_ = window != nullptr ? std::move(reachable) : nullptr;
+    describe_ = window != nullptr ? std::move(describe) : nullptr;
 }
 
 nlohmann::json DocumentSession::FieldState(const Field& field) {
@@ -280,8 +306,30 @@ nlohmann::json DocumentSession::FieldState(const Field& field) {
     return state;
 }
 
+nlohmann::json DocumentSession::MessagesState() const {
+    nlohmann::json messages = nlohmann::json::array();
+    for (const auto& message : platform_.Messages()) {
+        messages.push_back({{"title", message.Title},
+                            {"text", message.Text},
+                            {"style", message.Style},
+                            {"answer", msgbox::AnswerName(message.Answer)}});
+    }
+    return messages;
+}
+
 nlohmann::json DocumentSession::State() const {
     nlohmann::json state = nlohmann::json::object();
+    if (modal_ != nullptr) {
+        state["window"] = modal_->Name();
+        nlohmann::json fields = nlohmann::json::object();
+        for (const Field* field : modal_->Fields().Fields())
+            fields[field->Name()] = FieldState(*field);
+        state["fields"] = fields;
+        if (describe_)
+            describe_(state);
+        state["messages"] = MessagesState();
+        return state;
+    }
     const Configurator* document = app_->Document();
     state["device"] = document != nullptr ? document->lblDevice.Caption() : "";
     nlohmann::json fields = nlohmann::json::object();
@@ -295,17 +343,9 @@ nlohmann::json DocumentSession::State() const {
     const frmPower& power = app_->Power();
     nlohmann::json lines = nlohmann::json::array();
     for (const std::string& line : power.lstPower.Items()) lines.push_back(line);
-    state["power"] = {{"head", power.HeadingLine()},
-                      {"lines", lines},
-                      {"footnote", power.lblFootnote.Caption()}};
-    nlohmann::json messages = nlohmann::json::array();
-    for (const auto& message : platform_.Messages()) {
-        messages.push_back({{"title", message.Title},
-                            {"text", message.Text},
-                            {"style", message.Style},
-                            {"answer", msgbox::AnswerName(message.Answer)}});
-    }
-    state["messages"] = messages;
+    state["power"] = {
+        {"head", power.HeadingLine()}, {"lines", lines}, {"footnote", power.lblFootnote.Caption()}};
+    state["messages"] = MessagesState();
     return state;
 }
 

@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <ostream>
@@ -33,10 +34,21 @@ class DocumentSession {
     // Runs the actions in args from index first on. Returns the exit code: 0 when all ran, 2
     // for a malformed action or an unknown field.
     int RunActions(const std::vector<std::string>& args, size_t first);
+    // Runs the one action at args[i] and moves i past it and its argument. Same codes.
+    int RunAction(const std::vector<std::string>& args, size_t& i);
 
-    // The state of the document: device, its fields by name, and the message boxes shown.
+    // A modal window in front of the document: while it is set, names without a window prefix
+    // are its fields, only the fields for which reachable says yes can be set or clicked, and
+    // --json prints the window with what describe adds. Null gives the document back.
+    void SetModal(Window* window, std::function<bool(const Field&, std::string&)> reachable = {},
+                  std::function<void(nlohmann::json&)> describe = {});
+
+    // The state of the document: device, its fields by name, and the message boxes shown; or,
+    // while a modal window is set, that window's.
     nlohmann::json State() const;
     static nlohmann::json FieldState(const Field& field);
+    // The message boxes shown so far.
+    nlohmann::json MessagesState() const;
 
   private:
     // "frmSummary.txtCustomer" or a name of the document's own fields.
@@ -48,6 +60,9 @@ class DocumentSession {
     std::ostream& err_;
     HeadlessPlatform platform_;
     std::unique_ptr<Application> app_;
+    Window* modal_ = nullptr;
+    std::function<bool(const Field&, std::string&)> reachable_;
+    std::function<void(nlohmann::json&)> describe_;
 };
 
 }  // namespace pendulon::cli

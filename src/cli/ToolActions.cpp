@@ -14,12 +14,12 @@
 
 namespace pendulon::cli {
 
-namespace {
-
 bool IsToolAction(const std::string& action) {
     return action == "--save" || action == "--options-details" || action == "--print" ||
            action == "--jed";
 }
+
+namespace {
 
 // Critical boxes are the program's error reports.
 size_t CountErrorReports(const HeadlessPlatform& platform) {

@@ -10,6 +10,9 @@ class DocumentSession;
 // option, the ASCII document and the EPROM vector. Every other action goes to the session.
 extern const char* const kToolActionsUsage;
 
+// Whether an action is one of these (they need an open document).
+bool IsToolAction(const std::string& action);
+
 // Runs args from index first on, in order. Returns 0 when all ran, 1 when a command did not
 // produce its file, 2 for a malformed action.
 int RunDocumentActions(DocumentSession& session, const std::vector<std::string>& args,

@@ -8,6 +8,7 @@
 #include "desktop/MainWindow.hpp"
 #include "desktop/ShellViews.hpp"
 #include "desktop/ViewRegistry.hpp"
+#include "desktop/WizardView.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
 
@@ -26,6 +27,7 @@ int main(int argc, char** argv) {
     Application app(platform);
     RegisterShellViews(views, app);
     RegisterDocumentViews(views, app);
+    RegisterWizardView(views, app);
     MainWindow window(app, views);
     ConnectDesktopCommands(app);
     platform.SetDialogParent(&window);

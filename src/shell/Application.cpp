@@ -6,6 +6,7 @@
 #include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
 #include "shell/frmSummary.hpp"
+#include "wizard/frmDecisionTree.hpp"
 
 namespace pendulon {
 
@@ -18,6 +19,7 @@ Application::Application(PlatformServices& services)
     power_->Clear();
     power_->SetParentForm(nullptr);
     entryHost_ = std::make_unique<ShellEntryFileHost>(*this);
+    ShowDecisionTree = [this] { frmDecisionTree::Show(*this); };
 }
 
 EntryFileHost& Application::EntryHost() {

@@ -86,7 +86,7 @@ class Application {
     std::function<void(Window&)> OnChildUnloading;
     // A picture area asks the view to let the user drag it (left button in its title).
     std::function<void(Field&)> OnFormMove;
-    // Shows the clock selection wizard modally (the wizard lives elsewhere).
+    // Shows the clock selection wizard modally; a test may put its own in.
     std::function<void()> ShowDecisionTree;
     // The program asked to end (File, Exit, or the clean-up switch).
     std::function<void()> OnEnd;

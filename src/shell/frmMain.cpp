@@ -79,8 +79,6 @@ frmMain::frmMain(Application& app) : Window("frmMain"), app_(app) {
     mnuViewDebugWindow.SetEnabled(false);
     mnuViewDebugWindow.SetVisible(false);
     mnuToolsLaunchKITE.SetEnabled(false);
-    // The clock selection wizard is not part of this program yet.
-    mnuDecisionTree.SetEnabled(false);
 
     // Menu tree.
     for (MenuItem* item : {&mnuNew, &mnuOpen, &mnuSave, &mnuSaveAs, &mnuClose, &mnuConfiguration,

@@ -214,5 +214,86 @@ for _ in $(seq 1 25); do
 done
 wait_exit "$PID" || fail "File, Exit did not end the QX6105A run"
 wait "$PID"
+# Fifth run: the clock selection wizard leads to a new document. Help, Clock Selection
+# Wizard; one unrelated clock, two addressable frequencies, standard accuracy, factory
+# programmed: a QX6105A. Each page's first answer has the keyboard; Tab moves to the next one,
+# Space takes it, Alt+N is Next and Alt+F Finish.
+wait_window() {
+    for _ in $(seq 1 50); do
+        id=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | head -1)
+        [ -n "$id" ] && echo "$id" && return 0
+        sleep 0.2
+    done
+    return 1
+}
+wait_gone() {
+    for _ in $(seq 1 50); do
+        xdotool search --onlyvisible --name "$1" >/dev/null 2>&1 || return 0
+        sleep 0.2
+    done
+    return 1
+}
+"$PROGRAM" &
+PID=$!
+WID=$(wait_main_window) || fail "the main window did not appear for the wizard run"
+xdotool windowsize --sync "$WID" 1180 860
+xdotool windowfocus --sync "$WID"
+sleep 0.5
+xdotool key alt+h
+sleep 0.5
+# Contents, then Clock Selection Wizard.
+xdotool key Down Return
+WIZARD=$(wait_window '^Clock Selection Wizard$') || fail "Help did not show the wizard"
+xdotool windowfocus --sync "$WIZARD"
+sleep 0.5
+import -window root "$SHOTS/13-wizard-first-page.png"
+xdotool key Tab space
+sleep 0.3
+xdotool key alt+n
+sleep 0.5
+xdotool key Tab space
+sleep 0.3
+xdotool key alt+n
+sleep 0.5
+xdotool key space
+sleep 0.3
+xdotool key alt+n
+sleep 0.5
+xdotool key Tab space
+sleep 0.5
+import -window root "$SHOTS/14-wizard-finish-page.png"
+xdotool key alt+f
+wait_gone '^Clock Selection Wizard$' || fail "Finish did not close the wizard"
+xdotool windowfocus --sync "$WID"
+sleep 1
+import -window root "$SHOTS/15-wizard-document.png"
+# File, Configuration Info names the device of the new document.
+xdotool key alt+f
+sleep 0.5
+xdotool key i
+SUMMARY=$(wait_window '^QX6105A Configuration$') ||
+    fail "the wizard did not open a QX6105A document"
+xdotool windowfocus --sync "$SUMMARY"
+sleep 0.3
+import -window root "$SHOTS/16-wizard-document-summary.png"
+xdotool key Return
+wait_gone '^QX6105A Configuration$' || fail "the summary did not close"
+xdotool windowfocus --sync "$WID"
+xdotool key alt+f
+sleep 0.5
+xdotool key x
+for _ in $(seq 1 10); do
+    for id in $(xdotool search --onlyvisible --name "$TITLE" 2>/dev/null); do
+        width=$(xdotool getwindowgeometry --shell "$id" | sed -n 's/^WIDTH=//p')
+        if [ "${width:-0}" -lt 600 ]; then
+            xdotool windowfocus --sync "$id"
+            xdotool key n
+            break 2
+        fi
+    done
+    sleep 0.2
+done
+wait_exit "$PID" || fail "File, Exit did not end the wizard run"
+wait "$PID"
 echo "end-to-end run passed; screenshots in $SHOTS"
 exit 0

@@ -563,9 +563,15 @@ TEST(ToolHelp, ContentsFindsTheManualOfAnInstalledTree) {
     EXPECT_EQ(h.platform.HelpShown()[2], (prefix / "bin" / "manual.md").string());
 }
 
-TEST(ToolHelp, WizardEntryIsDisabled) {
+TEST(ToolHelp, WizardEntryIsEnabledAndShowsTheWizardModally) {
     ToolHarness h;
-    EXPECT_FALSE(h.Main().mnuDecisionTree.Enabled());
+    EXPECT_TRUE(h.Main().mnuDecisionTree.Enabled());
+    std::string caption;
+    h.platform.QueueModal("frmDecisionTree", [&caption](Window& w) { caption = w.Caption(); });
+    h.Main().mnuDecisionTree.RaiseClick();
+    ASSERT_FALSE(h.platform.ModalsShown().empty());
+    EXPECT_EQ(h.platform.ModalsShown().back(), "frmDecisionTree");
+    EXPECT_EQ(caption, "Clock Selection Wizard");
 }
 
 TEST(ToolPrint, BuildsTheASCIIDocumentIntoThePreview) {
