@@ -29,6 +29,7 @@ void clsQX5140::FindCommonVCO(double dblF10, double dblF20, double dblF30,
     mdblMux1 = 0;
     mdblMux2 = 0;
     mdblMux3 = 0;
+    mlngRounds = 0;
     if (!(dblF10 > 0) || !(dblF20 > 0))
         return;
     const bool twoOutputs = !(dblF30 > 0);
@@ -39,6 +40,7 @@ void clsQX5140::FindCommonVCO(double dblF10, double dblF20, double dblF30,
             const double v2 = aintDivisors[static_cast<size_t>(j)] * dblF20;
             for (int k = upper; k >= 0; --k) {
                 const double v3 = aintDivisors[static_cast<size_t>(k)] * dblF30;
+                ++mlngRounds;
                 const double v = GetMaximumFrequency(v1, v2, v3);
                 if (v > dblMaximumVCO || v < dblMinimumVCO)
                     continue;

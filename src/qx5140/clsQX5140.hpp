@@ -23,12 +23,16 @@ class clsQX5140 {
                        std::span<const std::int16_t> aintDivisors, double dblMaximumVCO,
                        double dblMinimumVCO, std::int32_t lngMaximumPPM);
 
+    // Rounds of the last search that reached the limit test, for measurement.
+    std::int32_t Rounds() const { return mlngRounds; }
+
     static double GetMaximumFrequency(double dblFirst, double dblSecond, double dblThird);
 
   private:
     double mdblVCO = 0;
     // The error of the best solution in PPM: one pair's error, or the sum of the three pairs'.
     std::int32_t mlngBestError = 5000000;
+    std::int32_t mlngRounds = 0;
 };
 
 }  // namespace pendulon
