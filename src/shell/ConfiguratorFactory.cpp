@@ -5,6 +5,7 @@
 #include "configurators/Configurator.hpp"
 #include "configurators/frmQX4860.hpp"
 #include "configurators/frmQX6105A.hpp"
+#include "qx5140/frmQX5140.hpp"
 #include "shell/Application.hpp"
 
 namespace pendulon {
@@ -33,6 +34,8 @@ std::unique_ptr<Configurator> CreateConfigurator(Application& app, const std::st
         return std::make_unique<frmQX6105A>(app);
     if (device == "QX4860" || device == "QX4860F" || device == "QX4860I")
         return std::make_unique<frmQX4860>(app);
+    if (device == "QX5140")
+        return std::make_unique<frmQX5140>(app);
     return nullptr;
 }
 
