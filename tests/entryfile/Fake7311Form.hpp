@@ -34,7 +34,6 @@ class Fake7311Form : public Configurator, public Fields7311 {
     std::string Device() const override { return device; }
     void SetDevice(const std::string& value) override { device = value; }
     std::string Checksum() override { return IntegerText(mclsEntryFile.Checksum()); }
-    bool FillForm(clsEntryFile&, const std::string&) override { return true; }
     void MakeEntryFile(const std::string& path) override {
         mclsEntryFile.MakeEntryFile();
         mclsEntryFile.WriteEntryFile(path);
@@ -50,6 +49,11 @@ class Fake7311Form : public Configurator, public Fields7311 {
     void cmdCalculate_Click() override {}
     void Form_Load() override {}
 
+  protected:
+    // As the real window: the shared load from a file runs the family's form fill.
+    void FillFromEntryFile(clsEntryFile& data) override { mclsEntryFile.Fill7311Form(data); }
+
+  public:
     std::string device;
     clsEntryFile7311 mclsEntryFile;
     int powerCalls = 0;
