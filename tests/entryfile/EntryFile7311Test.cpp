@@ -581,6 +581,44 @@ TEST_F(EntryFile7311Test, IdentityRowChangesWithTheDateOnly) {
                   clsEntryFile7311::FuseRow(e, r, clsEntryFile7311::Identity{}));
 }
 
+TEST_F(EntryFile7311Test, VectorOfTheSameConfigurationMadeNextDayDiffersInIdentityAndSum) {
+    Use("QX7312_5V", true);
+    Cls().MakeEntryFile();
+    Cls().MakeEPROMVector(dir + "/a.jed", true);
+    platform.SetNow(DateTime{2026, 11, 22, 10, 0, 0});
+    Cls().MakeEPROMVector(dir + "/b.jed", true);
+    const std::string a = test::ReadFile(dir + "/a.jed");
+    const std::string b = test::ReadFile(dir + "/b.jed");
+    ASSERT_EQ(a.size(), b.size());
+    const size_t row9 = a.find("*\r\nC") - 80;
+    EXPECT_EQ(a.substr(0, row9), b.substr(0, row9));
+    EXPECT_EQ(a.substr(row9 + 31, 5), "10101");  // day 21
+    EXPECT_EQ(b.substr(row9 + 31, 5), "10110");  // day 22
+    const size_t sum = a.find("\r\nC") + 3;
+    EXPECT_NE(a.substr(sum, 4), b.substr(sum, 4));
+    EXPECT_EQ(a, Golden("QX7312_5V.jed"));
+}
+
+TEST_F(EntryFile7311Test, QX5140TakesTheLargestVCOOfItsTwoSelectStates) {
+    Use("QX7311_5V");
+    form->device = "QX5140";
+    form->opt3V.SetValue(true);
+    for (int n = 0; n < 8; ++n) SetOnlyEntry(form->cboCPLLData[n], "50.000000 P:50 Q:13");
+    SetOnlyEntry(form->cboCPLLData[2], "150.000000 P:50 Q:13");  // not one of its states
+    std::int16_t r = -1;
+    Cls().GetConfigurationEPROMBit(4, r);
+    EXPECT_EQ(r, 1);
+    SetOnlyEntry(form->cboCPLLData[1], "110.000000 P:50 Q:13");
+    Cls().GetConfigurationEPROMBit(4, r);
+    EXPECT_EQ(r, 0);
+    // Its loop indices come from the data lists alone.
+    form->txtUPLL.SetText("100");
+    SetOnlyEntry(form->cboUPLLData, "59.000000 P:50 Q:13");
+    Cls().GetConfigurationEPROMBit(17, r);
+    EXPECT_EQ(r, 3);
+    EXPECT_TRUE(platform.Messages().empty());
+}
+
 TEST_F(EntryFile7311Test, SwitchedOffLoopGoesIntoTheFusesWithoutOffsets) {
     clsEntryFile e(errors);
     e.set_i(18, 3);
