@@ -88,7 +88,8 @@ frmQX7311::frmQX7311(Application& app) : frm7311Family(app, "frmQX7311", kRows) 
     fraPinout.SetCaption("Pinout");
     lblMinimum.SetCaption("Minimum");
     lblMaximum.SetCaption("Maximum");
-    static const char* const kLimitNames[4] = {"CPLL", "SPLL", "UPLL", "FRef"};
+    // The die keeps its limit rows in the order CPLL, UPLL, SPLL.
+    static const char* const kLimitNames[4] = {"CPLL", "UPLL", "SPLL", "FRef"};
     for (int i = 0; i < 4; ++i) lblLimit[i].SetCaption(kLimitNames[i]);
     // Every output suspend box waits for SUSPEND, and so do the loops' boxes.
     for (CheckBox* box : {&chkSusCPU, &chkSusClkF, &chkSusXbuff, &chkSuspendSPLL, &chkSuspendUPLL,
