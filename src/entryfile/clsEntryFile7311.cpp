@@ -397,15 +397,6 @@ void clsEntryFile7311::MakeEntryFile() {
         Make7311EntryFile();
 }
 
-void clsEntryFile7311::Make5140EntryFile() {
-    if (mMake5140EntryFile) {
-        mMake5140EntryFile(*this);
-        return;
-    }
-    host_.Errors().Raise(kInvalidDevice, "clsEntryFile7311.Make5140EntryFile",
-                         "Invalid device: QX5140");
-}
-
 void clsEntryFile7311::Make7311EntryFile() {
     const char* source = "clsEntryFile7311.Make7311EntryFile";
     if (!form_) {
@@ -522,6 +513,9 @@ bool clsEntryFile7311::OutOfRange() {
     const FieldRegistry& fields = form_->Fields().Fields();
     std::vector<std::string> names = {"txtSPLL", "txtUPLL"};
     for (int n = 0; n <= 7; ++n) names.push_back(Indexed("txtCPLL", n));
+    // The QX5140 marks its desired output frequencies.
+    for (const char* name : {"txtClkA(0)", "txtClkA(1)", "txtClkB", "txtClkC"})
+        names.push_back(name);
     for (const std::string& name : names) {
         const Field* field = fields.Find(name);
         if (field && field->ForeColor() == colors::Red)
@@ -706,14 +700,6 @@ void clsEntryFile7311::MakeEPROMVector(const std::string& path, bool fromForm) {
 }
 
 // ---- Filling a form from an image --------------------------------------------------------------
-
-void clsEntryFile7311::Fill5140Form(const clsEntryFile& entry) {
-    if (mFill5140Form) {
-        mFill5140Form(*this, entry);
-        return;
-    }
-    host_.Errors().Raise(kInvalidDevice, "clsEntryFile7311.Fill5140Form", "Invalid device: QX5140");
-}
 
 void clsEntryFile7311::Fill7311Form(const clsEntryFile& e) {
     const char* source = "clsEntryFile7311.Fill7311Form";

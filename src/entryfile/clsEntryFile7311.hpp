@@ -1,8 +1,9 @@
 #pragma once
+#include <array>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "entryfile/EntryFileHost.hpp"
 #include "entryfile/clsEntryFile.hpp"
@@ -24,6 +25,13 @@ class EntryForm7311 {
     virtual void CalculatePower() = 0;
     virtual void cboFRef_LostFocus() = 0;
     virtual void cmdApplyLimits_Click() = 0;
+    // What the QX5140 window adds: its Calculate, the case on show, the cases of its last
+    // search (one row per case, one source text per output: CLKA in select states 0 and 1, CLKB,
+    // CLKC) and the information box that tells how far a file could be matched.
+    virtual void cmdCalculate_Click() {}
+    virtual int CalculateCounter() const { return 0; }
+    virtual std::vector<std::array<std::string, 4>> FoundSources() const { return {}; }
+    virtual void ShowNote(const std::string& text) { (void)text; }
 };
 
 // Entry file, family checksum and EPROM vector of the QX7311 and QX7312 families and of the
@@ -41,11 +49,6 @@ class clsEntryFile7311 {
     void SetForm(std::unique_ptr<EntryForm7311> form);
     EntryForm7311* Form() const { return form_.get(); }
 
-    // The QX5140 window maps itself onto this image and back with routines of its own; it
-    // installs them here. Without them a QX5140 image cannot be made or filled.
-    std::function<void(clsEntryFile7311&)> mMake5140EntryFile;
-    std::function<void(clsEntryFile7311&, const clsEntryFile&)> mFill5140Form;
-
     void MakeEntryFile();
     void Make7311EntryFile();
     void Make5140EntryFile();
@@ -55,6 +58,15 @@ class clsEntryFile7311 {
     void MakeEPROMVector(const std::string& path, bool fromForm);
     void Fill7311Form(const clsEntryFile& entry);
     void Fill5140Form(const clsEntryFile& entry);
+    // The QX5140's way back from a file: the stored assignment looked up among the cases of a
+    // fresh search, and the stored counters among the solutions of the loops.
+    void SetQX5140PLLToClockAssignments(const clsEntryFile& entry, bool& found);
+    void SetQX5140DropDowns(const clsEntryFile& entry, bool& found);
+    // The CPLL VCO the QX5140 wants in select state 0 or 1: the desired frequency of the clock
+    // on the CPLL times its divider.
+    void DesiredCPLL(int state, double& result);
+    // False when the last Fill5140Form met a reference it could not take: the form is not shown.
+    bool FormShown() const { return mblnFormShown; }
 
     void ConvertPLLAndDivisorStringToInteger(const std::string& text, bool blnDivideByTwo,
                                              std::int16_t& result);
@@ -102,6 +114,7 @@ class clsEntryFile7311 {
     void Store(int index, double value, const char* source);
     double LargestVCO(bool all);
 
+    bool mblnFormShown = true;
     EntryFileHost& host_;
     std::unique_ptr<EntryForm7311> form_;
     clsEntryFile entry_;

@@ -10,6 +10,8 @@
 #include "core/clsQX7311.hpp"
 #include "core/clsReference.hpp"
 #include "core/mShared.hpp"
+#include "entryfile/clsEntryFile7311.hpp"
+#include "entryfile/mFileAccessor.hpp"
 #include "graphics/clsGraphics.hpp"
 #include "power/clsPower7311.hpp"
 #include "power/frmPower.hpp"
@@ -24,7 +26,6 @@ namespace pendulon {
 namespace {
 
 constexpr int kHourglass = 11;
-constexpr long kNotSupported = 445;
 
 char Letter(const std::string& text) {
     return text.empty() ? '\0' : text[0];
@@ -33,6 +34,30 @@ char Letter(const std::string& text) {
 std::string BoolText(bool value) {
     return value ? "True" : "False";
 }
+
+// The window as its entry file sees it.
+class QX5140EntryForm : public EntryForm7311 {
+  public:
+    explicit QX5140EntryForm(frmQX5140& form) : form_(form) {}
+    std::string Device() const override { return form_.Device(); }
+    Window& Fields() override { return form_; }
+    void CheckPLLLimits() override { form_.CheckPLLLimits(); }
+    void DisplayAllActuals() override { form_.DisplayAllActuals(); }
+    void CalculatePower() override { form_.CalculatePower(); }
+    void cboFRef_LostFocus() override { form_.cboFRef_LostFocus(); }
+    void cmdApplyLimits_Click() override { form_.cmdApplyLimits_Click(); }
+    void cmdCalculate_Click() override { form_.cmdCalculate_Click(); }
+    int CalculateCounter() const override { return form_.mintCalculateCounter; }
+    std::vector<std::array<std::string, 4>> FoundSources() const override {
+        return form_.mstrSources();
+    }
+    void ShowNote(const std::string& text) override {
+        form_.App().Services().MsgBox(text, msgbox::Information, form_.App().gstrTitle);
+    }
+
+  private:
+    frmQX5140& form_;
+};
 
 }  // namespace
 
@@ -252,17 +277,32 @@ void frmQX5140::SetDevice(const std::string& device) {
     Configurator::SetDevice(device);
 }
 
+clsEntryFile7311& frmQX5140::EntryFile() {
+    if (!mclsEntryFile) {
+        mclsEntryFile = std::make_unique<clsEntryFile7311>(App().EntryHost());
+        mclsEntryFile->SetForm(std::make_unique<QX5140EntryForm>(*this));
+    }
+    return *mclsEntryFile;
+}
+
 std::string frmQX5140::Checksum() {
-    return {};
+    return IntegerText(EntryFile().Checksum());
 }
 
-void frmQX5140::MakeEntryFile(const std::string&) {
-    RaiseError(kNotSupported, "MakeEntryFile", "Object doesn't support this action");
+void frmQX5140::MakeEntryFile(const std::string& path) {
+    EntryFile().MakeEntryFile();
+    EntryFile().WriteEntryFile(path);
 }
 
-void frmQX5140::MakeEPROMVector(const std::string&, bool) {
-    // The device is programmed from its entry file only.
-    RaiseError(kNotSupported, "MakeEPROMVector", "Object doesn't support this action");
+void frmQX5140::MakeEPROMVector(const std::string& path, bool fromForm) {
+    EntryFile().MakeEPROMVector(path, fromForm);
+}
+
+bool frmQX5140::FillForm(clsEntryFile& data, const std::string& path) {
+    txtFilePath.SetText(path);
+    SetCaption(mFileAccessor::GetFileName(path));
+    EntryFile().Fill5140Form(data);
+    return EntryFile().FormShown();
 }
 
 std::string frmQX5140::PinName(int index) const {

@@ -14,6 +14,7 @@ class clsReference;
 class cls7311Die;
 class clsQX7311;
 class clsGraphics;
+class clsEntryFile7311;
 
 // The QX5140: three loops (CPLL, SPLL, UPLL) and three outputs (CLKA, CLKB, CLKC). The engineer
 // gives only the frequencies; Calculate finds the cases, the assignments of loops, dividers and
@@ -30,6 +31,11 @@ class frmQX5140 : public Configurator {
     std::string Checksum() override;
     void MakeEntryFile(const std::string& path) override;
     void MakeEPROMVector(const std::string& path, bool fromForm) override;
+    // Fills the window from a read entry file: the desired values, a fresh search, and the
+    // stored case looked up among the cases found now. False when the file's reference cannot
+    // be taken, and the window is not shown.
+    bool FillForm(clsEntryFile& data, const std::string& path) override;
+    clsEntryFile7311& EntryFile();
     std::string PinName(int index) const override;
     void CalculatePower() override;
     void DisplayAllActuals() override;
@@ -177,6 +183,7 @@ class frmQX5140 : public Configurator {
     std::unique_ptr<clsQX7311> mclsDevice;
     std::unique_ptr<clsGraphics> mclsGraphics;
     std::unique_ptr<clsCaseSearch> mclsSearch;
+    std::unique_ptr<clsEntryFile7311> mclsEntryFile;
     std::vector<std::string> mastrPinName;
 
     // One-shot flags of the suspend routines: in which state each last acted.

@@ -219,20 +219,17 @@ TEST_F(EntryFile7311Test, AnotherDeviceInTheFamilyMakerIsInvalid) {
 
 TEST_F(EntryFile7311Test, QX5140GoesToItsOwnMapping) {
     Fake7311Form f(app, "QX5140");
-    // Without the QX5140 window's mapping the image cannot be made.
+    SetOnlyEntry(f.cboFRef, "25.00000 MHz");
     f.mclsEntryFile.MakeEntryFile();
-    ASSERT_EQ(Numbers(), std::vector<long>({10301}));
-    EXPECT_EQ(Description(0), "Invalid device: QX5140");
-    EXPECT_EQ(Source(0), "clsEntryFile7311.Make5140EntryFile");
-    int made = 0;
-    f.mclsEntryFile.mMake5140EntryFile = [&made](clsEntryFile7311& cls) {
-        ++made;
-        cls.Entry().mintMValue = 3002;
-    };
-    f.mclsEntryFile.MakeEntryFile();
-    EXPECT_EQ(made, 1);
-    EXPECT_EQ(f.mclsEntryFile.Entry().mintMValue, 3002);
-    EXPECT_EQ(Numbers().size(), 1u);
+    // The QX5140's layout: its own M value and bonding, every CPU block off to begin with.
+    EXPECT_EQ(f.mclsEntryFile.Entry().mintMValue, 3004);
+    EXPECT_EQ(f.mclsEntryFile.Entry().mintBValue, 1);
+    EXPECT_EQ(f.mclsEntryFile.Entry().i(23), 3);
+    EXPECT_EQ(f.mclsEntryFile.Entry().i(69 - 5), 1);
+    // This window lacks the QX5140's fields, and says so by name.
+    ASSERT_FALSE(Numbers().empty());
+    EXPECT_EQ(Numbers().front(), 438);
+    EXPECT_NE(Description(0).find("optSelect"), std::string::npos);
 }
 
 TEST_F(EntryFile7311Test, SwitchedOffLoopIsStoredAsP3Q3) {

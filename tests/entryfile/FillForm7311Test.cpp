@@ -223,15 +223,14 @@ TEST_F(FillForm7311Test, OnlyTheSixDevicesAreFilled) {
     EXPECT_EQ(Description(0), "Invalid calling device: QX5140");
     EXPECT_EQ(f->txtSPLL.Text(), "12");
     EXPECT_FALSE(f->Visible());
-    // The QX5140's own fill is installed by its window.
-    f->mclsEntryFile.Fill5140Form(entry);
+    // And the QX5140's own fill takes no window of the QX7311 family.
+    auto g = Fresh("QX7311");
+    g->txtSPLL.SetText("12");
+    g->mclsEntryFile.Fill5140Form(entry);
     EXPECT_EQ(Numbers().back(), 10301);
-    int filled = 0;
-    f->mclsEntryFile.mFill5140Form = [&filled](clsEntryFile7311&, const clsEntryFile&) {
-        ++filled;
-    };
-    f->mclsEntryFile.Fill5140Form(entry);
-    EXPECT_EQ(filled, 1);
+    EXPECT_EQ(Description(Numbers().size() - 1), "Invalid calling device: QX7311");
+    EXPECT_EQ(g->txtSPLL.Text(), "12");
+    EXPECT_FALSE(g->mclsEntryFile.FormShown());
 }
 
 TEST_F(FillForm7311Test, OpeningAFileOfTheFamilyRoutesItToItsWindow) {
