@@ -813,7 +813,9 @@ void frmQX5140::optSuspendOutputsAndPLLs_Click() {
 }
 
 void frmQX5140::chkSuspendClockA_Click() {
-    SetSuspendClockA();
+    // The check follows the user's click; a value the suspend row sets leaves CLKA as it is.
+    if (!mblnSettingSuspendRow)
+        SetSuspendClockA();
     SetPLLSuspends();
     MarkCalculateDue();
 }
@@ -861,6 +863,11 @@ void frmQX5140::SetAllSuspends() {
 void frmQX5140::SetSuspendState() {
     const bool anySet = optSuspendOutputsOnly.Value() || optSuspendOutputsAndPLLs.Value();
     CheckBox* clocks[3] = {&chkSuspendClockA, &chkSuspendClockB, &chkSuspendClockC};
+    struct Guard {
+        bool& flag;
+        explicit Guard(bool& f) : flag(f) { flag = true; }
+        ~Guard() { flag = false; }
+    } guard(mblnSettingSuspendRow);
     if (!anySet && !mblnSelectRowHidden) {
         lblClkA[0].SetCaption("CLKA");
         lblClkA[1].SetVisible(false);

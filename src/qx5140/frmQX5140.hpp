@@ -193,6 +193,8 @@ class frmQX5140 : public Configurator {
     bool mblnClockARunning = false;
     bool mblnSelectRowHidden = false;
     bool mblnSelectRowShown = false;
+    // True while SetSuspendState moves the output suspend checks.
+    bool mblnSettingSuspendRow = false;
 };
 
 }  // namespace pendulon
