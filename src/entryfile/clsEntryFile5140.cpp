@@ -179,6 +179,10 @@ void clsEntryFile7311::Make5140EntryFile() {
         e.set_i(base, 1);
         e.set_i(base + 1, cpuBit(1, 0));
         e.set_i(base + 2, cpuBit(2, 0));
+        // The counters of a block that is off are the family's off pair, which the fuse map
+        // stores as zeros.
+        e.set_i(base + 3, 3);
+        e.set_i(base + 4, 2);
     }
     if (cpll0 != 0) {
         e.set_i(29, 0);
