@@ -2,6 +2,7 @@
 
 #include "QX5140TestSupport.hpp"
 #include "platform/Color.hpp"
+#include "power/frmPower.hpp"
 
 namespace {
 
@@ -356,6 +357,44 @@ TEST(frmQX5140, SuspendingOneOutputStopsItsLoop) {
     EXPECT_EQ(form.chkSuspendCPLL.Value(), 0);
     form.optSuspendOutputsOnly.SetValue(true);
     EXPECT_EQ(form.chkSuspendUPLL.Value(), 0);
+}
+
+// Case 4 of the 50, 25, 12.5 MHz set: CLKA on UPLL/4 and CLKB on UPLL/8, the loop solved for
+// CLKB at 200 MHz: exactly by P 15, Q 3, and from below by 644 / 129 (-1550 PPM); nothing above
+// 200 MHz is in range. Both outputs list the same two solutions; a pick in one moves the loop
+// and the other output, and the chain of clicks stops there.
+TEST(frmQX5140, OutputsOnOneLoopFollowEachOthersPick) {
+    QX5140Document doc;
+    frmQX5140& form = doc.Form();
+    OneLoopInputs(doc);
+    for (int press = 0; press < 4; ++press) doc.Calculate();
+    ASSERT_EQ(form.lblCaseMessage.Caption(), "Case 4 of 21");
+    ASSERT_EQ(form.lblClkASrcDiv.Caption(), "UPLL/4");
+    EXPECT_EQ(form.cboUPLLData.Items(),
+              (std::vector<std::string>{"200.000000 P:15 Q:3", "199.689922 P:644 Q:129"}));
+    EXPECT_EQ(form.cboClkA[0].Items(),
+              (std::vector<std::string>{"50.00000    PPM:0", "49.92248    PPM:-1550"}));
+    EXPECT_EQ(form.cboClkB.Items(),
+              (std::vector<std::string>{"25.00000    PPM:0", "24.96124    PPM:-1550"}));
+    form.cboClkB.SetListIndex(1);
+    EXPECT_EQ(form.cboUPLLData.ListIndex(), 1);
+    EXPECT_EQ(form.cboClkA[0].ListIndex(), 1);
+    // CLKC is on SPLL: its list does not move.
+    EXPECT_EQ(form.cboClkC.ListIndex(), 0);
+    EXPECT_EQ(form.lblClkCSrc.Caption(), "PLL1");
+}
+
+TEST(frmQX5140, PowerTableHasARowPerSelectState) {
+    QX5140Document doc;
+    frmQX5140& form = doc.Form();
+    OneLoopInputs(doc);
+    doc.Calculate();
+    const pendulon::frmPower& power = doc.app->Power();
+    EXPECT_EQ(power.RowCount(), 1);
+    form.optSelect.SetValue(true);
+    doc.Calculate();
+    EXPECT_EQ(power.RowCount(), 2);
+    EXPECT_EQ(power.lstPower.ListCount(), 2);
 }
 
 }  // namespace
