@@ -256,6 +256,11 @@ std::string frmQX5140::Checksum() {
     return {};
 }
 
+bool frmQX5140::FillForm(clsEntryFile&, const std::string&) {
+    RaiseError(10054, "FillForm", "The ENT file does not represent a known or current device.");
+    return false;
+}
+
 void frmQX5140::MakeEntryFile(const std::string&) {
     RaiseError(kNotSupported, "MakeEntryFile", "Object doesn't support this action");
 }

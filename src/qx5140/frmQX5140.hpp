@@ -28,6 +28,8 @@ class frmQX5140 : public Configurator {
     // Configurator
     void SetDevice(const std::string& device) override;
     std::string Checksum() override;
+    // The entry file of this device is not read yet: the load is refused with a message.
+    bool FillForm(clsEntryFile& data, const std::string& path) override;
     void MakeEntryFile(const std::string& path) override;
     void MakeEPROMVector(const std::string& path, bool fromForm) override;
     std::string PinName(int index) const override;

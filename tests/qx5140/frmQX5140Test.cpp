@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "QX5140TestSupport.hpp"
+#include "entryfile/clsEntryFile.hpp"
 #include "platform/Color.hpp"
 #include "power/frmPower.hpp"
 
@@ -395,6 +398,20 @@ TEST(frmQX5140, PowerTableHasARowPerSelectState) {
     doc.Calculate();
     EXPECT_EQ(power.RowCount(), 2);
     EXPECT_EQ(power.lstPower.ListCount(), 2);
+}
+
+// Until the device's entry file is read, a file of it is refused with a message rather than
+// opened as an empty configuration; saving reports the same.
+TEST(frmQX5140, EntryFilesOfTheDeviceAreRefusedWithAMessage) {
+    QX5140Document doc;
+    frmQX5140& form = doc.Form();
+    pendulon::clsEntryFile entry(doc.app->Errors());
+    EXPECT_FALSE(form.FillForm(entry, "/tmp/none.ent"));
+    EXPECT_NE(doc.Messages().find("The ENT file does not represent a known or current device."),
+              std::string::npos);
+    form.MakeEntryFile("/tmp/pendulon-qx5140-never-written.ent");
+    EXPECT_NE(doc.Messages().find("(frmQX5140) MakeEntryFile"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists("/tmp/pendulon-qx5140-never-written.ent"));
 }
 
 }  // namespace
