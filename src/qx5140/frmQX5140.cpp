@@ -778,7 +778,8 @@ void frmQX5140::optSuspendOutputsAndPLLs_Click() {
 }
 
 void frmQX5140::chkSuspendClockA_Click() {
-    SetSuspendClockA();
+    if (!mblnForcingSuspendChecks)
+        SetSuspendClockA();
     SetPLLSuspends();
     MarkCalculateDue();
 }
@@ -834,11 +835,13 @@ void frmQX5140::SetSuspendState() {
         txtClkA[1].SetEnabled(false);
         txtClkA[1].SetVisible(false);
         cboClkA[1].SetVisible(false);
+        mblnForcingSuspendChecks = true;
         for (CheckBox* check : clocks) {
             check->SetTag(IntegerText(check->Value()));
             check->SetValue(0);
             check->SetVisible(false);
         }
+        mblnForcingSuspendChecks = false;
         chkPrivatePLLClockA.SetValue(static_cast<int>(Val(chkPrivatePLLClockA.Tag())));
         chkPrivatePLLClockA.SetVisible(true);
         mblnSelectRowHidden = true;
@@ -850,10 +853,12 @@ void frmQX5140::SetSuspendState() {
         txtClkA[1].SetEnabled(true);
         txtClkA[1].SetVisible(true);
         cboClkA[1].SetVisible(true);
+        mblnForcingSuspendChecks = true;
         for (CheckBox* check : clocks) {
             check->SetVisible(true);
             check->SetValue(static_cast<int>(Val(check->Tag())));
         }
+        mblnForcingSuspendChecks = false;
         // CPLL is CLKA's own in this mode.
         chkPrivatePLLClockA.SetTag(IntegerText(chkPrivatePLLClockA.Value()));
         chkPrivatePLLClockA.SetValue(1);

@@ -188,6 +188,9 @@ class frmQX5140 : public Configurator {
     bool mblnClockARunning = false;
     bool mblnSelectRowHidden = false;
     bool mblnSelectRowShown = false;
+    // Set while the suspend checks are forced by a change of mode: CLKA's frequency follows only
+    // the user's own click on its check.
+    bool mblnForcingSuspendChecks = false;
 };
 
 }  // namespace pendulon

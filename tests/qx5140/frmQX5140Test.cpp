@@ -414,4 +414,70 @@ TEST(frmQX5140, EntryFilesOfTheDeviceAreRefusedWithAMessage) {
     EXPECT_FALSE(std::filesystem::exists("/tmp/pendulon-qx5140-never-written.ent"));
 }
 
+// Suspending CLKA in Select/Suspend switches its state-0 frequency off; leaving the mode puts
+// the second state and the suspend checks away, but CLKA's own frequency comes back only
+// with its check.
+TEST(frmQX5140, SuspendedClockAStaysOffWhenSelectIsLeft) {
+    QX5140Document doc;
+    frmQX5140& form = doc.Form();
+    form.optSelect.SetValue(true);
+    doc.Type(form.txtClkA[0], "50");
+    form.chkSuspendClockA.SetValue(1);
+    EXPECT_EQ(form.txtClkA[0].Text(), "Off");
+    EXPECT_FALSE(form.txtClkA[0].Enabled());
+    EXPECT_EQ(form.txtClkA[0].Tag(), "50.0");
+    form.optOE.SetValue(true);
+    EXPECT_FALSE(form.txtClkA[1].Visible());
+    EXPECT_EQ(form.chkSuspendClockA.Value(), 0);
+    EXPECT_EQ(form.chkSuspendClockA.Tag(), "1");
+    EXPECT_EQ(form.txtClkA[0].Text(), "Off");
+    // Back in Select/Suspend the check returns, and clearing it restores the frequency.
+    form.optSelect.SetValue(true);
+    EXPECT_EQ(form.chkSuspendClockA.Value(), 1);
+    form.chkSuspendClockA.SetValue(0);
+    EXPECT_EQ(form.txtClkA[0].Text(), "50.0");
+    EXPECT_TRUE(form.txtClkA[0].Enabled());
+}
+
+TEST(frmQX5140, UserLimitsAreCheckedAndDefaultsRecognised) {
+    QX5140Document doc;
+    frmQX5140& form = doc.Form();
+    doc.Type(form.txtPLLMin[1], "0.2");
+    EXPECT_EQ(form.txtPLLMin[1].Text(), "1");
+    doc.Type(form.txtPLLMin[0], "0.2");
+    EXPECT_EQ(form.txtPLLMin[0].Text(), "0.5");
+    EXPECT_TRUE(form.cmdApplyLimits.Enabled());
+    form.cmdApplyLimits_Click();
+    EXPECT_EQ(form.chkUseDefault.Value(), 0);
+    form.chkUseDefault.SetValue(1);
+    EXPECT_EQ(form.txtPLLMin[0].Text(), "8.0");
+    form.cmdApplyLimits_Click();
+    EXPECT_EQ(form.chkUseDefault.Value(), 1);
+    EXPECT_FALSE(form.cmdApplyLimits.Enabled());
+    EXPECT_EQ(form.cmdCalculate.BackColor(), colors::Grey);
+}
+
+// A 7 MHz output on an SPLL whose frequency range starts at 80 MHz is within limits when the
+// outputs may go down to 5: the loop's minimum over the divider 16 is the test.
+TEST(frmQX5140, OutputLimitIsTheLoopMinimumOverSixteen) {
+    QX5140Document doc;
+    frmQX5140& form = doc.Form();
+    QX5140Document::Pick(form.cboFRef, "20.00000 MHz");
+    doc.Type(form.txtPLLMin[6], "80");
+    form.cmdApplyLimits_Click();
+    doc.Type(form.txtClkA[0], "7");
+    form.chkPrivatePLLClockA.SetValue(1);
+    doc.Calculate();
+    for (int press = 0; press < 3 && form.lblClkASrc.Caption() != "PLL1"; ++press) doc.Calculate();
+    ASSERT_EQ(form.lblClkASrc.Caption(), "PLL1");
+    EXPECT_EQ(form.txtClkA[0].ForeColor(), colors::WindowText);
+    // SPLL from 120 to 190 MHz (VCO 240 to 380): 7 x 40 = 280 still works, but 120 / 16 = 7.5.
+    doc.Type(form.txtPLLMax[6], "190");
+    doc.Type(form.txtPLLMin[6], "120");
+    form.cmdApplyLimits_Click();
+    for (int press = 0; press < 3 && form.lblClkASrc.Caption() != "PLL1"; ++press) doc.Calculate();
+    ASSERT_EQ(form.lblClkASrc.Caption(), "PLL1");
+    EXPECT_EQ(form.txtClkA[0].ForeColor(), colors::Red);
+}
+
 }  // namespace
