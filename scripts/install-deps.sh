@@ -8,7 +8,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools libgl-dev
   clang libclang-rt-14-dev
   xvfb xdotool x11-apps imagemagick xauth
-  poppler-utils mame-tools fonts-dejavu-core
+  poppler-utils mame-tools fonts-dejavu-core python3
 )
 
 missing=()
