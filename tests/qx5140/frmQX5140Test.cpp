@@ -480,4 +480,25 @@ TEST(frmQX5140, OutputLimitIsTheLoopMinimumOverSixteen) {
     EXPECT_EQ(form.txtClkA[0].ForeColor(), colors::Red);
 }
 
+// An output on the divided reference: "Ref" as its source, one entry, and no loop list moves
+// when it is picked.
+TEST(frmQX5140, OutputOnTheReferenceMovesNoLoop) {
+    QX5140Document doc;
+    frmQX5140& form = doc.Form();
+    QX5140Document::Pick(form.cboFRef, "20.00000 MHz");
+    doc.Type(form.txtClkA[0], "10");
+    doc.Calculate();
+    EXPECT_EQ(form.lblClkASrcDiv.Caption(), "Ref/2");
+    EXPECT_EQ(form.lblClkASrc.Caption(), "Ref");
+    EXPECT_EQ(form.cboClkA[0].Items(), (std::vector<std::string>{"10.00000    PPM:0"}));
+    form.cboClkA[0].RaiseClick();
+    for (const pendulon::ListField* list :
+         {&form.cboCPLLData[0], &form.cboSPLLData, &form.cboUPLLData}) {
+        EXPECT_EQ(list->ListIndex(), 0);
+        EXPECT_EQ(list->Text(), "0.000000 P:5 Q:2");
+    }
+    EXPECT_EQ(form.lblClkBSrc.Caption(), "N/A");
+    EXPECT_EQ(form.cboClkB.Text(), "Off");
+}
+
 }  // namespace
