@@ -182,7 +182,7 @@ void clsCaseSearch::InitializeAllPLLClasses(double& dblMinimumOutput, double& db
 
 void clsCaseSearch::SetPLLValues(double dblReference) {
     const bool v3 = mclsDie.mdblVoltage == 3.3;
-    const auto limit = [this](double value) {
+    const auto limit = [](double value) {
         const auto converted = ToLong(value);
         return converted ? *converted : 0;
     };

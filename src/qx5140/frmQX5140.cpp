@@ -813,8 +813,7 @@ void frmQX5140::optSuspendOutputsAndPLLs_Click() {
 }
 
 void frmQX5140::chkSuspendClockA_Click() {
-    // The check follows the user's click; a value the suspend row sets leaves CLKA as it is.
-    if (!mblnSettingSuspendRow)
+    if (!mblnForcingSuspendChecks)
         SetSuspendClockA();
     SetPLLSuspends();
     MarkCalculateDue();
@@ -863,11 +862,6 @@ void frmQX5140::SetAllSuspends() {
 void frmQX5140::SetSuspendState() {
     const bool anySet = optSuspendOutputsOnly.Value() || optSuspendOutputsAndPLLs.Value();
     CheckBox* clocks[3] = {&chkSuspendClockA, &chkSuspendClockB, &chkSuspendClockC};
-    struct Guard {
-        bool& flag;
-        explicit Guard(bool& f) : flag(f) { flag = true; }
-        ~Guard() { flag = false; }
-    } guard(mblnSettingSuspendRow);
     if (!anySet && !mblnSelectRowHidden) {
         lblClkA[0].SetCaption("CLKA");
         lblClkA[1].SetVisible(false);
@@ -876,11 +870,13 @@ void frmQX5140::SetSuspendState() {
         txtClkA[1].SetEnabled(false);
         txtClkA[1].SetVisible(false);
         cboClkA[1].SetVisible(false);
+        mblnForcingSuspendChecks = true;
         for (CheckBox* check : clocks) {
             check->SetTag(IntegerText(check->Value()));
             check->SetValue(0);
             check->SetVisible(false);
         }
+        mblnForcingSuspendChecks = false;
         chkPrivatePLLClockA.SetValue(static_cast<int>(Val(chkPrivatePLLClockA.Tag())));
         chkPrivatePLLClockA.SetVisible(true);
         mblnSelectRowHidden = true;
@@ -892,10 +888,12 @@ void frmQX5140::SetSuspendState() {
         txtClkA[1].SetEnabled(true);
         txtClkA[1].SetVisible(true);
         cboClkA[1].SetVisible(true);
+        mblnForcingSuspendChecks = true;
         for (CheckBox* check : clocks) {
             check->SetVisible(true);
             check->SetValue(static_cast<int>(Val(check->Tag())));
         }
+        mblnForcingSuspendChecks = false;
         // CPLL is CLKA's own in this mode.
         chkPrivatePLLClockA.SetTag(IntegerText(chkPrivatePLLClockA.Value()));
         chkPrivatePLLClockA.SetValue(1);

@@ -193,8 +193,9 @@ class frmQX5140 : public Configurator {
     bool mblnClockARunning = false;
     bool mblnSelectRowHidden = false;
     bool mblnSelectRowShown = false;
-    // True while SetSuspendState moves the output suspend checks.
-    bool mblnSettingSuspendRow = false;
+    // Set while the suspend checks are forced by a change of mode: CLKA's frequency follows only
+    // the user's own click on its check.
+    bool mblnForcingSuspendChecks = false;
 };
 
 }  // namespace pendulon

@@ -194,6 +194,10 @@ TEST(QX5140Cli, CasesAgreeWithAnIndependentComputation) {
         const nlohmann::json state = nlohmann::json::parse(run.out);
         EXPECT_EQ(state["sources"], expected[n]["sources"]) << ToJson(configs[n]).dump();
         EXPECT_EQ(state["case"], 0);
+        const bool allOff = configs[n].desired == std::array<double, 4>{};
+        EXPECT_EQ(
+            state["fields"]["lblCaseMessage"]["caption"],
+            allOff ? std::string() : "Case 1 of " + std::to_string(expected[n]["sources"].size()));
         ++shapes[state["sources"].size() == 1 ? 0 : 1];
         shapes[2] += configs[n].select ? 1 : 0;
         shapes[3] += configs[n].voltage == 3.3 ? 1 : 0;

@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "QX5140TestSupport.hpp"
+#include "entryfile/clsEntryFile.hpp"
 #include "platform/Color.hpp"
+#include "power/frmPower.hpp"
 
 namespace {
 
@@ -356,6 +360,145 @@ TEST(frmQX5140, SuspendingOneOutputStopsItsLoop) {
     EXPECT_EQ(form.chkSuspendCPLL.Value(), 0);
     form.optSuspendOutputsOnly.SetValue(true);
     EXPECT_EQ(form.chkSuspendUPLL.Value(), 0);
+}
+
+// Case 4 of the 50, 25, 12.5 MHz set: CLKA on UPLL/4 and CLKB on UPLL/8, the loop solved for
+// CLKB at 200 MHz: exactly by P 15, Q 3, and from below by 644 / 129 (-1550 PPM); nothing above
+// 200 MHz is in range. Both outputs list the same two solutions; a pick in one moves the loop
+// and the other output, and the chain of clicks stops there.
+TEST(frmQX5140, OutputsOnOneLoopFollowEachOthersPick) {
+    QX5140Document doc;
+    frmQX5140& form = doc.Form();
+    OneLoopInputs(doc);
+    for (int press = 0; press < 4; ++press) doc.Calculate();
+    ASSERT_EQ(form.lblCaseMessage.Caption(), "Case 4 of 21");
+    ASSERT_EQ(form.lblClkASrcDiv.Caption(), "UPLL/4");
+    EXPECT_EQ(form.cboUPLLData.Items(),
+              (std::vector<std::string>{"200.000000 P:15 Q:3", "199.689922 P:644 Q:129"}));
+    EXPECT_EQ(form.cboClkA[0].Items(),
+              (std::vector<std::string>{"50.00000    PPM:0", "49.92248    PPM:-1550"}));
+    EXPECT_EQ(form.cboClkB.Items(),
+              (std::vector<std::string>{"25.00000    PPM:0", "24.96124    PPM:-1550"}));
+    form.cboClkB.SetListIndex(1);
+    EXPECT_EQ(form.cboUPLLData.ListIndex(), 1);
+    EXPECT_EQ(form.cboClkA[0].ListIndex(), 1);
+    // CLKC is on SPLL: its list does not move.
+    EXPECT_EQ(form.cboClkC.ListIndex(), 0);
+    EXPECT_EQ(form.lblClkCSrc.Caption(), "PLL1");
+}
+
+TEST(frmQX5140, PowerTableHasARowPerSelectState) {
+    QX5140Document doc;
+    frmQX5140& form = doc.Form();
+    OneLoopInputs(doc);
+    doc.Calculate();
+    const pendulon::frmPower& power = doc.app->Power();
+    EXPECT_EQ(power.RowCount(), 1);
+    form.optSelect.SetValue(true);
+    doc.Calculate();
+    EXPECT_EQ(power.RowCount(), 2);
+    EXPECT_EQ(power.lstPower.ListCount(), 2);
+}
+
+// Until the device's entry file is read, a file of it is refused with a message rather than
+// opened as an empty configuration; saving reports the same.
+TEST(frmQX5140, EntryFilesOfTheDeviceAreRefusedWithAMessage) {
+    QX5140Document doc;
+    frmQX5140& form = doc.Form();
+    pendulon::clsEntryFile entry(doc.app->Errors());
+    EXPECT_FALSE(form.FillForm(entry, "/tmp/none.ent"));
+    EXPECT_NE(doc.Messages().find("The ENT file does not represent a known or current device."),
+              std::string::npos);
+    form.MakeEntryFile("/tmp/pendulon-qx5140-never-written.ent");
+    EXPECT_NE(doc.Messages().find("(frmQX5140) MakeEntryFile"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists("/tmp/pendulon-qx5140-never-written.ent"));
+}
+
+// Suspending CLKA in Select/Suspend switches its state-0 frequency off; leaving the mode puts
+// the second state and the suspend checks away, but CLKA's own frequency comes back only
+// with its check.
+TEST(frmQX5140, SuspendedClockAStaysOffWhenSelectIsLeft) {
+    QX5140Document doc;
+    frmQX5140& form = doc.Form();
+    form.optSelect.SetValue(true);
+    doc.Type(form.txtClkA[0], "50");
+    form.chkSuspendClockA.SetValue(1);
+    EXPECT_EQ(form.txtClkA[0].Text(), "Off");
+    EXPECT_FALSE(form.txtClkA[0].Enabled());
+    EXPECT_EQ(form.txtClkA[0].Tag(), "50.0");
+    form.optOE.SetValue(true);
+    EXPECT_FALSE(form.txtClkA[1].Visible());
+    EXPECT_EQ(form.chkSuspendClockA.Value(), 0);
+    EXPECT_EQ(form.chkSuspendClockA.Tag(), "1");
+    EXPECT_EQ(form.txtClkA[0].Text(), "Off");
+    // Back in Select/Suspend the check returns, and clearing it restores the frequency.
+    form.optSelect.SetValue(true);
+    EXPECT_EQ(form.chkSuspendClockA.Value(), 1);
+    form.chkSuspendClockA.SetValue(0);
+    EXPECT_EQ(form.txtClkA[0].Text(), "50.0");
+    EXPECT_TRUE(form.txtClkA[0].Enabled());
+}
+
+TEST(frmQX5140, UserLimitsAreCheckedAndDefaultsRecognised) {
+    QX5140Document doc;
+    frmQX5140& form = doc.Form();
+    doc.Type(form.txtPLLMin[1], "0.2");
+    EXPECT_EQ(form.txtPLLMin[1].Text(), "1");
+    doc.Type(form.txtPLLMin[0], "0.2");
+    EXPECT_EQ(form.txtPLLMin[0].Text(), "0.5");
+    EXPECT_TRUE(form.cmdApplyLimits.Enabled());
+    form.cmdApplyLimits_Click();
+    EXPECT_EQ(form.chkUseDefault.Value(), 0);
+    form.chkUseDefault.SetValue(1);
+    EXPECT_EQ(form.txtPLLMin[0].Text(), "8.0");
+    form.cmdApplyLimits_Click();
+    EXPECT_EQ(form.chkUseDefault.Value(), 1);
+    EXPECT_FALSE(form.cmdApplyLimits.Enabled());
+    EXPECT_EQ(form.cmdCalculate.BackColor(), colors::Grey);
+}
+
+// A 7 MHz output on an SPLL whose frequency range starts at 80 MHz is within limits when the
+// outputs may go down to 5: the loop's minimum over the divider 16 is the test.
+TEST(frmQX5140, OutputLimitIsTheLoopMinimumOverSixteen) {
+    QX5140Document doc;
+    frmQX5140& form = doc.Form();
+    QX5140Document::Pick(form.cboFRef, "20.00000 MHz");
+    doc.Type(form.txtPLLMin[6], "80");
+    form.cmdApplyLimits_Click();
+    doc.Type(form.txtClkA[0], "7");
+    form.chkPrivatePLLClockA.SetValue(1);
+    doc.Calculate();
+    for (int press = 0; press < 3 && form.lblClkASrc.Caption() != "PLL1"; ++press) doc.Calculate();
+    ASSERT_EQ(form.lblClkASrc.Caption(), "PLL1");
+    EXPECT_EQ(form.txtClkA[0].ForeColor(), colors::WindowText);
+    // SPLL from 120 to 190 MHz (VCO 240 to 380): 7 x 40 = 280 still works, but 120 / 16 = 7.5.
+    doc.Type(form.txtPLLMax[6], "190");
+    doc.Type(form.txtPLLMin[6], "120");
+    form.cmdApplyLimits_Click();
+    for (int press = 0; press < 3 && form.lblClkASrc.Caption() != "PLL1"; ++press) doc.Calculate();
+    ASSERT_EQ(form.lblClkASrc.Caption(), "PLL1");
+    EXPECT_EQ(form.txtClkA[0].ForeColor(), colors::Red);
+}
+
+// An output on the divided reference: "Ref" as its source, one entry, and no loop list moves
+// when it is picked.
+TEST(frmQX5140, OutputOnTheReferenceMovesNoLoop) {
+    QX5140Document doc;
+    frmQX5140& form = doc.Form();
+    QX5140Document::Pick(form.cboFRef, "20.00000 MHz");
+    doc.Type(form.txtClkA[0], "10");
+    doc.Calculate();
+    EXPECT_EQ(form.lblClkASrcDiv.Caption(), "Ref/2");
+    EXPECT_EQ(form.lblClkASrc.Caption(), "Ref");
+    EXPECT_EQ(form.cboClkA[0].Items(), (std::vector<std::string>{"10.00000    PPM:0"}));
+    form.cboClkA[0].RaiseClick();
+    for (const pendulon::ListField* list :
+         {&form.cboCPLLData[0], &form.cboSPLLData, &form.cboUPLLData}) {
+        EXPECT_EQ(list->ListIndex(), 0);
+        EXPECT_EQ(list->Text(), "0.000000 P:5 Q:2");
+    }
+    EXPECT_EQ(form.lblClkBSrc.Caption(), "N/A");
+    EXPECT_EQ(form.cboClkB.Text(), "Off");
 }
 
 }  // namespace
