@@ -596,6 +596,17 @@ TEST_F(EntryFile7311Test, VectorOfTheSameConfigurationMadeNextDayDiffersInIdenti
     EXPECT_EQ(a, Golden("QX7312_5V.jed"));
 }
 
+TEST_F(EntryFile7311Test, VectorWithoutAnOpenDocumentCarriesTheSummarysNotAvailable) {
+    Use("QX7311_5V");  // not the program's document: the summary shows "n/a"
+    Cls().MakeEntryFile();
+    Cls().MakeEPROMVector(dir + "/v.jed", true);
+    const std::string text = test::ReadFile(dir + "/v.jed");
+    EXPECT_NE(text.find("\r\nPendulon Checksum = n/a\r\n"), std::string::npos);
+    const size_t row9 = text.find("*\r\nC") - 80;
+    EXPECT_EQ(text.substr(row9, 10), "0000000000");
+    EXPECT_EQ(app.Summary().lblChecksum.Caption(), "n/a");
+}
+
 TEST_F(EntryFile7311Test, QX5140TakesTheLargestVCOOfItsTwoSelectStates) {
     Use("QX7311_5V");
     form->device = "QX5140";
