@@ -125,6 +125,7 @@ QX7311View::QX7311View(frmQX7311& form, Application& app, QWidget* parent, int t
 
     Bind();
     SetFirstField(findChild<QWidget*>("txtCPLL(0)"));
+    SetTabOrder();
     powerObserver_ = form.picPower.AddObserver([this](Field&) { PlacePowerPanel(); });
     // Once the document window is shown: it takes the room the fields need, and the power
     // figures that the load's Calculate painted before there was a view find their place.
@@ -137,6 +138,7 @@ QX7311View::QX7311View(frmQX7311& form, Application& app, QWidget* parent, int t
                     sub->resize(sub->size().expandedTo(need));
             }
             PlacePowerPanel();
+            SetTabOrder();
         },
         Qt::QueuedConnection);
 }
@@ -334,6 +336,26 @@ QWidget* QX7311View::Limits() {
     apply->setAutoDefault(false);
     grid->addWidget(apply, 4, 5, 1, 2);
     return group;
+}
+
+void QX7311View::SetTabOrder() {
+    // The keyboard goes as an engineer fills the chip in: the eight CPU frequencies, SPLL and
+    // UPLL, then each output's source, and Calculate.
+    QStringList order;
+    for (int i = 0; i < frmQX7311::kRows; ++i) order << Indexed("txtCPLL", i);
+    order << "txtSPLL"
+          << "txtUPLL"
+          << "cboCPU";
+    for (int i = 0; i < frmQX7311::kClocks; ++i) order << Indexed("cboClk", i);
+    order << "cboXBuff"
+          << "cboClkF"
+          << "cmdCalculate";
+    for (int i = 1; i < order.size(); ++i) {
+        QWidget* before = findChild<QWidget*>(order[i - 1]);
+        QWidget* after = findChild<QWidget*>(order[i]);
+        if (before != nullptr && after != nullptr)
+            setTabOrder(before, after);
+    }
 }
 
 void QX7311View::PlacePowerPanel() {

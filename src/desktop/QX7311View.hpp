@@ -28,6 +28,7 @@ class QX7311View : public ConfiguratorView {
     // The first time the power figures are painted, a place over one of the groups gives way
     // to the free place beside the pinout.
     void PlacePowerPanel();
+    void SetTabOrder();
 
     frmQX7311& form_;
     Application& app_;

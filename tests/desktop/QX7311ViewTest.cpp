@@ -187,6 +187,23 @@ class QX7311ViewTest : public QObject {
         KeepPicture(f.window.get(), "frmQX7311-1280x800-calculated");
     }
 
+    void tabGoesThroughTheLoopsToTheOutputs() {
+        DocumentFixture f;
+        Shown s(f, 1280, 800, "QX7311");
+        auto tabFrom = [&](const char* name) {
+            QWidget* start = s.view->findChild<QWidget*>(name);
+            start->setFocus(Qt::TabFocusReason);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QWidget* now = QApplication::focusWidget();
+            // An editable list hands the focus to its edit line.
+            while (now != nullptr && now->objectName().isEmpty()) now = now->parentWidget();
+            return now == nullptr ? QString() : now->objectName();
+        };
+        QCOMPARE(tabFrom("txtCPLL(3)"), QString("txtCPLL(4)"));
+        QCOMPARE(tabFrom("txtCPLL(7)"), QString("txtSPLL"));
+        QCOMPARE(tabFrom("txtUPLL"), QString("cboCPU"));
+    }
+
     void theQX7312HidesCLKFAndThe32KRow() {
         DocumentFixture f;
         Shown s(f, 1280, 800, "QX7311F");
