@@ -47,7 +47,7 @@ std::string Index(int i) {
 
 frmQX7311::frmQX7311(Application& app) : frm7311Family(app, "frmQX7311", kRows) {
     SetCaption("QX7311");
-    fraModel.SetCaption("Options");
+    fraModel.SetCaption("Device");
     opt7311.SetCaption("QX7311");
     opt7312.SetCaption("QX7312");
     opt7311.SetGroup("Model");

@@ -11,6 +11,7 @@ QObject* MakeMenuTest();
 QObject* MakeMainWindowTest();
 QObject* MakeShellViewsTest();
 QObject* MakeConfiguratorViewsTest();
+QObject* MakeQX7311ViewTest();
 QObject* MakePrintPreviewViewTest();
 
 }  // namespace pendulon::test
