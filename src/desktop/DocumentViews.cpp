@@ -6,9 +6,11 @@
 #include "desktop/FloatingPanel.hpp"
 #include "desktop/PrintPreviewView.hpp"
 #include "desktop/QX4860View.hpp"
+#include "desktop/QX5140View.hpp"
 #include "desktop/QX6105AView.hpp"
 #include "desktop/QX7311View.hpp"
 #include "desktop/ViewRegistry.hpp"
+#include "qx5140/frmQX5140.hpp"
 #include "reports/frmPrintPreview.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
@@ -26,6 +28,9 @@ void RegisterDocumentViews(ViewRegistry& views, Application& app) {
     });
     views.Register("frmQX7311", [=, &app](Window& w, QWidget* p) -> QWidget* {
         return new QX7311View(static_cast<frmQX7311&>(w), app, p, tppX(), tppY());
+    });
+    views.Register("frmQX5140", [=, &app](Window& w, QWidget* p) -> QWidget* {
+        return new QX5140View(static_cast<frmQX5140&>(w), app, p, tppX(), tppY());
     });
     views.Register("frmPrintPreview", [=, &app](Window& w, QWidget* p) -> QWidget* {
         return new PrintPreviewView(static_cast<frmPrintPreview&>(w), app, p, tppX(), tppY());

@@ -71,6 +71,8 @@ class frmQX5140 : public Configurator {
     void cboClkA_Click(int Index);
     void cboClkB_Click();
     void cboClkC_Click();
+    // Draws the chip with the present use of pin 8.
+    void DisplayPinout();
 
     // Fields, in the window's control order.
     Frame fraPin8Option;
@@ -166,7 +168,6 @@ class frmQX5140 : public Configurator {
     void SetSuspendState();
     void SetSuspendClockA();
     void SetPLLSuspends();
-    void DisplayPinout();
     void LeaveClockField(TextField& field, bool selectBranch);
     // The reference as the divided-reference outputs see it: the list entry, or the typed
     // text when no entry is selected.

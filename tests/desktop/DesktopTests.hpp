@@ -12,6 +12,7 @@ QObject* MakeMainWindowTest();
 QObject* MakeShellViewsTest();
 QObject* MakeConfiguratorViewsTest();
 QObject* MakeQX7311ViewTest();
+QObject* MakeQX5140ViewTest();
 QObject* MakePrintPreviewViewTest();
 
 }  // namespace pendulon::test
