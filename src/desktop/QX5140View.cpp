@@ -295,12 +295,18 @@ QWidget* QX5140View::Limits() {
 }
 
 void QX5140View::SetTabOrder() {
-    // The keyboard goes through the frequencies first, then the options, then Calculate.
-    const QStringList order = {"txtClkA(0)", "txtClkA(1)", "txtClkB",     "txtClkC",
-                               "txtPPM",     "cboFRef",    "cmdCalculate"};
+    // The keyboard goes from the reference through the frequencies and the sensitivity to
+    // Calculate.
+    const QStringList order = {"cboFRef", "txtClkA(0)", "txtClkA(1)",  "txtClkB",
+                               "txtClkC", "txtPPM",     "cmdCalculate"};
     for (int i = 1; i < order.size(); ++i) {
         QWidget* before = findChild<QWidget*>(order[i - 1]);
         QWidget* after = findChild<QWidget*>(order[i]);
+        // An editable list has the focus in its edit line: the keyboard goes on from there.
+        if (auto* list = qobject_cast<QComboBox*>(before); list != nullptr && list->lineEdit()) {
+            setTabOrder(list, list->lineEdit());
+            before = list->lineEdit();
+        }
         if (before != nullptr && after != nullptr)
             setTabOrder(before, after);
     }

@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
@@ -168,6 +169,23 @@ class QX5140ViewTest : public QObject {
                 QVERIFY2(!InView(group, s.view).intersects(panel->geometry()),
                          qPrintable(group->objectName()));
         KeepPicture(f.window.get(), "frmQX5140-1280x800-case2");
+    }
+
+    void tabGoesThroughTheFrequencies() {
+        DocumentFixture f;
+        Shown s(f, 1280, 800, "QX5140");
+        auto tabFrom = [&](const char* name) {
+            QWidget* start = s.view->findChild<QWidget*>(name);
+            start->setFocus(Qt::TabFocusReason);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QWidget* now = QApplication::focusWidget();
+            while (now != nullptr && now->objectName().isEmpty()) now = now->parentWidget();
+            return now == nullptr ? QString() : now->objectName();
+        };
+        // The second state of CLKA is hidden without Select/Suspend.
+        QCOMPARE(tabFrom("txtClkA(0)"), QString("txtClkB"));
+        QCOMPARE(tabFrom("txtClkB"), QString("txtClkC"));
+        QCOMPARE(tabFrom("txtPPM"), QString("cmdCalculate"));
     }
 
     void selectSuspendShowsTheSecondStateAndTheSuspendChoices() {

@@ -214,5 +214,89 @@ for _ in $(seq 1 25); do
 done
 wait_exit "$PID" || fail "File, Exit did not end the QX6105A run"
 wait "$PID"
+# Fifth run: a QX5140 document. File, New, QX5140 chosen with the arrow keys in the device
+# selection; three frequencies typed; Calculate twice shows the second case; File, Save As
+# writes the entry file of that case.
+"$PROGRAM" &
+PID=$!
+WID=$(wait_main_window) || fail "the main window did not appear for the QX5140 run"
+xdotool windowmove --sync "$WID" 0 0
+xdotool windowsize --sync "$WID" 1270 990
+xdotool windowfocus --sync "$WID"
+sleep 0.5
+xdotool key alt+f
+sleep 0.5
+xdotool key n
+DEVICE=$(xdotool search --sync --onlyvisible --name '^Select Device$' | head -1)
+[ -n "$DEVICE" ] || fail "File, New did not show the device selection for the QX5140 run"
+xdotool windowfocus --sync "$DEVICE"
+sleep 0.5
+# QX5140 is the thirteenth device; the arrows move the focus, the space bar chooses.
+for _ in $(seq 1 12); do
+    xdotool key Down
+    sleep 0.1
+done
+xdotool key space
+sleep 0.3
+import -window root "$SHOTS/13-qx5140-device.png"
+xdotool key Return
+for _ in $(seq 1 25); do
+    xdotool search --onlyvisible --name '^Select Device$' >/dev/null 2>&1 || break
+    sleep 0.2
+done
+xdotool windowfocus --sync "$WID"
+sleep 1
+# The desired frequency of CLKA, at its place in the document window; Tab goes on to CLKB and
+# CLKC.
+xdotool mousemove --window "$WID" 105 226 click 1
+sleep 0.3
+for text in 50 25 12.5; do
+    xdotool key End shift+Home
+    xdotool type --delay 80 "$text"
+    xdotool key Tab
+    sleep 0.3
+done
+import -window root "$SHOTS/14-qx5140-typed.png"
+xdotool key alt+a
+sleep 1.5
+import -window root "$SHOTS/15-qx5140-case1.png"
+xdotool key alt+a
+sleep 1.5
+import -window root "$SHOTS/16-qx5140-case2.png"
+xdotool key alt+f
+sleep 0.5
+xdotool key a
+SUMMARY=$(xdotool search --sync --onlyvisible --name 'Configuration$' | head -1)
+[ -n "$SUMMARY" ] || fail "Save As did not show the configuration summary"
+xdotool windowfocus --sync "$SUMMARY"
+xdotool key Return
+SAVEAS=$(xdotool search --sync --onlyvisible --name '^Save Entry File As$' | head -1)
+[ -n "$SAVEAS" ] || fail "Save As did not show the file dialog"
+xdotool windowfocus --sync "$SAVEAS"
+sleep 0.5
+xdotool type --delay 40 "$CONFIG/qx5140.ent"
+xdotool key Return
+for _ in $(seq 1 25); do
+    [ -s "$CONFIG/qx5140.ent" ] && break
+    sleep 0.2
+done
+import -window root "$SHOTS/17-qx5140-saved.png"
+ENT="$CONFIG/qx5140.ent"
+[ -s "$ENT" ] || fail "Save As wrote no QX5140 entry file"
+grep -q '^# s qx5140sc' "$ENT" || fail "the entry file is not of a QX5140 at 5 V"
+grep -q '^# b 1' "$ENT" || fail "the entry file lacks the bonding option of Output Enable"
+grep -q '^# f  50.00000 ;13' "$ENT" || fail "CLKA's 50 MHz is not in the entry file"
+grep -q '^# f  25.00000 ;12' "$ENT" || fail "CLKB's 25 MHz is not in the entry file"
+grep -q '^# f  12.50000 ;11' "$ENT" || fail "CLKC's 12.5 MHz is not in the entry file"
+# The second case puts the three clocks on CPLL: /2, /4 and /8 (codes 5, 6 and 7).
+grep -q '^# i 5  *;26' "$ENT" || fail "the entry file does not hold the second case: $(grep ';2[678]' "$ENT")"
+grep -q '^# i 6  *;27' "$ENT" || fail "CLKB of the second case is not in the entry file"
+grep -q '^# i 7  *;28' "$ENT" || fail "CLKC of the second case is not in the entry file"
+xdotool windowfocus --sync "$WID"
+xdotool key alt+f
+sleep 0.5
+xdotool key x
+wait_exit "$PID" || fail "File, Exit did not end the QX5140 run"
+wait "$PID"
 echo "end-to-end run passed; screenshots in $SHOTS"
 exit 0
