@@ -400,18 +400,16 @@ TEST(frmQX5140, PowerTableHasARowPerSelectState) {
     EXPECT_EQ(power.lstPower.ListCount(), 2);
 }
 
-// Until the device's entry file is read, a file of it is refused with a message rather than
-// opened as an empty configuration; saving reports the same.
-TEST(frmQX5140, EntryFilesOfTheDeviceAreRefusedWithAMessage) {
+// An empty image has no reference the window can take: the fill says so, and the window is
+// not shown.
+TEST(frmQX5140, EmptyEntryImageIsRefusedWithAMessage) {
     QX5140Document doc;
     frmQX5140& form = doc.Form();
     pendulon::clsEntryFile entry(doc.app->Errors());
-    EXPECT_FALSE(form.FillForm(entry, "/tmp/none.ent"));
-    EXPECT_NE(doc.Messages().find("The ENT file does not represent a known or current device."),
+    entry.mintBValue = 1;
+    EXPECT_FALSE(form.FillForm(entry, "/designs/none.ent"));
+    EXPECT_NE(doc.Messages().find("The entry file contains an invalid reference frequency: 0"),
               std::string::npos);
-    form.MakeEntryFile("/tmp/pendulon-qx5140-never-written.ent");
-    EXPECT_NE(doc.Messages().find("(frmQX5140) MakeEntryFile"), std::string::npos);
-    EXPECT_FALSE(std::filesystem::exists("/tmp/pendulon-qx5140-never-written.ent"));
 }
 
 // Suspending CLKA in Select/Suspend switches its state-0 frequency off; leaving the mode puts
