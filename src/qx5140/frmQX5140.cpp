@@ -294,8 +294,10 @@ void frmQX5140::MakeEntryFile(const std::string& path) {
     EntryFile().WriteEntryFile(path);
 }
 
-void frmQX5140::MakeEPROMVector(const std::string& path, bool fromForm) {
-    EntryFile().MakeEPROMVector(path, fromForm);
+void frmQX5140::MakeEPROMVector(const std::string&, bool) {
+    // The window does not offer the vector; the entry-file object makes it from the same image
+    // (EntryFile().MakeEPROMVector).
+    RaiseError(445, "MakeEPROMVector", "Object doesn't support this action");
 }
 
 bool frmQX5140::FillForm(clsEntryFile& data, const std::string& path) {

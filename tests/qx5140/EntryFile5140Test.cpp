@@ -101,9 +101,15 @@ TEST(QX5140EntryFile, OutputEnableCaseMatchesItsGoldenFiles) {
                   Golden(std::string("QX5140_OE_") + (details ? "details" : "lean") + ".ent"))
             << details;
     }
-    form.MakeEPROMVector(dir.path + "/oe.jed", true);
+    form.EntryFile().MakeEPROMVector(dir.path + "/oe.jed", true);
     EXPECT_EQ(test::ReadFile(dir.path + "/oe.jed"), Golden("QX5140_OE.jed"));
     EXPECT_EQ(form.Checksum(), "238");
+    // The window itself does not offer the vector, and Tools, Create EPROM Vector is off.
+    form.MakeEPROMVector(dir.path + "/no.jed", true);
+    EXPECT_FALSE(std::filesystem::exists(dir.path + "/no.jed"));
+    EXPECT_NE(doc.Messages().find("(frmQX5140) MakeEPROMVector"), std::string::npos);
+    doc.app->Main().InitializeMenu(false);
+    EXPECT_FALSE(doc.app->Main().mnuToolsCreateEPROM.Enabled());
     // Without the select pin the second CPU block stays off.
     EXPECT_EQ(form.EntryFile().Entry().i(49), 1);
 }
@@ -129,7 +135,7 @@ TEST(QX5140EntryFile, SelectSuspendCaseMatchesItsGoldenFiles) {
                   Golden(std::string("QX5140_Select_") + (details ? "details" : "lean") + ".ent"))
             << details;
     }
-    form.MakeEPROMVector(dir.path + "/sel.jed", true);
+    form.EntryFile().MakeEPROMVector(dir.path + "/sel.jed", true);
     EXPECT_EQ(test::ReadFile(dir.path + "/sel.jed"), Golden("QX5140_Select.jed"));
     // The CPLL VCOs of the two select states: CLKA's frequency times its divider.
     double desired = 0;
