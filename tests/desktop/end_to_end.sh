@@ -214,5 +214,70 @@ for _ in $(seq 1 25); do
 done
 wait_exit "$PID" || fail "File, Exit did not end the QX6105A run"
 wait "$PID"
+# Fifth run: a QX7311 document at 1280x800. File, New, the QX7311 picked in the device
+# selection, a CPU frequency typed into the first select code, Calculate by its key. The
+# Calculate button is yellow while a Calculate is due and grey after it.
+yellow_pixels() {
+    eval "$(xdotool getwindowgeometry --shell "$WID")"
+    # The hint line at the bottom is yellow too: leave it out.
+    convert "$1" -crop "${WIDTH}x$((HEIGHT - 40))+${X}+${Y}" +repage -fuzz 20% \
+        -fill black +opaque '#FFFF00' -fill white -opaque '#FFFF00' \
+        -format '%[fx:round(mean*w*h)]' info:
+}
+"$PROGRAM" &
+PID=$!
+WID=$(wait_main_window) || fail "the main window did not appear for the QX7311 run"
+xdotool windowsize --sync "$WID" 1280 800
+xdotool windowfocus --sync "$WID"
+sleep 0.5
+xdotool key alt+f
+sleep 0.5
+xdotool key n
+DEVICE=$(xdotool search --sync --onlyvisible --name '^Select Device$' | head -1)
+[ -n "$DEVICE" ] || fail "File, New did not show the device selection for the QX7311 run"
+xdotool windowfocus --sync "$DEVICE"
+# The QX7311 option heads the second row of the device group.
+xdotool mousemove --window "$DEVICE" 40 73 click 1
+sleep 0.3
+import -window root "$SHOTS/13-qx7311-choice.png"
+xdotool key Return
+for _ in $(seq 1 25); do
+    xdotool search --onlyvisible --name '^Select Device$' >/dev/null 2>&1 || break
+    sleep 0.2
+done
+xdotool windowfocus --sync "$WID"
+sleep 1
+import -window root "$SHOTS/14-qx7311-new.png"
+# The first select code's frequency field, at the top left of the loops.
+xdotool mousemove --window "$WID" 100 201 click 1
+sleep 0.3
+xdotool key Home shift+End
+xdotool type --delay 80 "66.6"
+xdotool key Tab
+sleep 0.5
+import -window root "$SHOTS/15-qx7311-typed.png"
+[ "$(yellow_pixels "$SHOTS/15-qx7311-typed.png")" -gt 200 ] ||
+    fail "typing a CPU frequency in the QX7311 document did not make a Calculate due"
+xdotool key alt+a
+sleep 1.5
+import -window root "$SHOTS/16-qx7311-calculated.png"
+[ "$(yellow_pixels "$SHOTS/16-qx7311-calculated.png")" -lt 50 ] ||
+    fail "Calculate of the QX7311 document left a Calculate due"
+xdotool key alt+f
+sleep 0.5
+xdotool key x
+for _ in $(seq 1 25); do
+    for id in $(xdotool search --onlyvisible --name "$TITLE" 2>/dev/null); do
+        width=$(xdotool getwindowgeometry --shell "$id" | sed -n 's/^WIDTH=//p')
+        if [ "${width:-0}" -lt 600 ]; then
+            xdotool windowfocus --sync "$id"
+            xdotool key n
+            break 2
+        fi
+    done
+    sleep 0.2
+done
+wait_exit "$PID" || fail "File, Exit did not end the QX7311 run"
+wait "$PID"
 echo "end-to-end run passed; screenshots in $SHOTS"
 exit 0
