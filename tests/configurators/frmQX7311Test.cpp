@@ -116,6 +116,12 @@ TEST(frmQX7311Load, StartsWithItsDefaults) {
     EXPECT_EQ(doc.app->Errors().Count(), 0) << doc.Messages();
 }
 
+TEST(frmQX7311Load, TheDeviceSelectionOffersAllSixDevices) {
+    QX7311Document doc;
+    for (const char* device : {"QX7311", "QX7311F", "QX7311I", "QX7312", "QX7312F", "QX7312I"})
+        EXPECT_TRUE(doc.app->DeviceForm().OptionFor(device)->Enabled()) << device;
+}
+
 TEST(frmQX7311Load, EachVariantGetsItsLoopLimits) {
     struct Case {
         const char* device;
