@@ -137,6 +137,9 @@ QX7311View::QX7311View(frmQX7311& form, Application& app, QWidget* parent, int t
                 if (sub->width() < need.width() || sub->height() < need.height())
                     sub->resize(sub->size().expandedTo(need));
             }
+            // Figures painted before the view existed were measured without its fonts.
+            if (!form_.picPower.DisplayList().empty())
+                form_.CalculatePower();
             PlacePowerPanel();
             SetTabOrder();
         },

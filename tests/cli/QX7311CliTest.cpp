@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "configurators/frm7311Family.hpp"
 #include "support/TestSupport.hpp"
 
 namespace {
@@ -99,6 +101,51 @@ TEST(QX7311Cli, ATextLeftInALoopFieldIsClampedToTheVariantsRange) {
     const nlohmann::json state = nlohmann::json::parse(run.out);
     EXPECT_EQ(state["fields"]["txtCPLL(2)"]["text"], "66.66667");
     EXPECT_EQ(state["fields"]["txtUPLL"]["text"], "Off");
+}
+
+// A folder of the test's own, removed when the test ends, passed or failed.
+struct Folder {
+    std::string path = pendulon::test::MakeTempDir();
+    ~Folder() { std::filesystem::remove_all(path); }
+    std::string operator/(const std::string& name) const { return path + "/" + name; }
+};
+
+TEST(QX7311Cli, ASavedDocumentOpensToTheSameFieldsAndSavesToTheSameBytes) {
+    if (!pendulon::frm7311Family::HasEntryFile())
+        GTEST_SKIP() << "this build carries no entry file of the QX7311 family";
+    for (const std::string device :
+         {"QX7311", "QX7311F", "QX7311I", "QX7312", "QX7312F", "QX7312I"}) {
+        Folder folder;
+        std::vector<std::string> make = ExactCase(device);
+        make.pop_back();  // no --json
+        for (const std::string& action :
+             {std::string("--set"), std::string("txtCPLL(5)=75"), std::string("--set"),
+              std::string("txtUPLL=24"), std::string("--set"), std::string("cboClk(1)=UPLL/2"),
+              std::string("--click"), std::string("chkSusClk(1)"), std::string("--click"),
+              std::string("cmdCalculate"), std::string("--save"), folder / "a.ent"})
+            make.push_back(action);
+        const CliResult made = RunCli(make);
+        ASSERT_EQ(made.exitCode, 0) << device << made.err;
+        const CliResult opened =
+            RunCli({"open", folder / "a.ent", "--save", folder / "b.ent", "--json"});
+        ASSERT_EQ(opened.exitCode, 0) << device << opened.err;
+        const auto fields = nlohmann::json::parse(opened.out)["fields"];
+        EXPECT_EQ(fields["lblDevice"]["caption"], device);
+        EXPECT_EQ(fields["txtCPLL(0)"]["text"], "60.0") << device;
+        EXPECT_EQ(fields["txtCPLL(5)"]["text"], "75.0") << device;
+        EXPECT_EQ(fields["txtSPLL"]["text"], "50.0") << device;
+        EXPECT_EQ(fields["txtUPLL"]["text"], "24.0") << device;
+        EXPECT_EQ(fields["cboClk(0)"]["text"], "SPLL/5") << device;
+        EXPECT_EQ(fields["cboClk(1)"]["text"], "UPLL/2") << device;
+        EXPECT_EQ(fields["cboClk(3)"]["text"], "Ref/3") << device;
+        EXPECT_EQ(fields["cboCPU"]["text"], "CPLL/2") << device;
+        EXPECT_EQ(fields["chkSuspend"]["value"], 1) << device;
+        EXPECT_EQ(fields["chkSusClk(1)"]["value"], 1) << device;
+        EXPECT_EQ(fields["cboCPLL(0)"]["text"], "60.00000    PPM:0") << device;
+        EXPECT_EQ(pendulon::test::ReadFile(folder / "a.ent"),
+                  pendulon::test::ReadFile(folder / "b.ent"))
+            << device;
+    }
 }
 
 }  // namespace

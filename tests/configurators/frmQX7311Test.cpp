@@ -116,6 +116,12 @@ TEST(frmQX7311Load, StartsWithItsDefaults) {
     EXPECT_EQ(doc.app->Errors().Count(), 0) << doc.Messages();
 }
 
+TEST(frmQX7311Load, TheDeviceSelectionOffersAllSixDevices) {
+    QX7311Document doc;
+    for (const char* device : {"QX7311", "QX7311F", "QX7311I", "QX7312", "QX7312F", "QX7312I"})
+        EXPECT_TRUE(doc.app->DeviceForm().OptionFor(device)->Enabled()) << device;
+}
+
 TEST(frmQX7311Load, EachVariantGetsItsLoopLimits) {
     struct Case {
         const char* device;
@@ -187,6 +193,25 @@ TEST(frmQX7311Device, AnInvalidDeviceIsRefusedWithItsErrorAndChangesNothing) {
     EXPECT_NE(doc.Messages().find("Invalid device: QX4860"), std::string::npos);
     EXPECT_EQ(doc.Form().lblDevice.Caption(), "QX7311");
     EXPECT_TRUE(doc.Form().opt7311.Value());
+}
+
+// The window with its load steps reachable, to give its die a device of another family.
+class OpenQX7311 : public frmQX7311 {
+  public:
+    using frmQX7311::frmQX7311;
+    using frmQX7311::InitializeDieClass;
+};
+
+TEST(frmQX7311Device, TheDieRefusesADeviceOfAnotherFamily) {
+    QX7311Document doc;
+    OpenQX7311 other(*doc.app);
+    other.lblDevice.SetCaption("QX5140");
+    const double before = other.Die().mdblDefaultPLLMaximum5V;
+    other.InitializeDieClass();
+    EXPECT_EQ(doc.app->Errors().LastNumber(), 10351);
+    EXPECT_NE(doc.Messages().find("Invalid device: QX5140"), std::string::npos);
+    EXPECT_NE(doc.Messages().find("(frmQX7311) InitializeDieClass"), std::string::npos);
+    EXPECT_EQ(other.Die().mdblDefaultPLLMaximum5V, before);
 }
 
 TEST(frmQX7311Device, TheModelOptionsSwapTheFamilyKeepingTheVariant) {
@@ -411,6 +436,26 @@ TEST(frmQX7311Fields, LeavingSPLLBringsEveryDesiredLabelUpToDate) {
     EXPECT_EQ(form.lblDesiredClk[0].Caption(), " 12.00000");
     EXPECT_EQ(form.lblDesiredClk[1].Caption(), " 12.00000");
     EXPECT_EQ(form.lblDesiredClkF.Caption(), " 24.00000");
+}
+
+TEST(frmQX7311Fields, TheReferenceIsKeptInsideItsLimitsAndFeedsTheDesiredValues) {
+    QX7311Document doc;
+    frmQX7311& form = doc.Form();
+    QX7311Document::Pick(form.cboClk[1], "Ref/2");
+    form.SetFocusTo(&form.cboFRef);
+    EXPECT_EQ(Trim(doc.app->Main().lblHelpInfo.Caption()),
+              "Reference Range: 10-25MHz for crystal, 1-30MHz for external clock.");
+    form.cboFRef.SetText("40");
+    form.SetFocusTo(nullptr);
+    EXPECT_EQ(Val(form.cboFRef.Text()), 30);
+    EXPECT_EQ(form.lblDesiredClk[1].Caption(), " 15.00000");
+    EXPECT_EQ(Trim(doc.app->Main().lblHelpInfo.Caption()), "");
+    form.SetFocusTo(&form.cboFRef);
+    form.cboFRef.SetText("0.2");
+    form.SetFocusTo(nullptr);
+    EXPECT_EQ(Val(form.cboFRef.Text()), 1);
+    EXPECT_EQ(form.lblDesiredClk[1].Caption(), " 0.50000");
+    EXPECT_EQ(form.cmdCalculate.BackColor(), colors::Yellow);
 }
 
 TEST(frmQX7311Fields, LimitFieldsAreNormalisedOnLeaving) {

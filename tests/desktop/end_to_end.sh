@@ -214,8 +214,73 @@ for _ in $(seq 1 25); do
 done
 wait_exit "$PID" || fail "File, Exit did not end the QX6105A run"
 wait "$PID"
-# Fifth run: a QX5140 document. File, New, QX5140 chosen with the arrow keys in the device
-# selection; three frequencies typed; Calculate twice shows the second case; File, Save As
+# Fifth run: a QX7311 document at 1280x800. File, New, the QX7311 picked in the device
+# selection, a CPU frequency typed into the first select code, Calculate by its key. The
+# Calculate button is yellow while a Calculate is due and grey after it.
+yellow_pixels() {
+    eval "$(xdotool getwindowgeometry --shell "$WID")"
+    # The hint line at the bottom is yellow too: leave it out.
+    convert "$1" -crop "${WIDTH}x$((HEIGHT - 40))+${X}+${Y}" +repage -fuzz 20% \
+        -fill black +opaque '#FFFF00' -fill white -opaque '#FFFF00' \
+        -format '%[fx:round(mean*w*h)]' info:
+}
+"$PROGRAM" &
+PID=$!
+WID=$(wait_main_window) || fail "the main window did not appear for the QX7311 run"
+xdotool windowsize --sync "$WID" 1280 800
+xdotool windowfocus --sync "$WID"
+sleep 0.5
+xdotool key alt+f
+sleep 0.5
+xdotool key n
+DEVICE=$(xdotool search --sync --onlyvisible --name '^Select Device$' | head -1)
+[ -n "$DEVICE" ] || fail "File, New did not show the device selection for the QX7311 run"
+xdotool windowfocus --sync "$DEVICE"
+# The QX7311 option heads the second row of the device group.
+xdotool mousemove --window "$DEVICE" 40 73 click 1
+sleep 0.3
+import -window root "$SHOTS/13-qx7311-choice.png"
+xdotool key Return
+for _ in $(seq 1 25); do
+    xdotool search --onlyvisible --name '^Select Device$' >/dev/null 2>&1 || break
+    sleep 0.2
+done
+xdotool windowfocus --sync "$WID"
+sleep 1
+import -window root "$SHOTS/14-qx7311-new.png"
+# The first select code's frequency field, at the top left of the loops.
+xdotool mousemove --window "$WID" 100 201 click 1
+sleep 0.3
+xdotool key Home shift+End
+xdotool type --delay 80 "66.6"
+xdotool key Tab
+sleep 0.5
+import -window root "$SHOTS/15-qx7311-typed.png"
+[ "$(yellow_pixels "$SHOTS/15-qx7311-typed.png")" -gt 200 ] ||
+    fail "typing a CPU frequency in the QX7311 document did not make a Calculate due"
+xdotool key alt+a
+sleep 1.5
+import -window root "$SHOTS/16-qx7311-calculated.png"
+[ "$(yellow_pixels "$SHOTS/16-qx7311-calculated.png")" -lt 50 ] ||
+    fail "Calculate of the QX7311 document left a Calculate due"
+xdotool key alt+f
+sleep 0.5
+xdotool key x
+for _ in $(seq 1 25); do
+    for id in $(xdotool search --onlyvisible --name "$TITLE" 2>/dev/null); do
+        width=$(xdotool getwindowgeometry --shell "$id" | sed -n 's/^WIDTH=//p')
+        if [ "${width:-0}" -lt 600 ]; then
+            xdotool windowfocus --sync "$id"
+            xdotool key n
+            break 2
+        fi
+    done
+    sleep 0.2
+done
+wait_exit "$PID" || fail "File, Exit did not end the QX7311 run"
+wait "$PID"
+# Sixth run: a QX5140 document. File, New, the QX5140 picked in the device selection; three
+# frequencies typed; Calculate twice shows the second case; File, Save As
 # writes the entry file of that case.
 "$PROGRAM" &
 PID=$!
@@ -231,14 +296,10 @@ DEVICE=$(xdotool search --sync --onlyvisible --name '^Select Device$' | head -1)
 [ -n "$DEVICE" ] || fail "File, New did not show the device selection for the QX5140 run"
 xdotool windowfocus --sync "$DEVICE"
 sleep 0.5
-# QX5140 is the thirteenth device; the arrows move the focus, the space bar chooses.
-for _ in $(seq 1 12); do
-    xdotool key Down
-    sleep 0.1
-done
-xdotool key space
+# The QX5140 option heads the fifth row of the device group.
+xdotool mousemove --window "$DEVICE" 40 151 click 1
 sleep 0.3
-import -window root "$SHOTS/13-qx5140-device.png"
+import -window root "$SHOTS/21-qx5140-device.png"
 xdotool key Return
 for _ in $(seq 1 25); do
     xdotool search --onlyvisible --name '^Select Device$' >/dev/null 2>&1 || break
@@ -256,13 +317,13 @@ for text in 50 25 12.5; do
     xdotool key Tab
     sleep 0.3
 done
-import -window root "$SHOTS/14-qx5140-typed.png"
+import -window root "$SHOTS/22-qx5140-typed.png"
 xdotool key alt+a
 sleep 1.5
-import -window root "$SHOTS/15-qx5140-case1.png"
+import -window root "$SHOTS/23-qx5140-case1.png"
 xdotool key alt+a
 sleep 1.5
-import -window root "$SHOTS/16-qx5140-case2.png"
+import -window root "$SHOTS/24-qx5140-case2.png"
 xdotool key alt+f
 sleep 0.5
 xdotool key a
@@ -280,7 +341,7 @@ for _ in $(seq 1 25); do
     [ -s "$CONFIG/qx5140.ent" ] && break
     sleep 0.2
 done
-import -window root "$SHOTS/17-qx5140-saved.png"
+import -window root "$SHOTS/25-qx5140-saved.png"
 ENT="$CONFIG/qx5140.ent"
 [ -s "$ENT" ] || fail "Save As wrote no QX5140 entry file"
 grep -q '^# s qx5140sc' "$ENT" || fail "the entry file is not of a QX5140 at 5 V"
