@@ -328,7 +328,8 @@ void QX5140View::PlacePowerPanel() {
             QRect(group->mapTo(this, QPoint(0, 0)), group->size()).intersects(panel))
             covers = true;
     }
-    if (!covers)
+    // A place kept from another document may also lie partly outside this one.
+    if (!covers && rect().contains(panel))
         return;
     // Until the user puts the figures elsewhere they sit beside the chip, over nothing.
     const QPoint at = powerSlot_->mapTo(this, QPoint(0, 0));
