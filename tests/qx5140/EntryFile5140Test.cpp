@@ -165,6 +165,22 @@ TEST(QX5140EntryFile, ShutdownAndAHighReferenceChangeTheirFields) {
     EXPECT_EQ(e.i(28), 19);
 }
 
+TEST(QX5140EntryFile, OutputOutOfItsLoopsRangeIsFlaggedInTheFile) {
+    QX5140Document doc;
+    OECase(doc);
+    frmQX5140& form = doc.Form();
+    Folder dir;
+    form.MakeEntryFile(dir.path + "/in.ent");
+    EXPECT_EQ(test::ReadFile(dir.path + "/in.ent").find("OUT OF DEFAULT RANGE"), std::string::npos);
+    // CLKB on UPLL/4 at 150 MHz: above the loop's 100 MHz.
+    form.txtClkB.SetText("150");
+    form.MakeEntryFile(dir.path + "/out.ent");
+    EXPECT_EQ(form.txtClkB.ForeColor(), colors::Red);
+    EXPECT_NE(test::ReadFile(dir.path + "/out.ent")
+                  .find("\r\n***ONE OR MORE DESIRED PLL(S) IS OUT OF DEFAULT RANGE***\r\n\r\n# s "),
+              std::string::npos);
+}
+
 TEST(QX5140EntryFile, DesiredCPLLFollowsTheClockOnTheCPLL) {
     QX5140Document doc;
     frmQX5140& form = doc.Form();
