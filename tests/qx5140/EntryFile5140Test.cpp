@@ -407,6 +407,7 @@ TEST(QX5140Open, ReferenceThatCannotBeTakenLeavesTheFormUnshown) {
 TEST(QX5140Open, SingleCaseIsNotLookedUp) {
     Folder dir;
     const std::string path = dir.path + "/ref.ent";
+    std::string checksum;
     {
         QX5140Document doc;
         frmQX5140& form = doc.Form();
@@ -414,12 +415,16 @@ TEST(QX5140Open, SingleCaseIsNotLookedUp) {
         doc.Type(form.txtClkA[0], "10");
         doc.Calculate();
         ASSERT_EQ(form.mstrSources().size(), 1u);
+        checksum = form.Checksum();
         form.MakeEntryFile(path);
     }
     Opener opener;
     frmQX5140* form = opener.Open(path);
     ASSERT_NE(form, nullptr);
     EXPECT_EQ(form->lblClkASrcDiv.Caption(), "Ref/2");
+    // The same case, and so the same checksum, as when it was saved.
+    EXPECT_EQ(form->Checksum(), checksum);
+    EXPECT_EQ(opener.app->Summary().lblChecksum.Caption(), checksum);
     // Fewer than two cases: no look-up, and the note of no match.
     EXPECT_NE(opener.Messages().find("The results\r\ncurrently displayed do not represent"),
               std::string::npos)
