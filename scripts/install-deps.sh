@@ -10,7 +10,7 @@ packages=(
   xvfb xdotool x11-apps imagemagick xauth
   poppler-utils mame-tools fonts-dejavu-core
   dpkg-dev file desktop-file-utils shared-mime-info appstream libxml2-utils xdg-utils
-  libfile-mimeinfo-perl libglib2.0-bin libqt6svg6 x11-utils
+  libfile-mimeinfo-perl libglib2.0-bin libqt6svg6 x11-utils python3
 )
 
 missing=()

@@ -12,6 +12,7 @@
 #include "platform/OptionButton.hpp"
 #include "platform/ScrollBar.hpp"
 #include "platform/TextField.hpp"
+#include "qx5140/frmQX5140.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
@@ -339,6 +340,13 @@ nlohmann::json DocumentSession::State() const {
         }
     }
     state["fields"] = fields;
+    // The QX5140's cases: one array of four source texts per case, and the case on show.
+    if (const auto* qx5140 = dynamic_cast<const frmQX5140*>(document)) {
+        nlohmann::json sources = nlohmann::json::array();
+        for (const auto& row : qx5140->mstrSources()) sources.push_back(row);
+        state["sources"] = sources;
+        state["case"] = qx5140->mintCalculateCounter;
+    }
     // The power table as its text lines, as the power panel shows it.
     const frmPower& power = app_->Power();
     nlohmann::json lines = nlohmann::json::array();

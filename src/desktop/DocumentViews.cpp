@@ -2,11 +2,15 @@
 
 #include "configurators/frmQX4860.hpp"
 #include "configurators/frmQX6105A.hpp"
+#include "configurators/frmQX7311.hpp"
 #include "desktop/FloatingPanel.hpp"
 #include "desktop/PrintPreviewView.hpp"
 #include "desktop/QX4860View.hpp"
+#include "desktop/QX5140View.hpp"
 #include "desktop/QX6105AView.hpp"
+#include "desktop/QX7311View.hpp"
 #include "desktop/ViewRegistry.hpp"
+#include "qx5140/frmQX5140.hpp"
 #include "reports/frmPrintPreview.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
@@ -21,6 +25,12 @@ void RegisterDocumentViews(ViewRegistry& views, Application& app) {
     });
     views.Register("frmQX4860", [=, &app](Window& w, QWidget* p) -> QWidget* {
         return new QX4860View(static_cast<frmQX4860&>(w), app, p, tppX(), tppY());
+    });
+    views.Register("frmQX7311", [=, &app](Window& w, QWidget* p) -> QWidget* {
+        return new QX7311View(static_cast<frmQX7311&>(w), app, p, tppX(), tppY());
+    });
+    views.Register("frmQX5140", [=, &app](Window& w, QWidget* p) -> QWidget* {
+        return new QX5140View(static_cast<frmQX5140&>(w), app, p, tppX(), tppY());
     });
     views.Register("frmPrintPreview", [=, &app](Window& w, QWidget* p) -> QWidget* {
         return new PrintPreviewView(static_cast<frmPrintPreview&>(w), app, p, tppX(), tppY());

@@ -5,6 +5,7 @@
 #include "core/mShared.hpp"
 #include "entryfile/clsEntryFile.hpp"
 #include "entryfile/clsEntryFile4860.hpp"
+#include "entryfile/clsEntryFile7311.hpp"
 #include "platform/ErrorReport.hpp"
 
 namespace pendulon::mShared {
@@ -44,8 +45,9 @@ std::string CalculateChecksum(const clsEntryFile& entry, const std::string& devi
         device == "QX4860I" || device == "QX6105AI") {
         return IntegerText(clsEntryFile4860::CalculateChecksum(entry, entry.Errors()));
     }
-    // The QX7311 family and the QX5140 have their own layout, which this build does not read
-    // yet; every other device, the QX3350 among them, has no family checksum.
+    if (clsEntryFile7311::IsFamilyDevice(device))
+        return IntegerText(clsEntryFile7311::CalculateChecksum(entry, entry.Errors()));
+    // Every other device, the QX3350 among them, has no family checksum.
     return "n/a";
 }
 

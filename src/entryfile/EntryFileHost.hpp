@@ -1,6 +1,8 @@
 #pragma once
 #include <string>
 
+#include "platform/DateTime.hpp"
+
 namespace pendulon {
 
 class ErrorReport;
@@ -23,6 +25,17 @@ class EntryFileHost {
     virtual std::string RecentFileCaption() = 0;  // caption of the first recent-file entry
     virtual void DisplayStatus(const std::string& text) = 0;
     virtual void ShowHelp(const std::string& text) = 0;
+    // The summary's checksum caption after the main window brought it up to date.
+    virtual std::string UpdatedChecksum() = 0;
+    // Today's date, from the platform's clock.
+    virtual DateTime Today() = 0;
+    // The program's version: major, minor and build number.
+    struct Version {
+        int Major = 0;
+        int Minor = 0;
+        int Build = 0;
+    };
+    virtual Version ProgramVersion() = 0;
 };
 
 // The members of a configurator the entry-file classes use beyond its named fields.

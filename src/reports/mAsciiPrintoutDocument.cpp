@@ -47,9 +47,13 @@ std::string MakeTable4860(const Window& form, ErrorReport& errors) {
     return MakeTable(MakeTableLayout4860(form), errors);
 }
 
+std::string MakeTable5140(const Window& form, ErrorReport& errors) {
+    return MakeTable(MakeTableLayout5140(form), errors);
+}
+
 std::string MakeOutputTable(const Window& form, const std::string& device, ErrorReport& errors) {
-    // Table builders by family. The QX7311 family, the QX5140 and the QX3350 join this list as
-    // their tables are built.
+    // Table builders by family. The QX5140 and the QX3350 join this list as their tables are
+    // built.
     struct Builder {
         bool (*Matches)(const std::string& device);
         std::string (*Make)(const Window& form, ErrorReport& errors);
@@ -57,7 +61,10 @@ std::string MakeOutputTable(const Window& form, const std::string& device, Error
     static const Builder kBuilders[] = {
         {IsFamily6105A, MakeTable6105A},
         {IsFamily4860, MakeTable4860},
+        {[](const std::string& d) { return d == "QX5140"; }, MakeTable5140},
     };
+    if (IsFamily731x(device))
+        return MakeTable731x(form, device, errors);
     for (const Builder& builder : kBuilders)
         if (builder.Matches(device))
             return builder.Make(form, errors);

@@ -49,11 +49,20 @@ std::string GetOptions(const Window& form, const std::string& device);
 // Cell content of the output tables.
 TableLayout MakeTableLayout6105A(const Window& form);
 TableLayout MakeTableLayout4860(const Window& form);
+TableLayout MakeTableLayout5140(const Window& form);
 
 // A filled table laid out by clsTable.
 std::string MakeTable(const TableLayout& layout, ErrorReport& errors);
 std::string MakeTable6105A(const Window& form, ErrorReport& errors);
 std::string MakeTable4860(const Window& form, ErrorReport& errors);
+std::string MakeTable5140(const Window& form, ErrorReport& errors);
+
+// The two tables of the QX7311 family: the CPLL selections beside the output clocks, then the
+// output frequencies at each selection. The QX7312 models have no 32k output.
+void Make731xTable(const Window& form, const std::string& device, TableLayout& first,
+                   TableLayout& second);
+// The first table, a line end and the second.
+std::string MakeTable731x(const Window& form, const std::string& device, ErrorReport& errors);
 
 // The table of outputs for the device; a device whose table is not known raises 10301.
 std::string MakeOutputTable(const Window& form, const std::string& device, ErrorReport& errors);

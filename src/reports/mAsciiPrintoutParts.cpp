@@ -1,4 +1,5 @@
 #include <array>
+#include <vector>
 
 #include "reports/FormFields.hpp"
 #include "reports/mAsciiPrintoutDocument.hpp"
@@ -95,7 +96,7 @@ std::string GetVoltageText(const Window& form) {
 
 std::string GetOptions(const Window& form, const std::string& device) {
     std::string text;
-    if (IsFamily731x(device) || device == "QX5140") {
+    if (IsFamily731x(device)) {
         std::string cpll = "--";
         if (Checked(form, "chkOffCPLL"))
             cpll = "Off";
@@ -184,6 +185,57 @@ TableLayout MakeTableLayout6105A(const Window& form) {
             table.SetCell(row, 4, GeneralNumber(PPMOf(actual)));
         }
         table.SetCell(row, 5, "--");
+    }
+    return table;
+}
+
+TableLayout MakeTableLayout5140(const Window& form) {
+    const bool select = OptionOn(form, "optSelect");
+    TableLayout table;
+    table.ColumnNumber = 5;
+    table.RowNumber = select ? 5 : 4;
+    table.HeadingSize = 1;
+    table.Title = "OUTPUT CLK";
+    const std::array<int, 5> widths{select ? 10 : 8, 14, 14, 9, 10};
+    const std::array<int, 5> types{0, 1, 1, 0, 0};
+    for (int c = 0; c < 5; ++c) {
+        table.Width[c] = widths[c];
+        table.Type[c] = types[c];
+    }
+    const std::array<const char*, 5> headings{"", "Desired", "Actual", "PPM", "Option"};
+    for (int c = 0; c < 5; ++c) table.SetCell(0, c, headings[c]);
+
+    struct Row {
+        const char* Label;
+        std::string Desired;
+        std::string Actual;
+    };
+    std::vector<Row> rows;
+    if (select) {
+        rows.push_back({"CLKA[0]", Indexed("txtClkA", 0), Indexed("cboClkA", 0)});
+        rows.push_back({"CLKA[1]", Indexed("txtClkA", 1), Indexed("cboClkA", 1)});
+    } else {
+        rows.push_back({"CLKA", Indexed("txtClkA", 0), Indexed("cboClkA", 0)});
+    }
+    rows.push_back({"CLKB", "txtClkB", "cboClkB"});
+    rows.push_back({"CLKC", "txtClkC", "cboClkC"});
+    // The suspend of CLKB or CLKC is what the option column tells, on every row.
+    const std::string option =
+        Checked(form, "chkSuspendClockB") || Checked(form, "chkSuspendClockC") ? "Suspend" : "--";
+    int r = 1;
+    for (const Row& row : rows) {
+        table.SetCell(r, 0, row.Label);
+        const std::string desired = Text(form, row.Desired);
+        const std::string actual = SelectedEntry(form, row.Actual);
+        if (Val(desired) == 0 || Val(actual) == 0) {
+            SetOffCells(table, r, 1);
+        } else {
+            table.SetCell(r, 1, desired);
+            table.SetCell(r, 2, GeneralNumber(Val(actual)));
+            table.SetCell(r, 3, GeneralNumber(PPMOf(actual)));
+        }
+        table.SetCell(r, 4, option);
+        ++r;
     }
     return table;
 }

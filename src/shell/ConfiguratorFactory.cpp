@@ -5,6 +5,8 @@
 #include "configurators/Configurator.hpp"
 #include "configurators/frmQX4860.hpp"
 #include "configurators/frmQX6105A.hpp"
+#include "configurators/frmQX7311.hpp"
+#include "qx5140/frmQX5140.hpp"
 #include "shell/Application.hpp"
 
 namespace pendulon {
@@ -33,6 +35,11 @@ std::unique_ptr<Configurator> CreateConfigurator(Application& app, const std::st
         return std::make_unique<frmQX6105A>(app);
     if (device == "QX4860" || device == "QX4860F" || device == "QX4860I")
         return std::make_unique<frmQX4860>(app);
+    if (device == "QX7311" || device == "QX7311F" || device == "QX7311I" || device == "QX7312" ||
+        device == "QX7312F" || device == "QX7312I")
+        return std::make_unique<frmQX7311>(app);
+    if (device == "QX5140")
+        return std::make_unique<frmQX5140>(app);
     return nullptr;
 }
 

@@ -37,5 +37,15 @@ void ShellEntryFileHost::DisplayStatus(const std::string& text) {
 void ShellEntryFileHost::ShowHelp(const std::string& text) {
     app_.Main().ShowHelp(text);
 }
+std::string ShellEntryFileHost::UpdatedChecksum() {
+    app_.Main().UpdateChecksum(false);
+    return app_.Summary().lblChecksum.Caption();
+}
+DateTime ShellEntryFileHost::Today() {
+    return app_.Services().Now();
+}
+EntryFileHost::Version ShellEntryFileHost::ProgramVersion() {
+    return {Application::kVersionMajor, Application::kVersionMinor, Application::kVersionRevision};
+}
 
 }  // namespace pendulon

@@ -23,6 +23,9 @@ class ShellEntryFileHost : public EntryFileHost {
     std::string RecentFileCaption() override;
     void DisplayStatus(const std::string& text) override;
     void ShowHelp(const std::string& text) override;
+    std::string UpdatedChecksum() override;
+    DateTime Today() override;
+    Version ProgramVersion() override;
 
   private:
     Application& app_;

@@ -11,6 +11,8 @@ QObject* MakeMenuTest();
 QObject* MakeMainWindowTest();
 QObject* MakeShellViewsTest();
 QObject* MakeConfiguratorViewsTest();
+QObject* MakeQX7311ViewTest();
+QObject* MakeQX5140ViewTest();
 QObject* MakePrintPreviewViewTest();
 QObject* MakeWizardViewTest();
 

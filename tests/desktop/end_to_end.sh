@@ -214,9 +214,154 @@ for _ in $(seq 1 25); do
 done
 wait_exit "$PID" || fail "File, Exit did not end the QX6105A run"
 wait "$PID"
-# Fifth run: the clock selection wizard leads to a new document. Help, Clock Selection
-# Wizard; one unrelated clock, two addressable frequencies, standard accuracy, factory
-# programmed: a QX6105A. Each page's first answer has the keyboard; Tab moves to the next one,
+# Fifth run: a QX7311 document at 1280x800. File, New, the QX7311 picked in the device
+# selection, a CPU frequency typed into the first select code, Calculate by its key. The
+# Calculate button is yellow while a Calculate is due and grey after it.
+yellow_pixels() {
+    eval "$(xdotool getwindowgeometry --shell "$WID")"
+    # The hint line at the bottom is yellow too: leave it out.
+    convert "$1" -crop "${WIDTH}x$((HEIGHT - 40))+${X}+${Y}" +repage -fuzz 20% \
+        -fill black +opaque '#FFFF00' -fill white -opaque '#FFFF00' \
+        -format '%[fx:round(mean*w*h)]' info:
+}
+"$PROGRAM" &
+PID=$!
+WID=$(wait_main_window) || fail "the main window did not appear for the QX7311 run"
+xdotool windowsize --sync "$WID" 1280 800
+xdotool windowfocus --sync "$WID"
+sleep 0.5
+xdotool key alt+f
+sleep 0.5
+xdotool key n
+DEVICE=$(xdotool search --sync --onlyvisible --name '^Select Device$' | head -1)
+[ -n "$DEVICE" ] || fail "File, New did not show the device selection for the QX7311 run"
+xdotool windowfocus --sync "$DEVICE"
+# The QX7311 option heads the second row of the device group.
+xdotool mousemove --window "$DEVICE" 40 73 click 1
+sleep 0.3
+import -window root "$SHOTS/13-qx7311-choice.png"
+xdotool key Return
+for _ in $(seq 1 25); do
+    xdotool search --onlyvisible --name '^Select Device$' >/dev/null 2>&1 || break
+    sleep 0.2
+done
+xdotool windowfocus --sync "$WID"
+sleep 1
+import -window root "$SHOTS/14-qx7311-new.png"
+# The first select code's frequency field, at the top left of the loops.
+xdotool mousemove --window "$WID" 100 201 click 1
+sleep 0.3
+xdotool key Home shift+End
+xdotool type --delay 80 "66.6"
+xdotool key Tab
+sleep 0.5
+import -window root "$SHOTS/15-qx7311-typed.png"
+[ "$(yellow_pixels "$SHOTS/15-qx7311-typed.png")" -gt 200 ] ||
+    fail "typing a CPU frequency in the QX7311 document did not make a Calculate due"
+xdotool key alt+a
+sleep 1.5
+import -window root "$SHOTS/16-qx7311-calculated.png"
+[ "$(yellow_pixels "$SHOTS/16-qx7311-calculated.png")" -lt 50 ] ||
+    fail "Calculate of the QX7311 document left a Calculate due"
+xdotool key alt+f
+sleep 0.5
+xdotool key x
+for _ in $(seq 1 25); do
+    for id in $(xdotool search --onlyvisible --name "$TITLE" 2>/dev/null); do
+        width=$(xdotool getwindowgeometry --shell "$id" | sed -n 's/^WIDTH=//p')
+        if [ "${width:-0}" -lt 600 ]; then
+            xdotool windowfocus --sync "$id"
+            xdotool key n
+            break 2
+        fi
+    done
+    sleep 0.2
+done
+wait_exit "$PID" || fail "File, Exit did not end the QX7311 run"
+wait "$PID"
+# Sixth run: a QX5140 document. File, New, the QX5140 picked in the device selection; three
+# frequencies typed; Calculate twice shows the second case; File, Save As
+# writes the entry file of that case.
+"$PROGRAM" &
+PID=$!
+WID=$(wait_main_window) || fail "the main window did not appear for the QX5140 run"
+xdotool windowmove --sync "$WID" 0 0
+xdotool windowsize --sync "$WID" 1270 990
+xdotool windowfocus --sync "$WID"
+sleep 0.5
+xdotool key alt+f
+sleep 0.5
+xdotool key n
+DEVICE=$(xdotool search --sync --onlyvisible --name '^Select Device$' | head -1)
+[ -n "$DEVICE" ] || fail "File, New did not show the device selection for the QX5140 run"
+xdotool windowfocus --sync "$DEVICE"
+sleep 0.5
+# The QX5140 option heads the fifth row of the device group.
+xdotool mousemove --window "$DEVICE" 40 151 click 1
+sleep 0.3
+import -window root "$SHOTS/21-qx5140-device.png"
+xdotool key Return
+for _ in $(seq 1 25); do
+    xdotool search --onlyvisible --name '^Select Device$' >/dev/null 2>&1 || break
+    sleep 0.2
+done
+xdotool windowfocus --sync "$WID"
+sleep 1
+# The desired frequency of CLKA, at its place in the document window; Tab goes on to CLKB and
+# CLKC.
+xdotool mousemove --window "$WID" 105 226 click 1
+sleep 0.3
+for text in 50 25 12.5; do
+    xdotool key End shift+Home
+    xdotool type --delay 80 "$text"
+    xdotool key Tab
+    sleep 0.3
+done
+import -window root "$SHOTS/22-qx5140-typed.png"
+xdotool key alt+a
+sleep 1.5
+import -window root "$SHOTS/23-qx5140-case1.png"
+xdotool key alt+a
+sleep 1.5
+import -window root "$SHOTS/24-qx5140-case2.png"
+xdotool key alt+f
+sleep 0.5
+xdotool key a
+SUMMARY=$(xdotool search --sync --onlyvisible --name 'Configuration$' | head -1)
+[ -n "$SUMMARY" ] || fail "Save As did not show the configuration summary"
+xdotool windowfocus --sync "$SUMMARY"
+xdotool key Return
+SAVEAS=$(xdotool search --sync --onlyvisible --name '^Save Entry File As$' | head -1)
+[ -n "$SAVEAS" ] || fail "Save As did not show the file dialog"
+xdotool windowfocus --sync "$SAVEAS"
+sleep 0.5
+xdotool type --delay 40 "$CONFIG/qx5140.ent"
+xdotool key Return
+for _ in $(seq 1 25); do
+    [ -s "$CONFIG/qx5140.ent" ] && break
+    sleep 0.2
+done
+import -window root "$SHOTS/25-qx5140-saved.png"
+ENT="$CONFIG/qx5140.ent"
+[ -s "$ENT" ] || fail "Save As wrote no QX5140 entry file"
+grep -q '^# s qx5140sc' "$ENT" || fail "the entry file is not of a QX5140 at 5 V"
+grep -q '^# b 1' "$ENT" || fail "the entry file lacks the bonding option of Output Enable"
+grep -q '^# f  50.00000 ;13' "$ENT" || fail "CLKA's 50 MHz is not in the entry file"
+grep -q '^# f  25.00000 ;12' "$ENT" || fail "CLKB's 25 MHz is not in the entry file"
+grep -q '^# f  12.50000 ;11' "$ENT" || fail "CLKC's 12.5 MHz is not in the entry file"
+# The second case puts the three clocks on CPLL: /2, /4 and /8 (codes 5, 6 and 7).
+grep -q '^# i 5  *;26' "$ENT" || fail "the entry file does not hold the second case: $(grep ';2[678]' "$ENT")"
+grep -q '^# i 6  *;27' "$ENT" || fail "CLKB of the second case is not in the entry file"
+grep -q '^# i 7  *;28' "$ENT" || fail "CLKC of the second case is not in the entry file"
+xdotool windowfocus --sync "$WID"
+xdotool key alt+f
+sleep 0.5
+xdotool key x
+wait_exit "$PID" || fail "File, Exit did not end the QX5140 run"
+wait "$PID"
+# Seventh run: the clock selection wizard leads to a new document. Help, Clock Selection
+# Wizard; more than one unrelated clock, four to six outputs, no real-time clock, factory
+# programmed: a QX7312. Each page's first answer has the keyboard; Tab moves to the next one,
 # Space takes it, Alt+N is Next and Alt+F Finish.
 wait_window() {
     for _ in $(seq 1 50); do
@@ -246,38 +391,42 @@ xdotool key Down Return
 WIZARD=$(wait_window '^Clock Selection Wizard$') || fail "Help did not show the wizard"
 xdotool windowfocus --sync "$WIZARD"
 sleep 0.5
-import -window root "$SHOTS/13-wizard-first-page.png"
-xdotool key Tab space
-sleep 0.3
-xdotool key alt+n
-sleep 0.5
-xdotool key Tab space
-sleep 0.3
-xdotool key alt+n
-sleep 0.5
+import -window root "$SHOTS/31-wizard-first-page.png"
+# Yes: more than one unrelated clock.
 xdotool key space
 sleep 0.3
 xdotool key alt+n
 sleep 0.5
+# "4, 5 or 6" outputs.
+xdotool key Tab space
+sleep 0.3
+xdotool key alt+n
+sleep 0.5
+# No real-time clock.
+xdotool key Tab space
+sleep 0.3
+xdotool key alt+n
+sleep 0.5
+# Factory Programmed.
 xdotool key Tab space
 sleep 0.5
-import -window root "$SHOTS/14-wizard-finish-page.png"
+import -window root "$SHOTS/32-wizard-finish-page.png"
 xdotool key alt+f
 wait_gone '^Clock Selection Wizard$' || fail "Finish did not close the wizard"
 xdotool windowfocus --sync "$WID"
 sleep 1
-import -window root "$SHOTS/15-wizard-document.png"
+import -window root "$SHOTS/33-wizard-document.png"
 # File, Configuration Info names the device of the new document.
 xdotool key alt+f
 sleep 0.5
 xdotool key i
-SUMMARY=$(wait_window '^QX6105A Configuration$') ||
-    fail "the wizard did not open a QX6105A document"
+SUMMARY=$(wait_window '^QX7312 Configuration$') ||
+    fail "the wizard did not open a QX7312 document"
 xdotool windowfocus --sync "$SUMMARY"
 sleep 0.3
-import -window root "$SHOTS/16-wizard-document-summary.png"
+import -window root "$SHOTS/34-wizard-document-summary.png"
 xdotool key Return
-wait_gone '^QX6105A Configuration$' || fail "the summary did not close"
+wait_gone '^QX7312 Configuration$' || fail "the summary did not close"
 xdotool windowfocus --sync "$WID"
 xdotool key alt+f
 sleep 0.5

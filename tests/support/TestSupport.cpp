@@ -22,12 +22,30 @@ std::string ReadFile(const std::string& path) {
     return buffer.str();
 }
 
+namespace {
+// Every folder a test made goes when the test program ends, whatever the tests' results.
+struct TempDirs {
+    std::vector<std::filesystem::path> made;
+    ~TempDirs() {
+        std::error_code ignored;
+        for (const auto& dir : made) std::filesystem::remove_all(dir, ignored);
+    }
+};
+TempDirs& Made() {
+    static TempDirs dirs;
+    return dirs;
+}
+}  // namespace
+
 std::string MakeTempDir() {
     namespace fs = std::filesystem;
     std::random_device device;
     for (;;) {
         fs::path dir = fs::temp_directory_path() / ("pendulon-test-" + std::to_string(device()));
-        if (fs::create_directory(dir)) return dir.string();
+        if (fs::create_directory(dir)) {
+            Made().made.push_back(dir);
+            return dir.string();
+        }
     }
 }
 

@@ -1,0 +1,339 @@
+#include "desktop/QX5140View.hpp"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
+
+#include "desktop/FloatingPanel.hpp"
+#include "desktop/PictureView.hpp"
+#include "qx5140/frmQX5140.hpp"
+
+namespace pendulon {
+
+namespace {
+
+QCheckBox* Check(const QString& name, QWidget* parent) {
+    auto* check = new QCheckBox(parent);
+    check->setObjectName(name);
+    return check;
+}
+
+QRadioButton* Option(const char* name, QWidget* parent) {
+    auto* option = new QRadioButton(parent);
+    option->setObjectName(name);
+    return option;
+}
+
+QGroupBox* Group(const char* name, QWidget* parent) {
+    auto* group = new QGroupBox(parent);
+    group->setObjectName(name);
+    return group;
+}
+
+QString Indexed(const char* name, int i) {
+    return QString("%1(%2)").arg(name).arg(i);
+}
+
+// Widths of the columns, in pixels, wide enough for their texts.
+struct Widths {
+    explicit Widths(const QFontMetrics& m)
+        : frequency(m.horizontalAdvance("000.000000") + 12),
+          actual(m.horizontalAdvance("000.00000    PPM:-0000") + 30),
+          data(m.horizontalAdvance("000.000000 P:0000 Q:000") + 30),
+          source(m.horizontalAdvance("SPLL/104") + 8),
+          limit(m.horizontalAdvance("0000.0") + 12) {}
+    int frequency, actual, data, source, limit;
+};
+
+}  // namespace
+
+QX5140View::QX5140View(frmQX5140& form, Application& app, QWidget* parent, int twipsPerPixelX,
+                       int twipsPerPixelY)
+    : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY),
+      form_(form),
+      twipsPerPixelX_(std::max(1, twipsPerPixelX)),
+      twipsPerPixelY_(std::max(1, twipsPerPixelY)) {
+    auto* root = new QVBoxLayout(this);
+    root->setContentsMargins(8, 8, 8, 8);
+    root->setSpacing(6);
+    root->addWidget(TopRow());
+
+    // The outputs and their assignment on the left; the loops and the limits on the right.
+    auto* columns = new QHBoxLayout;
+    columns->setSpacing(8);
+    auto* left = new QVBoxLayout;
+    left->setSpacing(6);
+    left->addWidget(OutputsGroup());
+    left->addWidget(AssignmentGroup());
+    left->addStretch();
+    columns->addLayout(left);
+    auto* right = new QVBoxLayout;
+    right->setSpacing(6);
+    right->addWidget(LoopsGroup());
+    right->addWidget(Limits());
+    right->addStretch();
+    columns->addLayout(right);
+    columns->addStretch();
+    root->addLayout(columns);
+
+    // The chip, and a free place for the power figures beside it.
+    auto* chip = new QHBoxLayout;
+    QGroupBox* pinout = Group("fraPinout", this);
+    auto* pinoutLayout = new QVBoxLayout(pinout);
+    pinoutLayout->setContentsMargins(4, 4, 4, 4);
+    pinoutLayout->addWidget(PinoutPicture(5400, 2100, [&form] { form.DisplayPinout(); }), 0,
+                            Qt::AlignHCenter | Qt::AlignTop);
+    chip->addWidget(pinout, 0, Qt::AlignTop);
+    powerSlot_ = new QWidget(this);
+    powerSlot_->setObjectName("powerSlot");
+    const QFontMetrics metrics(font());
+    powerSlot_->setMinimumSize(metrics.horizontalAdvance("Select  Typical  Worst Case ") + 16,
+                               6 * metrics.height());
+    chip->addWidget(powerSlot_, 1);
+    root->addLayout(chip);
+    root->addStretch();
+
+    Bind();
+    SetFirstField(findChild<QWidget*>("txtClkA(0)"));
+    SetTabOrder();
+    powerObserver_ = form.picPower.AddObserver([this](Field&) { PlacePowerPanel(); });
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget())) {
+                const QSize need = sub->sizeHint();
+                if (sub->width() < need.width() || sub->height() < need.height())
+                    sub->resize(sub->size().expandedTo(need));
+            }
+            PlacePowerPanel();
+            SetTabOrder();
+        },
+        Qt::QueuedConnection);
+}
+
+QX5140View::~QX5140View() {
+    form_.picPower.RemoveObserver(powerObserver_);
+}
+
+QWidget* QX5140View::TopRow() {
+    auto* row = new QWidget(this);
+    auto* top = new QHBoxLayout(row);
+    top->setContentsMargins(0, 0, 0, 0);
+    QGroupBox* pin8 = Group("fraPin8Option", row);
+    auto* pin8Layout = new QVBoxLayout(pin8);
+    for (const char* name : {"optOE", "optShutdown", "optSelect"})
+        pin8Layout->addWidget(Option(name, pin8));
+    top->addWidget(pin8);
+    QGroupBox* suspend = Group("fraSuspend", row);
+    auto* suspendLayout = new QVBoxLayout(suspend);
+    suspendLayout->addWidget(Option("optSuspendOutputsOnly", suspend));
+    suspendLayout->addWidget(Option("optSuspendOutputsAndPLLs", suspend));
+    suspendLayout->addStretch();
+    top->addWidget(suspend);
+    top->addWidget(VoltageGroup());
+    top->addWidget(ReferenceGroup());
+    QGroupBox* sensitivity = Group("fraSensitivity", row);
+    auto* sensitivityLayout = new QHBoxLayout(sensitivity);
+    sensitivityLayout->addWidget(Text("txtPPM", sensitivity, 5));
+    auto* bar = new QScrollBar(Qt::Vertical, sensitivity);
+    bar->setObjectName("vsbPPM");
+    bar->setFixedHeight(QFontMetrics(font()).height() * 2);
+    sensitivityLayout->addWidget(bar);
+    sensitivityLayout->addWidget(Label("lblSensitivity", sensitivity));
+    top->addWidget(sensitivity, 0, Qt::AlignTop);
+    top->addStretch();
+    top->addWidget(DeviceLabel(), 0, Qt::AlignVCenter | Qt::AlignRight);
+    top->addSpacing(16);
+    top->addWidget(CalculateButton(), 0, Qt::AlignVCenter | Qt::AlignRight);
+    return row;
+}
+
+QWidget* QX5140View::OutputsGroup() {
+    const Widths w{QFontMetrics(font())};
+    auto* group = new QGroupBox("Outputs", this);
+    group->setObjectName("grpOutputs");
+    auto* grid = new QGridLayout(group);
+    grid->setHorizontalSpacing(8);
+    grid->setVerticalSpacing(3);
+    grid->addWidget(Heading("Desired (MHz)", group), 0, 1);
+    grid->addWidget(Heading("Actual (MHz, PPM)", group), 0, 2);
+    grid->addWidget(Heading("Suspend", group), 0, 3, Qt::AlignHCenter);
+    grid->addWidget(Label("lblPrivatePLL", group), 0, 4, Qt::AlignHCenter);
+    struct Row {
+        QString label, desired, actual, suspend, privateLoop;
+    };
+    const Row rows[] = {
+        {"lblClkA(0)", "txtClkA(0)", "cboClkA(0)", "chkSuspendClockA", "chkPrivatePLLClockA"},
+        {"lblClkA(1)", "txtClkA(1)", "cboClkA(1)", "", ""},
+        {"lblClkB", "txtClkB", "cboClkB", "chkSuspendClockB", "chkPrivatePLLClockB"},
+        {"lblClkC", "txtClkC", "cboClkC", "chkSuspendClockC", "chkPrivatePLLClockC"},
+    };
+    int r = 1;
+    for (const Row& row : rows) {
+        grid->addWidget(Label(row.label, group), r, 0);
+        QLineEdit* desired = Text(row.desired, group, 10);
+        desired->setFixedWidth(w.frequency);
+        grid->addWidget(desired, r, 1);
+        QComboBox* actual = List(row.actual, group, 22);
+        actual->setMinimumWidth(w.actual);
+        grid->addWidget(actual, r, 2);
+        if (!row.suspend.isEmpty())
+            grid->addWidget(Check(row.suspend, group), r, 3, Qt::AlignHCenter);
+        if (!row.privateLoop.isEmpty())
+            grid->addWidget(Check(row.privateLoop, group), r, 4, Qt::AlignHCenter);
+        ++r;
+    }
+    return group;
+}
+
+QWidget* QX5140View::AssignmentGroup() {
+    const Widths w{QFontMetrics(font())};
+    QGroupBox* group = Group("fraPllAssignment", this);
+    auto* grid = new QGridLayout(group);
+    grid->setHorizontalSpacing(10);
+    grid->setVerticalSpacing(3);
+    grid->addWidget(Heading("Source", group), 0, 1);
+    grid->addWidget(Heading("PLL", group), 0, 2);
+    const char* const sources[] = {"lblClkASrcDiv", "lblClkBSrcDiv", "lblClkCSrcDiv"};
+    const char* const loops[] = {"lblClkASrc", "lblClkBSrc", "lblClkCSrc"};
+    for (int i = 0; i < 3; ++i) {
+        grid->addWidget(Label(Indexed("lblClkSrcDiv", i), group), i + 1, 0);
+        QLabel* source = Label(sources[i], group);
+        source->setMinimumWidth(w.source);
+        grid->addWidget(source, i + 1, 1);
+        QLabel* loop = Label(loops[i], group);
+        loop->setMinimumWidth(w.source);
+        grid->addWidget(loop, i + 1, 2);
+    }
+    QLabel* message = Label("lblCaseMessage", group);
+    QFont bold = message->font();
+    bold.setBold(true);
+    message->setFont(bold);
+    grid->addWidget(message, 4, 0, 1, 3);
+    grid->setColumnStretch(3, 1);
+    return group;
+}
+
+QWidget* QX5140View::LoopsGroup() {
+    const Widths w{QFontMetrics(font())};
+    auto* box = new QWidget(this);
+    auto* layout = new QHBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    QGroupBox* data = Group("fraPLLData", box);
+    auto* grid = new QGridLayout(data);
+    grid->setVerticalSpacing(3);
+    const QString lists[] = {"cboCPLLData(0)", "cboCPLLData(1)", "cboSPLLData", "cboUPLLData"};
+    for (int i = 0; i < 4; ++i) {
+        grid->addWidget(Label(Indexed("lblPLLData", i), data), i, 0);
+        QComboBox* list = List(lists[i], data, 24);
+        list->setMinimumWidth(w.data);
+        grid->addWidget(list, i, 1);
+    }
+    layout->addWidget(data);
+    QGroupBox* suspend = Group("fraSuspenPlls", box);
+    auto* suspendGrid = new QGridLayout(suspend);
+    suspendGrid->setVerticalSpacing(3);
+    const char* const checks[] = {"chkSuspendCPLL", "chkSuspendSPLL", "chkSuspendUPLL"};
+    for (int i = 0; i < 3; ++i) {
+        suspendGrid->addWidget(Label(Indexed("lblSuspendPLL", i), suspend), i, 0);
+        suspendGrid->addWidget(Check(checks[i], suspend), i, 1);
+    }
+    layout->addWidget(suspend, 0, Qt::AlignTop);
+    return box;
+}
+
+QWidget* QX5140View::Limits() {
+    const Widths w{QFontMetrics(font())};
+    QGroupBox* group = Group("fraLimits", this);
+    auto* grid = new QGridLayout(group);
+    grid->setHorizontalSpacing(4);
+    grid->setVerticalSpacing(3);
+    // Columns: frequency, P and Q, each as minimum and maximum; a row per loop and the reference.
+    grid->addWidget(Label("lblMin", group), 0, 1, Qt::AlignHCenter);
+    grid->addWidget(Label("lblMax", group), 0, 2, Qt::AlignHCenter);
+    const char* const headings[] = {"P min", "P max", "Q min", "Q max"};
+    for (int c = 0; c < 4; ++c)
+        grid->addWidget(Heading(headings[c], group), 0, c + 3, Qt::AlignHCenter);
+    // The die keeps CPLL, UPLL and SPLL in this order; the captions name UPLL, SPLL, CPLL.
+    const int caption[3] = {2, 0, 1};
+    for (int loop = 0; loop < 3; ++loop) {
+        grid->addWidget(Label(Indexed("lblLimits", caption[loop]), group), loop + 1, 0);
+        for (int k = 0; k < 3; ++k) {
+            const int index = 3 * loop + k;
+            QLineEdit* minimum = Text(Indexed("txtPLLMin", index), group, 5);
+            QLineEdit* maximum = Text(Indexed("txtPLLMax", index), group, 5);
+            minimum->setFixedWidth(w.limit);
+            maximum->setFixedWidth(w.limit);
+            grid->addWidget(minimum, loop + 1, 1 + 2 * k);
+            grid->addWidget(maximum, loop + 1, 2 + 2 * k);
+        }
+    }
+    grid->addWidget(Label("lblLimits(3)", group), 4, 0);
+    QLineEdit* refMin = Text("txtFRefMin", group, 5);
+    QLineEdit* refMax = Text("txtFRefMax", group, 5);
+    refMin->setFixedWidth(w.limit);
+    refMax->setFixedWidth(w.limit);
+    grid->addWidget(refMin, 4, 1);
+    grid->addWidget(refMax, 4, 2);
+    grid->addWidget(Check("chkUseDefault", group), 4, 3, 1, 2);
+    auto* apply = new QPushButton(group);
+    apply->setObjectName("cmdApplyLimits");
+    apply->setAutoDefault(false);
+    grid->addWidget(apply, 4, 5, 1, 2);
+    return group;
+}
+
+void QX5140View::SetTabOrder() {
+    // The keyboard goes from the reference through the frequencies and the sensitivity to
+    // Calculate.
+    const QStringList order = {"cboFRef", "txtClkA(0)", "txtClkA(1)",  "txtClkB",
+                               "txtClkC", "txtPPM",     "cmdCalculate"};
+    for (int i = 1; i < order.size(); ++i) {
+        QWidget* before = findChild<QWidget*>(order[i - 1]);
+        QWidget* after = findChild<QWidget*>(order[i]);
+        // An editable list has the focus in its edit line: the keyboard goes on from there.
+        if (auto* list = qobject_cast<QComboBox*>(before); list != nullptr && list->lineEdit()) {
+            setTabOrder(list, list->lineEdit());
+            before = list->lineEdit();
+        }
+        if (before != nullptr && after != nullptr)
+            setTabOrder(before, after);
+    }
+}
+
+void QX5140View::PlacePowerPanel() {
+    const PictureBox& picture = form_.picPower;
+    if (powerPlaced_ || !powerSlot_ || !picture.Visible() || picture.Width() <= 0 ||
+        picture.DisplayList().empty())
+        return;
+    powerPlaced_ = true;
+    const QRect panel(int(std::lround(picture.Left() / twipsPerPixelX_)),
+                      int(std::lround(picture.Top() / twipsPerPixelY_)),
+                      int(std::lround(picture.Width() / twipsPerPixelX_)),
+                      int(std::lround(picture.Height() / twipsPerPixelY_)));
+    bool covers = false;
+    for (QGroupBox* group : findChildren<QGroupBox*>()) {
+        if (group->isVisible() &&
+            QRect(group->mapTo(this, QPoint(0, 0)), group->size()).intersects(panel))
+            covers = true;
+    }
+    // A place kept from another document may also lie partly outside this one.
+    if (!covers && rect().contains(panel))
+        return;
+    // Until the user puts the figures elsewhere they sit beside the chip, over nothing.
+    const QPoint at = powerSlot_->mapTo(this, QPoint(0, 0));
+    form_.picPower.Move(double(at.x()) * twipsPerPixelX_, double(at.y()) * twipsPerPixelY_);
+}
+
+}  // namespace pendulon

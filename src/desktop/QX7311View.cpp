@@ -1,0 +1,386 @@
+#include "desktop/QX7311View.hpp"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <cmath>
+
+#include "configurators/frmQX7311.hpp"
+#include "desktop/FloatingPanel.hpp"
+#include "desktop/PictureView.hpp"
+
+namespace pendulon {
+
+namespace {
+
+QCheckBox* Check(const QString& name, QWidget* parent) {
+    auto* check = new QCheckBox(parent);
+    check->setObjectName(name);
+    return check;
+}
+
+QRadioButton* Option(const char* name, QWidget* parent) {
+    auto* option = new QRadioButton(parent);
+    option->setObjectName(name);
+    return option;
+}
+
+QGroupBox* Group(const char* name, QWidget* parent) {
+    auto* group = new QGroupBox(parent);
+    group->setObjectName(name);
+    return group;
+}
+
+QString Indexed(const char* name, int i) {
+    return QString("%1(%2)").arg(name).arg(i);
+}
+
+// Column widths of the loop and output rows, in pixels, wide enough for their texts.
+struct Widths {
+    explicit Widths(const QFontMetrics& m)
+        : select(m.horizontalAdvance("000") + 6),
+          frequency(m.horizontalAdvance("000.000000") + 12),
+          actual(m.horizontalAdvance("000.00000    PPM:-0000") + 30),
+          dataTitle(m.horizontalAdvance("CPLL[0]") + 4),
+          data(m.horizontalAdvance("000.000000 P:000 Q:000") + 30),
+          output(m.horizontalAdvance("CLKA") + 6),
+          source(m.horizontalAdvance("SPLL/104") + 34),
+          desired(m.horizontalAdvance(" 000.00000 kHz") + 4),
+          outputActual(m.horizontalAdvance("000.00000") + 34),
+          limit(m.horizontalAdvance("0000.0") + 12),
+          suspend(m.horizontalAdvance("Suspend") * 6 / 5 + 4) {}
+    int select, frequency, actual, dataTitle, data, output, source, desired, outputActual, limit;
+    int suspend;
+};
+
+}  // namespace
+
+QX7311View::QX7311View(frmQX7311& form, Application& app, QWidget* parent, int twipsPerPixelX,
+                       int twipsPerPixelY)
+    : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY),
+      form_(form),
+      app_(app),
+      twipsPerPixelX_(std::max(1, twipsPerPixelX)),
+      twipsPerPixelY_(std::max(1, twipsPerPixelY)) {
+    auto* root = new QVBoxLayout(this);
+    root->setContentsMargins(8, 8, 8, 8);
+    root->setSpacing(6);
+
+    // Top row: model, voltage, reference and options; the device and Calculate at the right.
+    auto* top = new QHBoxLayout;
+    QGroupBox* model = Group("fraModel", this);
+    auto* modelLayout = new QVBoxLayout(model);
+    modelLayout->addWidget(Option("opt7311", model));
+    modelLayout->addWidget(Option("opt7312", model));
+    top->addWidget(model);
+    top->addWidget(VoltageGroup());
+    top->addWidget(ReferenceGroup());
+    QGroupBox* options = Group("fraOptions", this);
+    auto* optionsLayout = new QVBoxLayout(options);
+    optionsLayout->addWidget(Check("chkSuspend", options));
+    optionsLayout->addWidget(Check("chkShutdown", options));
+    top->addWidget(options);
+    top->addStretch();
+    top->addWidget(DeviceLabel(), 0, Qt::AlignVCenter | Qt::AlignRight);
+    top->addSpacing(16);
+    top->addWidget(CalculateButton(), 0, Qt::AlignVCenter | Qt::AlignRight);
+    root->addLayout(top);
+
+    // Two columns: the loops, and the outputs with the limits, the pinout and the power figures.
+    auto* columns = new QHBoxLayout;
+    columns->setSpacing(8);
+    columns->addWidget(LoopsColumn(), 0, Qt::AlignTop);
+    auto* right = new QVBoxLayout;
+    right->setSpacing(6);
+    right->addWidget(OutputsGroup());
+    right->addWidget(Limits());
+    auto* chip = new QHBoxLayout;
+    QGroupBox* pinout = Group("fraPinout", this);
+    auto* pinoutLayout = new QVBoxLayout(pinout);
+    pinoutLayout->setContentsMargins(4, 4, 4, 4);
+    pinoutLayout->addWidget(PinoutPicture(3600, 2250, [&form] { form.DisplayPinout(); }), 0,
+                            Qt::AlignHCenter | Qt::AlignTop);
+    chip->addWidget(pinout, 0, Qt::AlignTop);
+    // The power figures float; until the user puts them elsewhere they sit here, over nothing.
+    powerSlot_ = new QWidget(this);
+    powerSlot_->setObjectName("powerSlot");
+    const QFontMetrics metrics(font());
+    powerSlot_->setMinimumSize(metrics.horizontalAdvance("S2:S0  Typical  Worst ") + 16,
+                               12 * metrics.height());
+    chip->addWidget(powerSlot_, 1);
+    right->addLayout(chip);
+    right->addStretch();
+    columns->addLayout(right);
+    columns->addStretch();
+    root->addLayout(columns);
+    root->addStretch();
+
+    Bind();
+    SetFirstField(findChild<QWidget*>("txtCPLL(0)"));
+    SetTabOrder();
+    powerObserver_ = form.picPower.AddObserver([this](Field&) { PlacePowerPanel(); });
+    // Once the document window is shown: it takes the room the fields need, and the power
+    // figures that the load's Calculate painted before there was a view find their place.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget())) {
+                const QSize need = sub->sizeHint();
+                if (sub->width() < need.width() || sub->height() < need.height())
+                    sub->resize(sub->size().expandedTo(need));
+            }
+            // Figures painted before the view existed were measured without its fonts.
+            if (!form_.picPower.DisplayList().empty())
+                form_.CalculatePower();
+            PlacePowerPanel();
+            SetTabOrder();
+        },
+        Qt::QueuedConnection);
+}
+
+QX7311View::~QX7311View() {
+    form_.picPower.RemoveObserver(powerObserver_);
+}
+
+QWidget* QX7311View::LoopsColumn() {
+    const Widths w{QFontMetrics(font())};
+    auto* column = new QWidget(this);
+    auto* layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(6);
+
+    // The eight CPLL selections, each with its actual value and its solutions.
+    QGroupBox* cpll = Group("fraCPLL", column);
+    auto* grid = new QGridLayout(cpll);
+    grid->setHorizontalSpacing(6);
+    grid->setVerticalSpacing(3);
+    grid->addWidget(Heading("Desired", cpll), 0, 1);
+    grid->addWidget(Heading("Actual", cpll), 0, 2);
+    grid->addWidget(Heading("PLL Data", cpll), 0, 3, 1, 2);
+    for (int i = 0; i < frmQX7311::kRows; ++i) {
+        QLabel* select = Label(Indexed("lblSelect", i), cpll);
+        select->setFixedWidth(w.select);
+        grid->addWidget(select, i + 1, 0);
+        QLineEdit* text = Text(Indexed("txtCPLL", i), cpll, 9);
+        text->setFixedWidth(w.frequency);
+        grid->addWidget(text, i + 1, 1);
+        QComboBox* actual = List(Indexed("cboCPLL", i), cpll, 18);
+        actual->setFixedWidth(w.actual);
+        grid->addWidget(actual, i + 1, 2);
+        QLabel* title = Label(Indexed("lblCPLLData", i), cpll);
+        title->setFixedWidth(w.dataTitle);
+        grid->addWidget(title, i + 1, 3);
+        QComboBox* data = List(Indexed("cboCPLLData", i), cpll, 20);
+        data->setFixedWidth(w.data);
+        grid->addWidget(data, i + 1, 4);
+    }
+    auto* cpllChecks = new QHBoxLayout;
+    cpllChecks->addWidget(Check("chkOffCPLL", cpll));
+    cpllChecks->addWidget(Check("chkSuspendCPLL", cpll));
+    cpllChecks->addStretch();
+    grid->addLayout(cpllChecks, frmQX7311::kRows + 1, 1, 1, 4);
+    layout->addWidget(cpll);
+
+    // SPLL and UPLL: one frequency each, with the same columns as the CPLL rows.
+    struct Loop {
+        const char* frame;
+        const char* text;
+        const char* actual;
+        const char* suspend;
+        const char* title;
+        const char* data;
+    };
+    for (const Loop& loop :
+         {Loop{"fraSPLL", "txtSPLL", "cboSPLL", "chkSuspendSPLL", "lblSPLLData", "cboSPLLData"},
+          Loop{"fraUPLL", "txtUPLL", "cboUPLL", "chkSuspendUPLL", "lblPllData", "cboUPLLData"}}) {
+        QGroupBox* group = Group(loop.frame, column);
+        auto* row = new QGridLayout(group);
+        row->setHorizontalSpacing(6);
+        row->setVerticalSpacing(3);
+        QCheckBox* suspend = Check(loop.suspend, group);
+        row->addWidget(suspend, 0, 0, 1, 5);
+        auto* spacer = new QWidget(group);
+        spacer->setFixedWidth(w.select);
+        row->addWidget(spacer, 1, 0);
+        QLineEdit* text = Text(loop.text, group, 9);
+        text->setFixedWidth(w.frequency);
+        row->addWidget(text, 1, 1);
+        QComboBox* actual = List(loop.actual, group, 18);
+        actual->setFixedWidth(w.actual);
+        row->addWidget(actual, 1, 2);
+        QLabel* title = Label(loop.title, group);
+        title->setFixedWidth(w.dataTitle);
+        row->addWidget(title, 1, 3);
+        QComboBox* data = List(loop.data, group, 20);
+        data->setFixedWidth(w.data);
+        row->addWidget(data, 1, 4);
+        row->setColumnStretch(5, 1);
+        layout->addWidget(group);
+    }
+    // The solution lists stand beside the loops they solve rather than in a group of their own.
+    return column;
+}
+
+QWidget* QX7311View::OutputsGroup() {
+    const Widths w{QFontMetrics(font())};
+    QGroupBox* group = Group("fraOutputs", this);
+    auto* layout = new QVBoxLayout(group);
+    layout->setSpacing(3);
+    // One grid per block of rows; every block uses the same fixed column widths, so the CLKF
+    // and 32K rows line up with the others when the model shows them.
+    auto grid = [&w](QWidget* parent) {
+        auto* g = new QGridLayout(parent);
+        g->setContentsMargins(0, 0, 0, 0);
+        g->setHorizontalSpacing(6);
+        g->setVerticalSpacing(3);
+        g->setColumnMinimumWidth(0, w.output);
+        g->setColumnMinimumWidth(1, w.source);
+        g->setColumnMinimumWidth(2, w.desired);
+        g->setColumnMinimumWidth(3, w.outputActual);
+        g->setColumnMinimumWidth(4, w.suspend);
+        g->setColumnStretch(5, 1);
+        return g;
+    };
+    auto* main = new QWidget(group);
+    QGridLayout* rows = grid(main);
+    QLabel* desired = Label("lblOutputDesired", main);
+    QLabel* actual = Label("lblOutputActual", main);
+    QLabel* suspend = Label("lblOutputSuspend", main);
+    for (QLabel* heading : {desired, actual, suspend}) {
+        QFont bold = heading->font();
+        bold.setBold(true);
+        heading->setFont(bold);
+    }
+    rows->addWidget(desired, 0, 2);
+    rows->addWidget(actual, 0, 3);
+    rows->addWidget(suspend, 0, 4);
+    auto addRow = [&w](QGridLayout* g, int r, QLabel* title, QComboBox* source, QLabel* wanted,
+                       QComboBox* got, QCheckBox* box) {
+        title->setFixedWidth(w.output);
+        g->addWidget(title, r, 0);
+        if (source != nullptr) {
+            source->setFixedWidth(w.source);
+            g->addWidget(source, r, 1);
+        }
+        wanted->setFixedWidth(w.desired);
+        g->addWidget(wanted, r, 2);
+        if (got != nullptr) {
+            got->setFixedWidth(w.outputActual);
+            g->addWidget(got, r, 3);
+        }
+        if (box != nullptr)
+            g->addWidget(box, r, 4, Qt::AlignHCenter);
+    };
+    addRow(rows, 1, Label("lblCPU", main), List("cboCPU", main, 8), Label("lblDesiredCPU", main),
+           List("cboActualCPU", main, 9), Check("chkSusCPU", main));
+    for (int i = 0; i < frmQX7311::kClocks; ++i) {
+        addRow(rows, i + 2, Label(Indexed("lblClk", i), main), List(Indexed("cboClk", i), main, 8),
+               Label(Indexed("lblDesiredClk", i), main), List(Indexed("cboActualClk", i), main, 9),
+               Check(Indexed("chkSusClk", i), main));
+    }
+    addRow(rows, 6, Label("lblXBuff", main), List("cboXBuff", main, 8),
+           Label("lblDesiredXBuff", main), List("cboActualXBuff", main, 9),
+           Check("chkSusXbuff", main));
+    layout->addWidget(main);
+    // CLKF and the 32 kHz output exist on the QX7311 models only.
+    auto* only7311 = new QWidget(group);
+    only7311->setObjectName("pic7311Only");
+    QGridLayout* extra = grid(only7311);
+    addRow(extra, 0, Label("lblClkF", only7311), List("cboClkF", only7311, 8),
+           Label("lblDesiredClkF", only7311), List("cboActualClkF", only7311, 9),
+           Check("chkSusClkF", only7311));
+    addRow(extra, 1, Label("lbl32k", only7311), nullptr, Label("lblDesired32K", only7311), nullptr,
+           nullptr);
+    layout->addWidget(only7311);
+    return group;
+}
+
+QWidget* QX7311View::Limits() {
+    const Widths w{QFontMetrics(font())};
+    QGroupBox* group = Group("fraLimits", this);
+    auto* grid = new QGridLayout(group);
+    grid->setHorizontalSpacing(4);
+    grid->setVerticalSpacing(3);
+    // Columns: frequency, P and Q, each as minimum and maximum; a row per loop, in the order
+    // the die keeps them, and the reference last.
+    const char* const headings[] = {"MHz min", "MHz max", "P min", "P max", "Q min", "Q max"};
+    for (int c = 0; c < 6; ++c)
+        grid->addWidget(new QLabel(headings[c], group), 0, c + 1, Qt::AlignHCenter);
+    for (int loop = 0; loop < 3; ++loop) {
+        grid->addWidget(Label(Indexed("lblLimit", loop), group), loop + 1, 0);
+        for (int k = 0; k < 3; ++k) {
+            const int index = 3 * loop + k;
+            QLineEdit* minimum = Text(Indexed("txtPLLMin", index), group, 5);
+            QLineEdit* maximum = Text(Indexed("txtPLLMax", index), group, 5);
+            minimum->setFixedWidth(w.limit);
+            maximum->setFixedWidth(w.limit);
+            grid->addWidget(minimum, loop + 1, 1 + 2 * k);
+            grid->addWidget(maximum, loop + 1, 2 + 2 * k);
+        }
+    }
+    grid->addWidget(Label("lblLimit(3)", group), 4, 0);
+    QLineEdit* refMin = Text("txtFRefMin", group, 5);
+    QLineEdit* refMax = Text("txtFRefMax", group, 5);
+    refMin->setFixedWidth(w.limit);
+    refMax->setFixedWidth(w.limit);
+    grid->addWidget(refMin, 4, 1);
+    grid->addWidget(refMax, 4, 2);
+    grid->addWidget(Check("chkUseDefault", group), 4, 3, 1, 2);
+    auto* apply = new QPushButton(group);
+    apply->setObjectName("cmdApplyLimits");
+    apply->setAutoDefault(false);
+    grid->addWidget(apply, 4, 5, 1, 2);
+    return group;
+}
+
+void QX7311View::SetTabOrder() {
+    // The keyboard goes as an engineer fills the chip in: the eight CPU frequencies, SPLL and
+    // UPLL, then each output's source, and Calculate.
+    QStringList order;
+    for (int i = 0; i < frmQX7311::kRows; ++i) order << Indexed("txtCPLL", i);
+    order << "txtSPLL"
+          << "txtUPLL"
+          << "cboCPU";
+    for (int i = 0; i < frmQX7311::kClocks; ++i) order << Indexed("cboClk", i);
+    order << "cboXBuff"
+          << "cboClkF"
+          << "cmdCalculate";
+    for (int i = 1; i < order.size(); ++i) {
+        QWidget* before = findChild<QWidget*>(order[i - 1]);
+        QWidget* after = findChild<QWidget*>(order[i]);
+        if (before != nullptr && after != nullptr)
+            setTabOrder(before, after);
+    }
+}
+
+void QX7311View::PlacePowerPanel() {
+    const PictureBox& picture = form_.picPower;
+    if (powerPlaced_ || !powerSlot_ || !picture.Visible() || picture.Width() <= 0 ||
+        picture.DisplayList().empty())
+        return;
+    powerPlaced_ = true;
+    const QRect panel(int(std::lround(picture.Left() / twipsPerPixelX_)),
+                      int(std::lround(picture.Top() / twipsPerPixelY_)),
+                      int(std::lround(picture.Width() / twipsPerPixelX_)),
+                      int(std::lround(picture.Height() / twipsPerPixelY_)));
+    bool covers = false;
+    for (QGroupBox* group : findChildren<QGroupBox*>()) {
+        if (group->isVisible() &&
+            QRect(group->mapTo(this, QPoint(0, 0)), group->size()).intersects(panel))
+            covers = true;
+    }
+    if (!covers)
+        return;
+    const QPoint at = powerSlot_->mapTo(this, QPoint(0, 0));
+    form_.picPower.Move(double(at.x()) * twipsPerPixelX_, double(at.y()) * twipsPerPixelY_);
+}
+
+}  // namespace pendulon

@@ -1,0 +1,123 @@
+#pragma once
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "entryfile/EntryFileHost.hpp"
+#include "entryfile/clsEntryFile.hpp"
+
+namespace pendulon {
+
+class Application;
+class Configurator;
+class Field;
+
+// The members of a three-loop window the QX7311 entry file uses beyond its named fields.
+class EntryForm7311 {
+  public:
+    virtual ~EntryForm7311() = default;
+    virtual std::string Device() const = 0;
+    virtual Window& Fields() = 0;
+    virtual void CheckPLLLimits() = 0;
+    virtual void DisplayAllActuals() = 0;
+    virtual void CalculatePower() = 0;
+    virtual void cboFRef_LostFocus() = 0;
+    virtual void cmdApplyLimits_Click() = 0;
+    // What the QX5140 window adds: its Calculate, the case on show, the cases of its last
+    // search (one row per case, one source text per output: CLKA in select states 0 and 1, CLKB,
+    // CLKC) and the information box that tells how far a file could be matched.
+    virtual void cmdCalculate_Click() {}
+    virtual int CalculateCounter() const { return 0; }
+    virtual std::vector<std::array<std::string, 4>> FoundSources() const { return {}; }
+    virtual void ShowNote(const std::string& text) { (void)text; }
+};
+
+// Entry file, family checksum and EPROM vector of the QX7311 and QX7312 families and of the
+// QX5140, which share one fuse layout: 24 frequencies and 69 fuse fields. The window's fields
+// are reached by name; the class does not know the window's type.
+class clsEntryFile7311 {
+  public:
+    explicit clsEntryFile7311(EntryFileHost& host);
+    // Talks to the running application.
+    explicit clsEntryFile7311(Application& app);
+    ~clsEntryFile7311();
+
+    // Accepted only for the seven devices of the layout; otherwise the form stays empty.
+    void SetForm(Configurator& form);
+    void SetForm(std::unique_ptr<EntryForm7311> form);
+    EntryForm7311* Form() const { return form_.get(); }
+
+    void MakeEntryFile();
+    void Make7311EntryFile();
+    void Make5140EntryFile();
+    void WriteEntryFile(const std::string& path);
+    std::int16_t Checksum();
+    std::int16_t CalculateChecksum(const clsEntryFile& entry) const;
+    void MakeEPROMVector(const std::string& path, bool fromForm);
+    void Fill7311Form(const clsEntryFile& entry);
+    void Fill5140Form(const clsEntryFile& entry);
+    // The QX5140's way back from a file: the stored assignment looked up among the cases of a
+    // fresh search, and the stored counters among the solutions of the loops.
+    void SetQX5140PLLToClockAssignments(const clsEntryFile& entry, bool& found);
+    void SetQX5140DropDowns(const clsEntryFile& entry, bool& found);
+    // The CPLL VCO the QX5140 wants in select state 0 or 1: the desired frequency of the clock
+    // on the CPLL times its divider.
+    void DesiredCPLL(int state, double& result);
+    // False when the last Fill5140Form met a reference it could not take: the form is not shown.
+    bool FormShown() const { return mblnFormShown; }
+
+    void ConvertPLLAndDivisorStringToInteger(const std::string& text, bool blnDivideByTwo,
+                                             std::int16_t& result);
+    void ConvertPLLAndDivisorIntegerToString(std::int16_t code, std::string& result);
+    void GetConfigurationEPROMBit(std::int16_t intBitField, std::int16_t& result);
+    void GetCPUBit(std::int16_t field, std::int16_t index, bool off, std::int16_t& result);
+    void GetCommentF(int n, std::string& result) const;
+    void GetCommentI(int n, std::string& result) const;
+    void GetCommentCPU(int s, int b, std::string& result) const;
+
+    clsEntryFile& Entry() { return entry_; }
+    EntryFileHost& Host() { return host_; }
+
+    // The whole text of the entry file of an image.
+    static std::string EntryFileText(const clsEntryFile& entry, const std::string& device,
+                                     const std::string& header, bool details, bool outOfRange);
+    // The date and program version that go into the identity row of a vector.
+    struct Identity {
+        std::string Checksum;  // caption of the summary's checksum label
+        std::string Device;
+        DateTime Date;
+        EntryFileHost::Version Version;
+    };
+    // The ten fuse rows of an image: eight selection rows, the configuration and the identity.
+    static std::string FuseRow(const clsEntryFile& entry, int row, const Identity& identity);
+    // The whole text of the EPROM vector of an image.
+    static std::string EPROMVectorText(const clsEntryFile& entry, const std::string& device,
+                                       const std::string& title, const std::string& build,
+                                       const Identity& identity, bool outOfRange);
+    // The family checksum of an image (no form needed).
+    static std::int16_t CalculateChecksum(const clsEntryFile& entry, ErrorReport& errors);
+    static bool IsFamilyDevice(const std::string& device);
+    static bool Is7311Device(const std::string& device);
+
+  private:
+    // Calls the window's limit check and tells whether a loop frequency is out of range.
+    bool OutOfRange();
+    Field* Find(const std::string& name);
+    template <class T>
+    T* As(const std::string& name);
+    bool On(const std::string& name);
+    std::string TextOf(const std::string& name);
+    std::int16_t IsOffValue(const std::string& name);
+    std::int16_t CheckValue(const std::string& name);
+    void Store(int index, double value, const char* source);
+    double LargestVCO(bool all);
+
+    bool mblnFormShown = true;
+    EntryFileHost& host_;
+    std::unique_ptr<EntryForm7311> form_;
+    clsEntryFile entry_;
+};
+
+}  // namespace pendulon

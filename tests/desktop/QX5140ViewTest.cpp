@@ -1,0 +1,218 @@
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <vector>
+
+#include "DesktopTests.hpp"
+#include "DocumentFixture.hpp"
+#include "desktop/FloatingPanel.hpp"
+#include "desktop/QX5140View.hpp"
+#include "platform/Color.hpp"
+#include "qx5140/frmQX5140.hpp"
+
+namespace pendulon::test {
+
+namespace {
+
+// Fields of the window that have no widget of their own in the view: the hidden file path and
+// the two floating panels, which the view adds on top.
+bool HasNoWidget(const std::string& name) {
+    return name == "txtFilePath" || name == "picDebugWindow" || name == "picPower";
+}
+
+QRect InView(QWidget* widget, QWidget* view) {
+    return QRect(widget->mapTo(view, QPoint(0, 0)), widget->size());
+}
+
+// The main window at a size, with a new document of the device in it, shown as a user sees it.
+struct Shown {
+    Shown(DocumentFixture& f, int width, int height, const std::string& device) : f(f) {
+        f.window->resize(width, height);
+        f.ShowAndActivate();
+        f.NewDocument(device);
+        form = &f.Form<frmQX5140>();
+        view = f.ViewOf<QX5140View>(*form);
+        QTest::qWait(50);
+    }
+    DocumentFixture& f;
+    frmQX5140* form = nullptr;
+    QX5140View* view = nullptr;
+};
+
+}  // namespace
+
+class QX5140ViewTest : public QObject {
+    Q_OBJECT
+  private slots:
+    void everyFieldHasItsNamedWidget() {
+        DocumentFixture f;
+        Shown s(f, 1280, 800, "QX5140");
+        QVERIFY(s.view != nullptr);
+        for (const Field* field : s.form->Fields().Fields()) {
+            const std::string& name = field->Name();
+            if (HasNoWidget(name))
+                continue;
+            QVERIFY2(s.view->findChild<QWidget*>(QString::fromStdString(name)) != nullptr,
+                     name.c_str());
+        }
+    }
+
+    void everythingFitsWithoutOverlapOrClippingInBothModes() {
+        for (const auto& [width, height] : {std::pair{1280, 800}, std::pair{1600, 1000}}) {
+            for (bool select : {false, true}) {
+                DocumentFixture f;
+                Shown s(f, width, height, "QX5140");
+                QVERIFY(s.view != nullptr);
+                if (select) {
+                    QTest::mouseClick(s.view->findChild<QRadioButton*>("optSelect"),
+                                      Qt::LeftButton);
+                    QVERIFY(s.form->optSelect.Value());
+                    QTRY_VERIFY(s.view->findChild<QLineEdit*>("txtClkA(1)")->isVisible());
+                }
+                QTRY_VERIFY(s.view->isVisible());
+                QMdiSubWindow* sub = f.window->SubWindowOf(*s.form);
+                QVERIFY(sub != nullptr);
+                const QRect area = sub->mdiArea()->viewport()->rect();
+                QVERIFY2(area.contains(sub->geometry()),
+                         qPrintable(QString("document %1x%2 in %3x%4")
+                                        .arg(sub->width())
+                                        .arg(sub->height())
+                                        .arg(area.width())
+                                        .arg(area.height())));
+                std::vector<QWidget*> shown;
+                for (const Field* field : s.form->Fields().Fields()) {
+                    const std::string& name = field->Name();
+                    auto* widget = s.view->findChild<QWidget*>(QString::fromStdString(name));
+                    if (widget == nullptr || !widget->isVisibleTo(s.view))
+                        continue;
+                    QTRY_VERIFY2(sub->contentsRect().contains(
+                                     QRect(widget->mapTo(sub, QPoint(0, 0)), widget->size())),
+                                 name.c_str());
+                    if (auto* label = qobject_cast<QLabel*>(widget)) {
+                        if (!label->text().isEmpty())
+                            QVERIFY2(label->sizeHint().width() <= label->width() + 1, name.c_str());
+                    } else if (auto* check = qobject_cast<QCheckBox*>(widget)) {
+                        QVERIFY2(check->sizeHint().width() <= check->width() + 1, name.c_str());
+                    } else if (qobject_cast<QGroupBox*>(widget) == nullptr) {
+                        shown.push_back(widget);
+                    }
+                }
+                for (size_t a = 0; a < shown.size(); ++a)
+                    for (size_t b = a + 1; b < shown.size(); ++b)
+                        if (!shown[a]->isAncestorOf(shown[b]) && !shown[b]->isAncestorOf(shown[a]))
+                            QVERIFY2(!InView(shown[a], s.view).intersects(InView(shown[b], s.view)),
+                                     qPrintable(shown[a]->objectName() + " / " +
+                                                shown[b]->objectName()));
+                auto* data = s.view->findChild<QComboBox*>("cboUPLLData");
+                auto* actual = s.view->findChild<QComboBox*>("cboClkB");
+                const QFontMetrics metrics(data->font());
+                QVERIFY(data->width() > metrics.horizontalAdvance("99.844961 P:322 Q:129") + 20);
+                QVERIFY(actual->width() > metrics.horizontalAdvance("24.96124    PPM:-1550") + 20);
+                const auto groups = s.view->findChildren<QGroupBox*>();
+                for (int a = 0; a < groups.size(); ++a)
+                    for (int b = a + 1; b < groups.size(); ++b) {
+                        if (!groups[a]->isVisible() || !groups[b]->isVisible() ||
+                            groups[a]->isAncestorOf(groups[b]) ||
+                            groups[b]->isAncestorOf(groups[a]))
+                            continue;
+                        QVERIFY2(
+                            !InView(groups[a], s.view).intersects(InView(groups[b], s.view)),
+                            qPrintable(groups[a]->objectName() + " / " + groups[b]->objectName()));
+                    }
+                KeepPicture(f.window.get(), QString("frmQX5140-%1x%2-%3")
+                                                .arg(width)
+                                                .arg(height)
+                                                .arg(select ? "select" : "new"));
+            }
+        }
+    }
+
+    void aUserCalculatesAndStepsThroughTheCases() {
+        DocumentFixture f;
+        f.app->Main().mnuViewPower.SetChecked(true);
+        Shown s(f, 1280, 800, "QX5140");
+        auto type = [&](const char* name, const char* text, const char* next) {
+            auto* field = s.view->findChild<QLineEdit*>(name);
+            field->setFocus();
+            field->selectAll();
+            QTest::keyClicks(field, text);
+            s.view->findChild<QWidget*>(next)->setFocus();
+        };
+        type("txtClkA(0)", "50", "txtClkB");
+        type("txtClkB", "25", "txtClkC");
+        type("txtClkC", "12.5", "txtPPM");
+        QCOMPARE(s.form->txtClkA[0].Text(), std::string("50.0"));
+        auto* calculate = s.view->findChild<QPushButton*>("cmdCalculate");
+        QTest::mouseClick(calculate, Qt::LeftButton);
+        QCOMPARE(s.form->cmdCalculate.BackColor(), colors::Grey);
+        auto* message = s.view->findChild<QLabel*>("lblCaseMessage");
+        QVERIFY(message->text().startsWith("Case 1 of "));
+        QCOMPARE(s.view->findChild<QLabel*>("lblClkASrcDiv")->text(),
+                 QString::fromStdString(s.form->lblClkASrcDiv.Caption()));
+        QVERIFY(s.view->findChild<QComboBox*>("cboClkA(0)")->currentText().contains("PPM:"));
+        KeepPicture(f.window.get(), "frmQX5140-1280x800-calculated");
+        QTest::mouseClick(calculate, Qt::LeftButton);
+        QVERIFY(message->text().startsWith("Case 2 of "));
+        FloatingPanel* panel = s.view->PowerPanel();
+        QTRY_VERIFY(panel->isVisible());
+        QTRY_COMPARE(panel->pos(), s.view->PowerSlot()->mapTo(s.view, QPoint(0, 0)));
+        for (QGroupBox* group : s.view->findChildren<QGroupBox*>())
+            if (group->isVisible())
+                QVERIFY2(!InView(group, s.view).intersects(panel->geometry()),
+                         qPrintable(group->objectName()));
+        KeepPicture(f.window.get(), "frmQX5140-1280x800-case2");
+    }
+
+    void tabGoesThroughTheFrequencies() {
+        DocumentFixture f;
+        Shown s(f, 1280, 800, "QX5140");
+        auto tabFrom = [&](const char* name) {
+            QWidget* start = s.view->findChild<QWidget*>(name);
+            start->setFocus(Qt::TabFocusReason);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QWidget* now = QApplication::focusWidget();
+            while (now != nullptr && now->objectName().isEmpty()) now = now->parentWidget();
+            return now == nullptr ? QString() : now->objectName();
+        };
+        // The second state of CLKA is hidden without Select/Suspend.
+        QCOMPARE(tabFrom("txtClkA(0)"), QString("txtClkB"));
+        QCOMPARE(tabFrom("txtClkB"), QString("txtClkC"));
+        QCOMPARE(tabFrom("txtPPM"), QString("cmdCalculate"));
+    }
+
+    void selectSuspendShowsTheSecondStateAndTheSuspendChoices() {
+        DocumentFixture f;
+        Shown s(f, 1280, 800, "QX5140");
+        auto* second = s.view->findChild<QLineEdit*>("txtClkA(1)");
+        auto* suspend = s.view->findChild<QGroupBox*>("fraSuspend");
+        QTRY_VERIFY(!second->isVisible());
+        QVERIFY(!suspend->isVisible());
+        QTest::mouseClick(s.view->findChild<QRadioButton*>("optSelect"), Qt::LeftButton);
+        QTRY_VERIFY(second->isVisible());
+        QVERIFY(suspend->isVisible());
+        QVERIFY(s.view->findChild<QCheckBox*>("chkSuspendClockB")->isVisible());
+        QVERIFY(!s.view->findChild<QCheckBox*>("chkPrivatePLLClockA")->isVisible());
+        QTest::mouseClick(s.view->findChild<QRadioButton*>("optSuspendOutputsAndPLLs"),
+                          Qt::LeftButton);
+        QVERIFY(s.form->optSuspendOutputsAndPLLs.Value());
+        QTest::mouseClick(s.view->findChild<QRadioButton*>("optShutdown"), Qt::LeftButton);
+        QTRY_VERIFY(!second->isVisible());
+        QVERIFY(!suspend->isVisible());
+    }
+};
+
+QObject* MakeQX5140ViewTest() {
+    return new QX5140ViewTest;
+}
+
+}  // namespace pendulon::test
+
+#include "QX5140ViewTest.moc"
