@@ -3,6 +3,7 @@
 #include <array>
 
 #include "configurators/Configurator.hpp"
+#include "configurators/frmQX3350.hpp"
 #include "configurators/frmQX4860.hpp"
 #include "configurators/frmQX6105A.hpp"
 #include "shell/Application.hpp"
@@ -33,6 +34,8 @@ std::unique_ptr<Configurator> CreateConfigurator(Application& app, const std::st
         return std::make_unique<frmQX6105A>(app);
     if (device == "QX4860" || device == "QX4860F" || device == "QX4860I")
         return std::make_unique<frmQX4860>(app);
+    if (device == "QX3350" || device == "QX3350I")
+        return std::make_unique<frmQX3350>(app);
     return nullptr;
 }
 
