@@ -47,8 +47,12 @@ std::string MakeTable4860(const Window& form, ErrorReport& errors) {
     return MakeTable(MakeTableLayout4860(form), errors);
 }
 
+std::string MakeTable3350(const Window& form, ErrorReport& errors) {
+    return MakeTable(MakeTableLayout3350(form), errors);
+}
+
 std::string MakeOutputTable(const Window& form, const std::string& device, ErrorReport& errors) {
-    // Table builders by family. The QX7311 family, the QX5140 and the QX3350 join this list as
+    // Table builders by family. The QX7311 family and the QX5140 join this list as
     // their tables are built.
     struct Builder {
         bool (*Matches)(const std::string& device);
@@ -57,6 +61,7 @@ std::string MakeOutputTable(const Window& form, const std::string& device, Error
     static const Builder kBuilders[] = {
         {IsFamily6105A, MakeTable6105A},
         {IsFamily4860, MakeTable4860},
+        {IsFamily3350, MakeTable3350},
     };
     for (const Builder& builder : kBuilders)
         if (builder.Matches(device))

@@ -49,11 +49,13 @@ std::string GetOptions(const Window& form, const std::string& device);
 // Cell content of the output tables.
 TableLayout MakeTableLayout6105A(const Window& form);
 TableLayout MakeTableLayout4860(const Window& form);
+TableLayout MakeTableLayout3350(const Window& form);
 
 // A filled table laid out by clsTable.
 std::string MakeTable(const TableLayout& layout, ErrorReport& errors);
 std::string MakeTable6105A(const Window& form, ErrorReport& errors);
 std::string MakeTable4860(const Window& form, ErrorReport& errors);
+std::string MakeTable3350(const Window& form, ErrorReport& errors);
 
 // The table of outputs for the device; a device whose table is not known raises 10301.
 std::string MakeOutputTable(const Window& form, const std::string& device, ErrorReport& errors);

@@ -9,6 +9,7 @@
 
 #include "EntryTestSupport.hpp"
 #include "FakeForms.hpp"
+#include "configurators/QX3350TestSupport.hpp"
 #include "configurators/frmQX3350.hpp"
 #include "core/Numbers.hpp"
 #include "core/mShared.hpp"
@@ -25,111 +26,9 @@
 namespace pendulon {
 namespace {
 
-// Window settings of each golden case; tests/data/make_3350_goldens.py works out the image
-// these settings must give.
-struct Case {
-    std::string device;
-    bool volt5;
-    bool soic;
-    bool crystal;
-    std::string reference;
-    std::string pll;  // empty: left as it is
-    std::string divisor;
-    bool ttl;
-    bool oe;
-    bool sync;
-    std::vector<std::string> data;
-    std::vector<std::string> actual;
-    int index;
-    std::string revision;
-};
-
-const std::map<std::string, Case>& Cases() {
-    static const std::map<std::string, Case> cases = {
-        {"QX3350_SC",
-         {"QX3350",
-          true,
-          true,
-          true,
-          "14.31818",
-          "120",
-          "PLL/2",
-          true,
-          false,
-          false,
-          {"119.999985 P:88 Q:21"},
-          {"59.99999  PPM:0"},
-          0,
-          "01"}},
-        {"QX3350_TZ",
-         {"QX3350",
-          false,
-          false,
-          false,
-          "25",
-          "160",
-          "PLL/8",
-          false,
-          true,
-          true,
-          {"160.000000 P:768 Q:240"},
-          {"20.00000  PPM:0"},
-          0,
-          "B2"}},
-        {"QX3350I_SC",
-         {"QX3350I",
-          true,
-          true,
-          true,
-          "20",
-          "",
-          "Ref/4",
-          true,
-          false,
-          false,
-          {"0.000000 P:24 Q:20"},
-          {"5.00000  PPM:0"},
-          0,
-          "01"}},
-        {"QX3350I_TZ",
-         {"QX3350I",
-          false,
-          false,
-          false,
-          "50",
-          "170",
-          "PLL/128",
-          false,
-          true,
-          false,
-          {"170.000000 P:1530 Q:900"},
-          {"1.32813  PPM:0"},
-          0,
-          "7"}},
-        {"QX3350_P2750",
-         {"QX3350",
-          true,
-          true,
-          true,
-          "30",
-          "250",
-          "PLL",
-          true,
-          true,
-          true,
-          {"250.010000 P:2751 Q:660", "249.998000 P:2750 Q:660"},
-          {"250.01000  PPM:40", "249.99800  PPM:-8"},
-          1,
-          "01"}},
-    };
-    return cases;
-}
-
-void Fill(ListField& list, const std::vector<std::string>& entries, int index) {
-    list.Clear();
-    for (const auto& entry : entries) list.AddItem(entry);
-    list.SetListIndex(index);
-}
+using testing::Case3350;
+using testing::Cases3350;
+using testing::FillList;
 
 void Pick(ListField& list, const std::string& text) {
     for (int i = 0; i < list.ListCount(); ++i) {
@@ -166,24 +65,11 @@ class EntryFile3350Test : public ::testing::Test, public test::AppFixture {
     // Sets the window up as a user would for a case; the data lists are set last, as a user
     // picks a solution after Calculate.
     frmQX3350& Configure(const std::string& name) {
-        const Case& c = Cases().at(name);
+        const Case3350& c = Cases3350().at(name);
         frmQX3350& form = Open(c.device);
         // A new document starts with an empty summary.
         app.Summary().txtRevision.SetText(c.revision);
-        (c.volt5 ? form.opt5V : form.opt3V).SetValue(true);
-        (c.crystal ? form.optCrystal : form.optExternal).SetValue(true);
-        Type(form.cboFRef, c.reference);
-        if (c.volt5)
-            (c.ttl ? form.optTTL : form.optCMOS).SetValue(true);
-        (c.oe ? form.optOutputEnable : form.optPowerDown).SetValue(true);
-        form.chkSynchronous.SetValue(c.sync ? 1 : 0);
-        (c.soic ? form.optSOIC : form.optTSSOP).SetValue(true);
-        if (!c.pll.empty())
-            Type(form.txtPLL, c.pll);
-        Pick(form.cboClockDivisors, c.divisor);
-        form.cmdCalculate_Click();
-        Fill(form.cboPLLData, c.data, c.index);
-        Fill(form.cboActual, c.actual, c.index);
+        testing::ConfigureCase(form, c);
         cls.SetForm(form);
         return form;
     }
@@ -247,7 +133,7 @@ TEST_P(EntryFile3350GoldenTest, GoldenFileReadsBackToTheSameImage) {
         for (int n = 0; n <= 2; ++n) EXPECT_NEAR(read.f(n), cls.Entry().f(n), 1e-9) << n;
         for (int n = 0; n <= 15; ++n) EXPECT_EQ(read.i(n), cls.Entry().i(n)) << n;
         EXPECT_EQ(read.mstrPartDescription, cls.Entry().mstrPartDescription);
-        EXPECT_EQ(read.mstrVersion, Cases().at(GetParam()).revision);
+        EXPECT_EQ(read.mstrVersion, Cases3350().at(GetParam()).revision);
         EXPECT_EQ(read.mstrRValue, "");
         EXPECT_EQ(read.mstrCustomer, "Acme");
     }
@@ -293,7 +179,7 @@ TEST_P(EntryFile3350GoldenTest, FamilyChecksumMatchesTheIndependentComputation) 
 }
 
 TEST_P(EntryFile3350GoldenTest, OpeningTheGoldenFillsTheWindowAsItWasSet) {
-    const Case& c = Cases().at(GetParam());
+    const Case3350& c = Cases3350().at(GetParam());
     clsEntryFile read(errors);
     const std::string path = test::DataPath("entry/" + GetParam() + "_details.ent");
     ASSERT_TRUE(mFileAccessor::ReadFile(path, read));
@@ -331,7 +217,7 @@ INSTANTIATE_TEST_SUITE_P(Cases, EntryFile3350GoldenTest,
 // ---------------------------------------------------------------- round trip
 
 TEST_F(EntryFile3350Test, SaveOpenSaveGivesTheSameBytesAndChecksum) {
-    for (const auto& [name, c] : Cases()) {
+    for (const auto& [name, c] : Cases3350()) {
         Configure(name);
         const std::string first = dir + "/" + name + "-1.ent";
         const std::string second = dir + "/" + name + "-2.ent";
@@ -355,8 +241,8 @@ TEST_F(EntryFile3350Test, SaveOpenSaveGivesTheSameBytesAndChecksum) {
         for (const auto& field : options)
             EXPECT_EQ(state(field), before[field]) << name << " " << field;
         // The search runs anew on opening; put the chosen solution back as the user had it.
-        Fill(Form().cboPLLData, c.data, c.index);
-        Fill(Form().cboActual, c.actual, c.index);
+        FillList(Form().cboPLLData, c.data, c.index);
+        FillList(Form().cboActual, c.actual, c.index);
         Form().MakeEntryFile(second);
         EXPECT_EQ(test::ReadFile(second), test::ReadFile(first)) << name;
         EXPECT_EQ(Form().Checksum(), checksum) << name;
@@ -374,7 +260,7 @@ TEST_F(EntryFile3350Test, ChargePumpFieldsFollowP) {
     };
     for (const Edge& edge : {Edge{2750, 1, 1}, Edge{2749, 0, 1}, Edge{1499, 1, 0}, Edge{624, 0, 0},
                              Edge{625, 1, 0}, Edge{1500, 0, 1}}) {
-        Fill(Form().cboPLLData, {"100.000000 P:" + std::to_string(edge.p) + " Q:40"}, 0);
+        FillList(Form().cboPLLData, {"100.000000 P:" + std::to_string(edge.p) + " Q:40"}, 0);
         cls.MakeEntryFile();
         EXPECT_EQ(cls.Entry().i(14), edge.p);
         EXPECT_EQ(cls.Entry().i(15), 40);
