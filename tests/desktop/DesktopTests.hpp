@@ -12,5 +12,6 @@ QObject* MakeMainWindowTest();
 QObject* MakeShellViewsTest();
 QObject* MakeConfiguratorViewsTest();
 QObject* MakePrintPreviewViewTest();
+QObject* MakeQX3350ViewTest();
 
 }  // namespace pendulon::test
