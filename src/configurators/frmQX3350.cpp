@@ -146,30 +146,10 @@ void frmQX3350::ConnectEvents() {
     cboActual.OnClick = [this] { cboActual_Click(); };
     txtPLL.OnChange = [this] { txtPLL_Change(); };
     txtPLL.OnLostFocus = [this] { txtPLL_LostFocus(); };
-    txtPLL.OnGotFocus = [this] {
-        mShared::HighLightText(txtPLL);
-        mHelp::ShowHint(6, *this, "PLL", GeneralNumber(Die().MinimumPLLVoltage()),
-                        GeneralNumber(Die().MaximumPLLVoltage()));
-    };
-    txtPLL.OnKeyPress = [this](int& key) {
-        mShared::MaskKeystrokeForNumbers(key, 0, App().Services());
-    };
-    for (int i = 0; i < txtPLLMin.Count(); ++i) {
-        txtPLLMin[i].OnGotFocus = [this, i] {
-            mShared::HighLightText(txtPLLMin[i]);
-            mHelp::ShowHint(19, *this, "0.5");
-        };
-        txtPLLMax[i].OnGotFocus = [this, i] {
-            mShared::HighLightText(txtPLLMax[i]);
-            mHelp::ShowHint(20, *this);
-        };
-        txtPLLMin[i].OnKeyPress = [this](int& key) {
-            mShared::MaskKeystrokeForNumbers(key, 0, App().Services());
-        };
-        txtPLLMax[i].OnKeyPress = [this](int& key) {
-            mShared::MaskKeystrokeForNumbers(key, 0, App().Services());
-        };
-    }
+    ConnectFrequencyFieldHelp(
+        txtPLL, "PLL", [this] { return Die().MinimumPLLVoltage(); },
+        [this] { return Die().MaximumPLLVoltage(); });
+    ConnectLimitFieldHelp();
 }
 
 // ---------------------------------------------------------------- objects
