@@ -153,4 +153,20 @@ TEST(CliQX3350, AFileWithABadPackageFormatOpensAfterTheMessageAndStaysIntact) {
     EXPECT_EQ(ReadFile(dir / "bad.ent"), text);
 }
 
+TEST(CliQX3350, DetailsChooseTheCommentsButTheVoltageLineKeepsItsOwn) {
+    Folder dir;
+    for (const char* details : {"on", "off"}) {
+        const std::string path = dir / (std::string(details) + ".ent");
+        const auto made = RunCli({"new", "QX3350", "--set", "txtPLL=100", "--click",
+                                  "cmdCalculate", "--options-details", details, "--save", path},
+                                 kFixedDate);
+        ASSERT_EQ(made.exitCode, 0) << made.err;
+        const std::string text = ReadFile(path);
+        EXPECT_NE(text.find(";0  0 for 3.3v, 1 for 5v\r\n"), std::string::npos) << details;
+        const bool on = std::string(details) == "on";
+        EXPECT_EQ(text.find(";11  RLow, Charge pump adjustment.\r\n") != std::string::npos, on);
+        EXPECT_EQ(text.find(";0  Reference Frequency.\r\n\r\n") != std::string::npos, on);
+    }
+}
+
 }  // namespace
