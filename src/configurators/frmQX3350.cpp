@@ -329,7 +329,9 @@ void frmQX3350::VoltageChange(bool threeVolt) {
     SetEnabled(false);
     // Only CMOS output runs at 3.3 V; a TTL choice comes back at 5 V.
     if (threeVolt) {
-        optTTL.SetTag(optTTL.Value() ? "True" : "False");
+        // A second click at 3.3 V must not overwrite the choice made at 5 V.
+        if (optTTL.Enabled())
+            optTTL.SetTag(optTTL.Value() ? "True" : "False");
         optCMOS.SetValue(true);
         optTTL.SetEnabled(false);
     } else {

@@ -168,6 +168,16 @@ TEST(QX3350Voltage, ThreeVoltsForcesCMOSAndFiveVoltsBringsTTLBack) {
     EXPECT_DOUBLE_EQ(form.PLL().mdblVCOMax, 250);
 }
 
+TEST(QX3350Voltage, AnotherClickAtThreeVoltsKeepsTheTTLChoiceForFiveVolts) {
+    QX3350Document doc;
+    frmQX3350& form = doc.Form();
+    form.opt3V.SetValue(true);
+    form.opt3V.RaiseClick();
+    EXPECT_TRUE(form.optCMOS.Value());
+    form.opt5V.SetValue(true);
+    EXPECT_TRUE(form.optTTL.Value());
+}
+
 TEST(QX3350Voltage, ACMOSChoiceAtFiveVoltsStaysCMOSAfterTheTrip) {
     QX3350Document doc;
     frmQX3350& form = doc.Form();
