@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "configurators/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
@@ -106,6 +107,37 @@ void Configurator::RegisterCommonTail() {
     picDebugWindow.OnMouseDown = [this](int button, int, double, double y) {
         if (y <= picDebugWindow.TextHeight("X"))
             mShared::FormMoveAPI(app_, picDebugWindow, button);
+    };
+}
+
+void Configurator::ConnectLimitFieldHelp() {
+    for (int i = 0; i < txtPLLMin.Count(); ++i) {
+        txtPLLMin[i].OnGotFocus = [this, i] {
+            mShared::HighLightText(txtPLLMin[i]);
+            mHelp::ShowHint(19, *this, "0.5");
+        };
+        txtPLLMax[i].OnGotFocus = [this, i] {
+            mShared::HighLightText(txtPLLMax[i]);
+            mHelp::ShowHint(20, *this);
+        };
+        txtPLLMin[i].OnKeyPress = [this](int& key) {
+            mShared::MaskKeystrokeForNumbers(key, 0, app_.Services());
+        };
+        txtPLLMax[i].OnKeyPress = [this](int& key) {
+            mShared::MaskKeystrokeForNumbers(key, 0, app_.Services());
+        };
+    }
+}
+
+void Configurator::ConnectFrequencyFieldHelp(TextField& field, const std::string& word,
+                                             std::function<double()> minimum,
+                                             std::function<double()> maximum) {
+    field.OnGotFocus = [this, &field, word, minimum, maximum] {
+        mShared::HighLightText(field);
+        mHelp::ShowHint(6, *this, word, GeneralNumber(minimum()), GeneralNumber(maximum()));
+    };
+    field.OnKeyPress = [this](int& key) {
+        mShared::MaskKeystrokeForNumbers(key, 0, app_.Services());
     };
 }
 

@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <string>
 
 #include "core/LimitForm.hpp"
@@ -137,6 +138,14 @@ class Configurator : public LimitForm {
     void RegisterVoltageFields();
     void RegisterLimitFields();
     void RegisterCommonTail();
+    // The user-limit fields show the two limit hints when they get the focus (their text
+    // highlighted) and take only keys of a number.
+    void ConnectLimitFieldHelp();
+    // A frequency field shows the range hint with word and the range of the present voltage
+    // when it gets the focus (its text highlighted), and takes only keys of a number.
+    void ConnectFrequencyFieldHelp(TextField& field, const std::string& word,
+                                   std::function<double()> minimum,
+                                   std::function<double()> maximum);
 
     // A typed frequency leaves its field: empty becomes "Off", out of range is clamped.
     void LeaveFrequencyField(TextField& field, double minimum, double maximum);

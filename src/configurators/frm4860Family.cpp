@@ -28,34 +28,14 @@ void frm4860Family::ConnectFamilyEvents() {
         MarkCalculateDue();
         CalculateAllDesiredClocks();
     };
-    for (int i = 0; i < txtPLLMin.Count(); ++i) {
-        txtPLLMin[i].OnGotFocus = [this, i] {
-            mShared::HighLightText(txtPLLMin[i]);
-            mHelp::ShowHint(19, *this, "0.5");
-        };
-        txtPLLMax[i].OnGotFocus = [this, i] {
-            mShared::HighLightText(txtPLLMax[i]);
-            mHelp::ShowHint(20, *this);
-        };
-        txtPLLMin[i].OnKeyPress = [this](int& key) {
-            mShared::MaskKeystrokeForNumbers(key, 0, App().Services());
-        };
-        txtPLLMax[i].OnKeyPress = [this](int& key) {
-            mShared::MaskKeystrokeForNumbers(key, 0, App().Services());
-        };
-    }
+    ConnectLimitFieldHelp();
 }
 
 void frm4860Family::ConnectPLLFieldHelp(ControlArray<TextField>& txtPLL, int i,
                                         const std::string& word) {
-    txtPLL[i].OnGotFocus = [this, &txtPLL, i, word] {
-        mShared::HighLightText(txtPLL[i]);
-        mHelp::ShowHint(6, *this, word, GeneralNumber(Die().MinimumPLLVoltage()),
-                        GeneralNumber(Die().MaximumPLLVoltage()));
-    };
-    txtPLL[i].OnKeyPress = [this](int& key) {
-        mShared::MaskKeystrokeForNumbers(key, 0, App().Services());
-    };
+    ConnectFrequencyFieldHelp(
+        txtPLL[i], word, [this] { return Die().MinimumPLLVoltage(); },
+        [this] { return Die().MaximumPLLVoltage(); });
 }
 
 // ---------------------------------------------------------------- entry file

@@ -293,6 +293,11 @@ void Binder::ApplyColors(QWidget* widget, Field& field) {
             palette.setColor(group, backRole, back);
             changed = true;
         }
+        // A list that takes no typing draws its text as a button does.
+        if (qobject_cast<QComboBox*>(widget) && palette.color(group, QPalette::ButtonText) != fore) {
+            palette.setColor(group, QPalette::ButtonText, fore);
+            changed = true;
+        }
     }
     if (changed)
         widget->setPalette(palette);

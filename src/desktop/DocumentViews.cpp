@@ -1,10 +1,12 @@
 #include "desktop/DocumentViews.hpp"
 
+#include "configurators/frmQX3350.hpp"
 #include "configurators/frmQX4860.hpp"
 #include "configurators/frmQX6105A.hpp"
 #include "configurators/frmQX7311.hpp"
 #include "desktop/FloatingPanel.hpp"
 #include "desktop/PrintPreviewView.hpp"
+#include "desktop/QX3350View.hpp"
 #include "desktop/QX4860View.hpp"
 #include "desktop/QX5140View.hpp"
 #include "desktop/QX6105AView.hpp"
@@ -31,6 +33,9 @@ void RegisterDocumentViews(ViewRegistry& views, Application& app) {
     });
     views.Register("frmQX5140", [=, &app](Window& w, QWidget* p) -> QWidget* {
         return new QX5140View(static_cast<frmQX5140&>(w), app, p, tppX(), tppY());
+    });
+    views.Register("frmQX3350", [=, &app](Window& w, QWidget* p) -> QWidget* {
+        return new QX3350View(static_cast<frmQX3350&>(w), app, p, tppX(), tppY());
     });
     views.Register("frmPrintPreview", [=, &app](Window& w, QWidget* p) -> QWidget* {
         return new PrintPreviewView(static_cast<frmPrintPreview&>(w), app, p, tppX(), tppY());

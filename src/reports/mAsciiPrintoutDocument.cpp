@@ -51,9 +51,12 @@ std::string MakeTable5140(const Window& form, ErrorReport& errors) {
     return MakeTable(MakeTableLayout5140(form), errors);
 }
 
+std::string MakeTable3350(const Window& form, ErrorReport& errors) {
+    return MakeTable(MakeTableLayout3350(form), errors);
+}
+
 std::string MakeOutputTable(const Window& form, const std::string& device, ErrorReport& errors) {
-    // Table builders by family. The QX5140 and the QX3350 join this list as their tables are
-    // built.
+    // Table builders by family; the QX7311 family has two tables of its own.
     struct Builder {
         bool (*Matches)(const std::string& device);
         std::string (*Make)(const Window& form, ErrorReport& errors);
@@ -62,6 +65,7 @@ std::string MakeOutputTable(const Window& form, const std::string& device, Error
         {IsFamily6105A, MakeTable6105A},
         {IsFamily4860, MakeTable4860},
         {[](const std::string& d) { return d == "QX5140"; }, MakeTable5140},
+        {IsFamily3350, MakeTable3350},
     };
     if (IsFamily731x(device))
         return MakeTable731x(form, device, errors);

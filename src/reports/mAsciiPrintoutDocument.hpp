@@ -50,6 +50,7 @@ std::string GetOptions(const Window& form, const std::string& device);
 TableLayout MakeTableLayout6105A(const Window& form);
 TableLayout MakeTableLayout4860(const Window& form);
 TableLayout MakeTableLayout5140(const Window& form);
+TableLayout MakeTableLayout3350(const Window& form);
 
 // A filled table laid out by clsTable.
 std::string MakeTable(const TableLayout& layout, ErrorReport& errors);
@@ -63,6 +64,7 @@ void Make731xTable(const Window& form, const std::string& device, TableLayout& f
                    TableLayout& second);
 // The first table, a line end and the second.
 std::string MakeTable731x(const Window& form, const std::string& device, ErrorReport& errors);
+std::string MakeTable3350(const Window& form, ErrorReport& errors);
 
 // The table of outputs for the device; a device whose table is not known raises 10301.
 std::string MakeOutputTable(const Window& form, const std::string& device, ErrorReport& errors);

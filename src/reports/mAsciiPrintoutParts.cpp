@@ -189,6 +189,35 @@ TableLayout MakeTableLayout6105A(const Window& form) {
     return table;
 }
 
+TableLayout MakeTableLayout3350(const Window& form) {
+    TableLayout table;
+    table.ColumnNumber = 5;
+    table.RowNumber = 2;
+    table.HeadingSize = 1;
+    table.Title = "OUTPUT CLK";
+    const std::array<int, 5> widths{9, 9, 14, 14, 9};
+    const std::array<int, 5> types{0, 0, 1, 1, 0};
+    for (int c = 0; c < 5; ++c) {
+        table.Width[c] = widths[c];
+        table.Type[c] = types[c];
+    }
+    const std::array<const char*, 5> headings{"", "", "Desired", "Actual", "PPM"};
+    for (int c = 0; c < 5; ++c) table.SetCell(0, c, headings[c]);
+
+    table.SetCell(1, 0, "CLKOUT");
+    table.SetCell(1, 1, "(" + SelectedEntry(form, "cboClockDivisors") + ")");
+    const std::string desired = Trim(Text(form, "lblDesiredClock"));
+    if (Val(desired) <= 0) {
+        SetOffCells(table, 1, 2);
+    } else {
+        const std::string actual = SelectedEntry(form, "cboActual");
+        table.SetCell(1, 2, desired);
+        table.SetCell(1, 3, GeneralNumber(Val(actual)));
+        table.SetCell(1, 4, GeneralNumber(PPMOf(actual)));
+    }
+    return table;
+}
+
 TableLayout MakeTableLayout5140(const Window& form) {
     const bool select = OptionOn(form, "optSelect");
     TableLayout table;

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "configurators/Configurator.hpp"
+#include "configurators/frmQX3350.hpp"
 #include "configurators/frmQX4860.hpp"
 #include "configurators/frmQX6105A.hpp"
 #include "configurators/frmQX7311.hpp"
@@ -40,6 +41,8 @@ std::unique_ptr<Configurator> CreateConfigurator(Application& app, const std::st
         return std::make_unique<frmQX7311>(app);
     if (device == "QX5140")
         return std::make_unique<frmQX5140>(app);
+    if (device == "QX3350" || device == "QX3350I")
+        return std::make_unique<frmQX3350>(app);
     return nullptr;
 }
 

@@ -15,5 +15,6 @@ QObject* MakeQX7311ViewTest();
 QObject* MakeQX5140ViewTest();
 QObject* MakePrintPreviewViewTest();
 QObject* MakeWizardViewTest();
+QObject* MakeQX3350ViewTest();
 
 }  // namespace pendulon::test

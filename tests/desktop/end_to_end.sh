@@ -359,7 +359,68 @@ sleep 0.5
 xdotool key x
 wait_exit "$PID" || fail "File, Exit did not end the QX5140 run"
 wait "$PID"
-# Seventh run: the clock selection wizard leads to a new document. Help, Clock Selection
+# Seventh run: a QX3350 document. File, New, the QX3350 option of the device selection clicked
+# at its place in the dialog, OK; a VCO frequency typed, PLL/4 chosen, Calculate by its key.
+"$PROGRAM" &
+PID=$!
+WID=$(wait_main_window) || fail "the main window did not appear for the QX3350 run"
+xdotool windowsize --sync "$WID" 1180 860
+xdotool windowfocus --sync "$WID"
+sleep 0.5
+xdotool key alt+f
+sleep 0.5
+xdotool key n
+DEVICE=$(xdotool search --sync --onlyvisible --name '^Select Device$' | head -1)
+[ -n "$DEVICE" ] || fail "File, New did not show the device selection for the QX3350 run"
+eval "$(xdotool getwindowgeometry --shell "$DEVICE")"
+# The option stands in the first column of the sixth row of devices.
+xdotool mousemove --sync $((X + 28)) $((Y + 177)) click 1
+sleep 0.5
+import -window root "$SHOTS/26-qx3350-selected.png"
+xdotool windowfocus --sync "$DEVICE"
+xdotool key Return
+for _ in $(seq 1 25); do
+    xdotool search --onlyvisible --name '^Select Device$' >/dev/null 2>&1 || break
+    sleep 0.2
+done
+xdotool windowfocus --sync "$WID"
+sleep 1
+import -window root "$SHOTS/27-qx3350-new.png"
+# The document starts in the reference; Tab goes on to the VCO frequency.
+xdotool key Tab
+sleep 0.3
+xdotool key ctrl+a
+xdotool type --delay 80 "120"
+# Tab leaves the field for the divisor list, where PLL/4 is two entries down.
+xdotool key Tab
+sleep 0.3
+xdotool key Down Down
+sleep 0.3
+xdotool key alt+a
+sleep 1.5
+import -window root "$SHOTS/28-qx3350-calculated.png"
+# File, Exit: the question about the unsaved document shows that a document is open.
+xdotool key alt+f
+sleep 0.5
+xdotool key x
+ASKED=
+for _ in $(seq 1 25); do
+    for id in $(xdotool search --onlyvisible --name "$TITLE" 2>/dev/null); do
+        width=$(xdotool getwindowgeometry --shell "$id" | sed -n 's/^WIDTH=//p')
+        if [ "${width:-0}" -lt 600 ]; then
+            xdotool windowfocus --sync "$id"
+            import -window root "$SHOTS/29-qx3350-save-question.png"
+            xdotool key n
+            ASKED=1
+            break 2
+        fi
+    done
+    sleep 0.2
+done
+[ -n "$ASKED" ] || fail "no QX3350 document was open at File, Exit"
+wait_exit "$PID" || fail "File, Exit did not end the QX3350 run"
+wait "$PID"
+# Eighth run: the clock selection wizard leads to a new document. Help, Clock Selection
 # Wizard; more than one unrelated clock, four to six outputs, no real-time clock, factory
 # programmed: a QX7312. Each page's first answer has the keyboard; Tab moves to the next one,
 # Space takes it, Alt+N is Next and Alt+F Finish.

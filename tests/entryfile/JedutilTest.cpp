@@ -107,7 +107,10 @@ INSTANTIATE_TEST_SUITE_P(Vectors, JedutilTest,
                                            Vector{"QX4860F", 884}, Vector{"QX4860I", 884},
                                            Vector{"QX7311_5V", 336}, Vector{"QX7311F_3V", 336},
                                            Vector{"QX7312_5V", 336}, Vector{"QX7312I_Suspend", 336},
-                                           Vector{"QX5140_OE", 336}, Vector{"QX5140_Select", 336}));
+                                           Vector{"QX5140_OE", 336}, Vector{"QX5140_Select", 336},
+                                           Vector{"QX3350_SC", 45}, Vector{"QX3350_TZ", 45},
+                                           Vector{"QX3350I_SC", 45}, Vector{"QX3350I_TZ", 45},
+                                           Vector{"QX3350_P2750", 45}));
 
 }  // namespace
 }  // namespace pendulon
