@@ -84,25 +84,30 @@ bool ReadFile(const std::string& path, clsEntryFile& file) {
         errors.Raise(10051, kSource, "The path and/or file name cannot be found.");
         return false;
     }
+    return ParseFile(*content, path, FileDateText(path), file);
+}
 
+bool ParseFile(std::string_view text, const std::string& path, const std::string& fileDate,
+               clsEntryFile& file) {
+    ErrorReport& errors = file.Errors();
     std::int16_t countD = 0;
     std::int16_t countF = 0;
     std::int16_t countI = 0;
-    const std::vector<std::string_view> lines = SplitLines(*content);
+    const std::vector<std::string_view> lines = SplitLines(text);
     for (size_t n = 0; n < lines.size(); ++n) {
         const std::string line = Trim(lines[n]);
         if (line.empty() || line[0] != '#') {
-            const std::string value = Trim(mShared::GetSubstring(line, ":", ""));
+            const auto value = [&line] { return Trim(mShared::GetSubstring(line, ":", "")); };
             if (StartsWithNoCase(line, "Modification Date:")) {
-                file.mstrModificationDate = value;
+                file.mstrModificationDate = value();
             } else if (StartsWithNoCase(line, "Customer:")) {
-                file.mstrCustomer = value;
+                file.mstrCustomer = value();
             } else if (StartsWithNoCase(line, "Comments:")) {
-                file.mstrComments = value;
+                file.mstrComments = value();
             } else if (StartsWithNoCase(line, "FAE:")) {
-                file.mstrFAE = value;
+                file.mstrFAE = value();
             } else if (StartsWithNoCase(line, "Package:")) {
-                file.mstrPackage = value;
+                file.mstrPackage = value();
             }
             continue;
         }
@@ -149,7 +154,7 @@ bool ReadFile(const std::string& path, clsEntryFile& file) {
     if (file.mstrCustomer.empty())
         file.mstrCustomer = file.mstrConfiguration;
     if (file.mstrModificationDate.empty())
-        file.mstrModificationDate = FileDateText(path);
+        file.mstrModificationDate = fileDate;
 
     if (countI != 0 && countF != 0) {
         file.mintDCount = countD;
