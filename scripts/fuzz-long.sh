@@ -18,7 +18,7 @@ cp -n tests/data/fuzz-corpus/* "$corpus"/
 echo "fuzz-long: running for $seconds s; follow it with: tail -f $log"
 status=0
 ./build-sanitize/tests/fuzz/fuzz_read_file "$corpus" \
-  -max_total_time="$seconds" -max_len=65536 -timeout=20 -rss_limit_mb=2048 \
+  -max_total_time="$seconds" -max_len=16384 -timeout=20 -rss_limit_mb=2048 \
   -artifact_prefix="$artifacts/" -print_final_stats=1 -reduce_inputs=1 >"$log" 2>&1 || status=$?
 # The last status lines, the final statistics and any sanitizer report.
 grep -E '^#[0-9]+' "$log" | tail -n 3 || true

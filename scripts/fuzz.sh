@@ -14,7 +14,7 @@ cp -r tests/data/fuzz-corpus "$work/corpus"
 mkdir -p "$work/artifacts"
 status=0
 ./build-sanitize/tests/fuzz/fuzz_read_file "$work/corpus" \
-  -max_total_time="$seconds" -max_len=65536 -timeout=20 -rss_limit_mb=2048 \
+  -max_total_time="$seconds" -max_len=16384 -timeout=20 -rss_limit_mb=2048 \
   -artifact_prefix="$work/artifacts/" -print_final_stats=1 || status=$?
 if ls "$work/artifacts"/* >/dev/null 2>&1; then
   echo "fuzz: crash inputs were found:" >&2

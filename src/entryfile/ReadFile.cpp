@@ -2,7 +2,9 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <filesystem>
 #include <optional>
 #include <string_view>
@@ -22,23 +24,34 @@ namespace {
 
 const char* const kSource = "(mFileAccessor) ReadFile";
 
-// Splits a text at CR LF, LF or CR. A line end at the very end does not open another line.
+// Splits a text at CR LF, LF or CR. A line end at the very end does not open another line. The
+// next CR and the next LF are looked up with memchr, each character at most once per kind.
 std::vector<std::string_view> SplitLines(std::string_view text) {
     std::vector<std::string_view> lines;
+    const char* const begin = text.data();
+    const size_t size = text.size();
+    const auto next = [begin, size](char c, size_t from) {
+        const void* at = from < size ? std::memchr(begin + from, c, size - from) : nullptr;
+        return at != nullptr ? static_cast<size_t>(static_cast<const char*>(at) - begin) : size;
+    };
+    size_t cr = next('\r', 0);
+    size_t lf = next('\n', 0);
     size_t start = 0;
-    size_t pos = 0;
-    while (pos < text.size()) {
-        const char c = text[pos];
-        if (c == '\r' || c == '\n') {
-            lines.push_back(text.substr(start, pos - start));
-            if (c == '\r' && pos + 1 < text.size() && text[pos + 1] == '\n')
-                ++pos;
-            start = pos + 1;
+    while (start < size) {
+        if (cr < start)
+            cr = next('\r', start);
+        if (lf < start)
+            lf = next('\n', start);
+        const size_t end = std::min(cr, lf);
+        if (end == size) {
+            lines.push_back(text.substr(start));
+            break;
         }
-        ++pos;
+        lines.push_back(text.substr(start, end - start));
+        start = end + 1;
+        if (text[end] == '\r' && start < size && text[start] == '\n')
+            ++start;
     }
-    if (start < text.size())
-        lines.push_back(text.substr(start));
     return lines;
 }
 

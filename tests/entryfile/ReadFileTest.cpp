@@ -180,6 +180,18 @@ TEST_F(ReadFileTest, AnyLineEnding) {
     EXPECT_EQ(Numbers(), std::vector<long>({10053, 10053, 10053}));
 }
 
+TEST_F(ReadFileTest, MixedLineEndsEmptyLinesAndAClosingCR) {
+    // LF CR is two line ends, CR CR LF as well; the closing CR opens no line.
+    EXPECT_TRUE(Read("# f 1\n\r# i 2\r\r\n# z\n\n# i 3\r"));
+    EXPECT_EQ(Numbers(), std::vector<long>({10053}));
+    EXPECT_EQ(entry.mintFCount, 1);
+    EXPECT_EQ(entry.mintICount, 2);
+    EXPECT_EQ(entry.i(1), 3);
+    // Without the closing line end the unknown tag is the last line and passes silently.
+    EXPECT_TRUE(Read("# f 1\r\n# i 2\r\n# z"));
+    EXPECT_EQ(Numbers(), std::vector<long>({10053}));
+}
+
 TEST_F(ReadFileTest, SixteenBitOverflowIsReportedValueKeptReadingGoesOn) {
     entry.set_i(0, 11);
     EXPECT_TRUE(Read("# f 1\n# i 40000 ;0\n# i 5 ;1\n# p 99999\n# m -40000\n"));

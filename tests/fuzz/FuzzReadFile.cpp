@@ -13,9 +13,11 @@
 #include "platform/HeadlessPlatform.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    // One platform for the whole run; each input starts with no message recorded.
+    static pendulon::HeadlessPlatform platform;
+    static pendulon::ErrorReport errors(platform, [] { return std::string("Pendulon"); });
+    platform.ClearMessages();
     const std::string_view text(reinterpret_cast<const char*>(data), size);
-    pendulon::HeadlessPlatform platform;
-    pendulon::ErrorReport errors(platform, [] { return std::string("Pendulon"); });
     pendulon::clsEntryFile entry(errors);
     const bool accepted =
         pendulon::mFileAccessor::ParseFile(text, "fuzz.ent", "1/2/2003 4:05:06 AM", entry);
