@@ -72,6 +72,14 @@ void Advance(std::int16_t& counter, ErrorReport& errors) {
     ++counter;
 }
 
+// The text without its leading and trailing blanks, as Trim gives it, without a copy.
+std::string_view TrimBlanks(std::string_view text) {
+    const size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
 double TaggedNumber(std::string_view line, std::string_view tag) {
     return Val(Trim(mShared::GetSubstring(line, tag, ";")));
 }
@@ -108,7 +116,7 @@ bool ParseFile(std::string_view text, const std::string& path, const std::string
     std::int16_t countI = 0;
     const std::vector<std::string_view> lines = SplitLines(text);
     for (size_t n = 0; n < lines.size(); ++n) {
-        const std::string line = Trim(lines[n]);
+        const std::string_view line = TrimBlanks(lines[n]);
         if (line.empty() || line[0] != '#') {
             const auto value = [&line] { return Trim(mShared::GetSubstring(line, ":", "")); };
             if (StartsWithNoCase(line, "Modification Date:")) {
@@ -124,7 +132,7 @@ bool ParseFile(std::string_view text, const std::string& path, const std::string
             }
             continue;
         }
-        const std::string_view tag = std::string_view(line).substr(0, 3);
+        const std::string_view tag = line.substr(0, 3);
         if (tag == "# s") {
             file.mstrPartDescription = Trim(mShared::GetSubstring(line, "# s", ";"));
             file.mstrVersion = Trim(mShared::GetSubstring(file.mstrPartDescription, "-", ";"));
@@ -160,7 +168,10 @@ bool ParseFile(std::string_view text, const std::string& path, const std::string
         } else if (tag == "###") {
             // A comment line of older files.
         } else if (n + 1 < lines.size()) {
-            errors.Raise(10053, kSource, "The line '" + line + "' cannot be recognized.");
+            std::string message = "The line '";
+            message += line;
+            message += "' cannot be recognized.";
+            errors.Raise(10053, kSource, message);
         }
     }
 
