@@ -297,7 +297,9 @@ void frmQX6105A::cboClkDiv_Click(int Index) {
             mShared::CheckLimits(desired, 0.5, OutputMaximum());
             continue;
         }
-        desired.SetCaption(" " + mShared::FormatFrequencyFixed(base[n] / divisor, -9999));
+        std::string caption(1, ' ');
+        caption += mShared::FormatFrequencyFixed(base[n] / divisor, -9999);
+        desired.SetCaption(caption);
         if (boundToPLL && txtPLL[k / kOutputs].ForeColor() == colors::Red) {
             desired.SetForeColor(colors::Red);
         } else {

@@ -30,6 +30,14 @@ inline std::string DeviceName(LimitForm& form) {
     return label != nullptr ? label->Caption() : std::string();
 }
 
+// "(i)", the index part of a field's name.
+inline std::string IndexText(size_t i) {
+    std::string index(1, '(');
+    index += std::to_string(i);
+    index += ')';
+    return index;
+}
+
 // Fills the user-limits fields from the reference and die: the defaults when the form's flag of
 // the die's voltage is set, else the present limits. VCO elements (i mod 3 = 0) are shown as
 // short frequencies, P and Q as plain numbers.
@@ -52,7 +60,7 @@ void GetCurrent(LimitForm& frmInput, clsReference& objReference, Die& objDie, Er
         objDie.GetCurrentLimits(adblMinimum, adblMaximum);
     }
     for (size_t i = 0; i < adblMinimum.size(); ++i) {
-        const std::string index = "(" + std::to_string(i) + ")";
+        const std::string index = IndexText(i);
         TextField* txtMin = Text(frmInput, "txtPLLMin" + index, errors, source);
         TextField* txtMax = Text(frmInput, "txtPLLMax" + index, errors, source);
         const bool frequency = i % 3 == 0;
@@ -80,7 +88,7 @@ void SetNew(LimitForm& frmInput, clsReference& objReference, Die& objDie, ErrorR
     std::vector<double> adblMaximum(Die::kElements, 0.0);
     objDie.GetCurrentLimits(adblMinimum, adblMaximum);
     for (size_t i = 0; i < adblMinimum.size(); ++i) {
-        const std::string index = "(" + std::to_string(i) + ")";
+        const std::string index = IndexText(i);
         if (TextField* txtMin = Text(frmInput, "txtPLLMin" + index, errors, source))
             adblMinimum[i] = Val(txtMin->Text());
         if (TextField* txtMax = Text(frmInput, "txtPLLMax" + index, errors, source))

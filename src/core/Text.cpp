@@ -28,14 +28,28 @@ std::string UCase(std::string_view text) {
 }
 
 size_t InStr(std::string_view text, std::string_view what, size_t start) {
-    if (start < 1) start = 1;
-    if (start > text.size() + 1) return 0;
+    if (start < 1)
+        start = 1;
+    if (start > text.size() + 1)
+        return 0;
     const size_t at = text.find(what, start - 1);
     return at == std::string_view::npos ? 0 : at + 1;
 }
 
 size_t InStrNoCase(std::string_view text, std::string_view what, size_t start) {
-    return InStr(LCase(text), LCase(what), start);
+    // As InStr on both texts in lower case, without making the lower-case copies.
+    if (start < 1)
+        start = 1;
+    if (start > text.size() + 1)
+        return 0;
+    if (what.empty())
+        return start;
+    const auto at = std::search(text.begin() + static_cast<std::ptrdiff_t>(start - 1), text.end(),
+                                what.begin(), what.end(), [](char a, char b) {
+                                    return std::tolower(static_cast<unsigned char>(a)) ==
+                                           std::tolower(static_cast<unsigned char>(b));
+                                });
+    return at == text.end() ? 0 : static_cast<size_t>(at - text.begin()) + 1;
 }
 
 bool StartsWithNoCase(std::string_view text, std::string_view prefix) {
@@ -63,7 +77,8 @@ std::string Right(std::string_view text, size_t count) {
 }
 
 std::string Mid(std::string_view text, size_t start, size_t count) {
-    if (start < 1 || start > text.size()) return {};
+    if (start < 1 || start > text.size())
+        return {};
     return std::string(text.substr(start - 1, count));
 }
 

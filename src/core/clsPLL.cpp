@@ -1,7 +1,9 @@
 #include "core/clsPLL.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <type_traits>
 
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
@@ -66,6 +68,10 @@ std::int32_t clsPLL::BestPPM() const {
     return malngPPM[0];
 }
 
+clsPLL::Solution clsPLL::Slot(std::size_t slot) const {
+    return {madblP.at(slot), madblQ.at(slot), malngPPM.at(slot)};
+}
+
 double clsPLL::PValue() const {
     return madblP[0];
 }
@@ -100,53 +106,86 @@ void clsPLL::FindPAndQ(bool blnFindLargestVCO, double dblReferenceFrequency, boo
         const long long last = blnFindLargestVCO ? lngLow : lngHigh;
         const long long step = blnFindLargestVCO ? -1 : 1;
         const double twiceReference = 2.0 * mdblReferenceFrequency;
+
+        // When every Q of the walk is 1 or more, no check inside the walk can fire: the
+        // reference over Q stays finite, the ratio times the largest Q stays finite and rounds
+        // into the Long range (so does it for every smaller Q), P / Q is at most |P| <= 2^31,
+        // and twice the reference times that stays finite. Such a walk runs without the checks;
+        // it does the same operations in the same order, so every result is the same.
+        const long long lowestQ = std::min(first, last);
+        const long long highestQ = std::max(first, last);
+        const bool unchecked =
+            lowestQ >= 1 && std::isfinite(mdblReferenceFrequency) &&
+            std::fabs(dblRatio * static_cast<double>(highestQ)) <= 2147483647.0 &&
+            std::isfinite(twiceReference * 2147483648.0);
+
         std::int32_t lngP0 = 0;
         double dblPerQ = 0;
         double dblProduct = 0;
         double dblActual = 0;
         double dblVCO = 0;
-        for (long long q = first; step > 0 ? q <= last : q >= last; q += step) {
-            const double dblQ = static_cast<double>(q);
-            // The guard on the comparison frequency can never remove a Q:
-            // (Not A And Not B) And A is always False. The division still happens.
-            Divide(mdblReferenceFrequency, dblQ, dblPerQ, kFindPAndQ);
-            const bool a = dblReferenceFrequency != 0;
-            const bool b = dblPerQ < dblReferenceFrequency;
-            if ((!a && !b) && a)
-                continue;
+        const auto walk = [&](auto checked) {
+            constexpr bool kChecked = decltype(checked)::value;
+            for (long long q = first; step > 0 ? q <= last : q >= last; q += step) {
+                const double dblQ = static_cast<double>(q);
+                if constexpr (kChecked) {
+                    // The guard on the comparison frequency can never remove a Q:
+                    // (Not A And Not B) And A is always False. The division still happens, for
+                    // the errors it may report.
+                    Divide(mdblReferenceFrequency, dblQ, dblPerQ, kFindPAndQ);
+                    const bool a = dblReferenceFrequency != 0;
+                    const bool b = dblPerQ < dblReferenceFrequency;
+                    if ((!a && !b) && a)
+                        continue;
 
-            if (Multiply(dblRatio, dblQ, dblProduct, kFindPAndQ))
-                ToLongChecked(dblProduct, lngP0, kFindPAndQ);
+                    if (Multiply(dblRatio, dblQ, dblProduct, kFindPAndQ))
+                        ToLongChecked(dblProduct, lngP0, kFindPAndQ);
+                } else {
+                    lngP0 = static_cast<std::int32_t>(RoundHalfEven(dblRatio * dblQ));
+                }
 
-            for (long long p = static_cast<long long>(lngP0) - 1; p <= lngP0 + 1LL; ++p) {
-                const double dblP = static_cast<double>(p);
-                if (dblP < mdblMinP || dblP > mdblMaxP)
-                    continue;
-                Divide(dblP, dblQ, dblActual, kFindPAndQ);
-                const std::int32_t lngPPM = mShared::CalculatePPM(dblActual, dblRatio);
-                Multiply(twiceReference, dblActual, dblVCO, kFindPAndQ);
-                if (dblVCO < mdblVCOMin || dblVCO > mdblVCOMax)
-                    continue;
-                if (ratioFilter && !(dblActual > 1.3))
-                    continue;
-                const std::int32_t absPPM = AbsLong(lngPPM);
-                if (absPPM < AbsLong(malngPPM[0])) {
-                    malngPPM[0] = lngPPM;
-                    madblP[0] = dblP;
-                    madblQ[0] = dblQ;
-                }
-                if (absPPM < AbsLong(malngPPM[1]) && lngPPM < 0) {
-                    malngPPM[1] = lngPPM;
-                    madblP[1] = dblP;
-                    madblQ[1] = dblQ;
-                }
-                if (lngPPM < malngPPM[2] && lngPPM > 0) {
-                    malngPPM[2] = lngPPM;
-                    madblP[2] = dblP;
-                    madblQ[2] = dblQ;
+                for (long long p = static_cast<long long>(lngP0) - 1; p <= lngP0 + 1LL; ++p) {
+                    const double dblP = static_cast<double>(p);
+                    if (dblP < mdblMinP || dblP > mdblMaxP)
+                        continue;
+                    if constexpr (kChecked) {
+                        Divide(dblP, dblQ, dblActual, kFindPAndQ);
+                    } else {
+                        dblActual = dblP / dblQ;
+                    }
+                    const std::int32_t lngPPM = mShared::CalculatePPM(dblActual, dblRatio);
+                    if constexpr (kChecked) {
+                        Multiply(twiceReference, dblActual, dblVCO, kFindPAndQ);
+                    } else {
+                        dblVCO = twiceReference * dblActual;
+                    }
+                    if (dblVCO < mdblVCOMin || dblVCO > mdblVCOMax)
+                        continue;
+                    if (ratioFilter && !(dblActual > 1.3))
+                        continue;
+                    const std::int32_t absPPM = AbsLong(lngPPM);
+                    if (absPPM < AbsLong(malngPPM[0])) {
+                        malngPPM[0] = lngPPM;
+                        madblP[0] = dblP;
+                        madblQ[0] = dblQ;
+                    }
+                    if (absPPM < AbsLong(malngPPM[1]) && lngPPM < 0) {
+                        malngPPM[1] = lngPPM;
+                        madblP[1] = dblP;
+                        madblQ[1] = dblQ;
+                    }
+                    if (lngPPM < malngPPM[2] && lngPPM > 0) {
+                        malngPPM[2] = lngPPM;
+                        madblP[2] = dblP;
+                        madblQ[2] = dblQ;
+                    }
                 }
             }
-        }
+        };
+        if (unchecked)
+            walk(std::false_type{});
+        else
+            walk(std::true_type{});
     }
     // Cleared on every way out, the infeasible one included.
     if (CPLL != nullptr && *CPLL)

@@ -26,6 +26,13 @@ class clsPLL {
     double mdblTargetVCO = 0;
 
     std::int32_t BestPPM() const;
+    // The solution kept in slot 0, 1 or 2 by the last search.
+    struct Solution {
+        double P = 0;
+        double Q = 0;
+        std::int32_t PPM = 0;
+    };
+    Solution Slot(std::size_t slot) const;
     void DisplayActual(ListField& cboIncoming, ListField& cboDestination, std::int16_t intDivisor);
     void DisplayActualPPM(ListField& cboIncoming, ListField& cboDestination, double dblDesired,
                           std::int32_t lngDivisor);

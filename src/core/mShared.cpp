@@ -47,7 +47,7 @@ std::string ConvertDecimalToBinary(std::int32_t value, std::int32_t width) {
         v /= 2;
     }
     if (value < 1)
-        digits = "0";
+        digits.assign(1, '0');
     if (width > static_cast<std::int32_t>(digits.size())) {
         padded.replace(padded.size() - digits.size(), digits.size(), digits);
         return padded;
@@ -58,9 +58,9 @@ std::string ConvertDecimalToBinary(std::int32_t value, std::int32_t width) {
 std::string DisplayBinary(std::int16_t value, std::int16_t width) {
     std::string result;
     if (value == 0) {
-        result = "0";
+        result.assign(1, '0');
     } else if (value == 1) {
-        result = "1";
+        result.assign(1, '1');
     } else {
         int v = value;
         while (v != 1 && v > 0) {

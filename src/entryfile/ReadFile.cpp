@@ -2,7 +2,9 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <filesystem>
 #include <optional>
 #include <string_view>
@@ -22,23 +24,34 @@ namespace {
 
 const char* const kSource = "(mFileAccessor) ReadFile";
 
-// Splits a text at CR LF, LF or CR. A line end at the very end does not open another line.
+// Splits a text at CR LF, LF or CR. A line end at the very end does not open another line. The
+// next CR and the next LF are looked up with memchr, each character at most once per kind.
 std::vector<std::string_view> SplitLines(std::string_view text) {
     std::vector<std::string_view> lines;
+    const char* const begin = text.data();
+    const size_t size = text.size();
+    const auto next = [begin, size](char c, size_t from) {
+        const void* at = from < size ? std::memchr(begin + from, c, size - from) : nullptr;
+        return at != nullptr ? static_cast<size_t>(static_cast<const char*>(at) - begin) : size;
+    };
+    size_t cr = next('\r', 0);
+    size_t lf = next('\n', 0);
     size_t start = 0;
-    size_t pos = 0;
-    while (pos < text.size()) {
-        const char c = text[pos];
-        if (c == '\r' || c == '\n') {
-            lines.push_back(text.substr(start, pos - start));
-            if (c == '\r' && pos + 1 < text.size() && text[pos + 1] == '\n')
-                ++pos;
-            start = pos + 1;
+    while (start < size) {
+        if (cr < start)
+            cr = next('\r', start);
+        if (lf < start)
+            lf = next('\n', start);
+        const size_t end = std::min(cr, lf);
+        if (end == size) {
+            lines.push_back(text.substr(start));
+            break;
         }
-        ++pos;
+        lines.push_back(text.substr(start, end - start));
+        start = end + 1;
+        if (text[end] == '\r' && start < size && text[start] == '\n')
+            ++start;
     }
-    if (start < text.size())
-        lines.push_back(text.substr(start));
     return lines;
 }
 
@@ -57,6 +70,14 @@ void Advance(std::int16_t& counter, ErrorReport& errors) {
         return;
     }
     ++counter;
+}
+
+// The text without its leading and trailing blanks, as Trim gives it, without a copy.
+std::string_view TrimBlanks(std::string_view text) {
+    const size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 double TaggedNumber(std::string_view line, std::string_view tag) {
@@ -84,29 +105,34 @@ bool ReadFile(const std::string& path, clsEntryFile& file) {
         errors.Raise(10051, kSource, "The path and/or file name cannot be found.");
         return false;
     }
+    return ParseFile(*content, path, FileDateText(path), file);
+}
 
+bool ParseFile(std::string_view text, const std::string& path, const std::string& fileDate,
+               clsEntryFile& file) {
+    ErrorReport& errors = file.Errors();
     std::int16_t countD = 0;
     std::int16_t countF = 0;
     std::int16_t countI = 0;
-    const std::vector<std::string_view> lines = SplitLines(*content);
+    const std::vector<std::string_view> lines = SplitLines(text);
     for (size_t n = 0; n < lines.size(); ++n) {
-        const std::string line = Trim(lines[n]);
+        const std::string_view line = TrimBlanks(lines[n]);
         if (line.empty() || line[0] != '#') {
-            const std::string value = Trim(mShared::GetSubstring(line, ":", ""));
+            const auto value = [&line] { return Trim(mShared::GetSubstring(line, ":", "")); };
             if (StartsWithNoCase(line, "Modification Date:")) {
-                file.mstrModificationDate = value;
+                file.mstrModificationDate = value();
             } else if (StartsWithNoCase(line, "Customer:")) {
-                file.mstrCustomer = value;
+                file.mstrCustomer = value();
             } else if (StartsWithNoCase(line, "Comments:")) {
-                file.mstrComments = value;
+                file.mstrComments = value();
             } else if (StartsWithNoCase(line, "FAE:")) {
-                file.mstrFAE = value;
+                file.mstrFAE = value();
             } else if (StartsWithNoCase(line, "Package:")) {
-                file.mstrPackage = value;
+                file.mstrPackage = value();
             }
             continue;
         }
-        const std::string_view tag = std::string_view(line).substr(0, 3);
+        const std::string_view tag = line.substr(0, 3);
         if (tag == "# s") {
             file.mstrPartDescription = Trim(mShared::GetSubstring(line, "# s", ";"));
             file.mstrVersion = Trim(mShared::GetSubstring(file.mstrPartDescription, "-", ";"));
@@ -142,14 +168,17 @@ bool ReadFile(const std::string& path, clsEntryFile& file) {
         } else if (tag == "###") {
             // A comment line of older files.
         } else if (n + 1 < lines.size()) {
-            errors.Raise(10053, kSource, "The line '" + line + "' cannot be recognized.");
+            std::string message = "The line '";
+            message += line;
+            message += "' cannot be recognized.";
+            errors.Raise(10053, kSource, message);
         }
     }
 
     if (file.mstrCustomer.empty())
         file.mstrCustomer = file.mstrConfiguration;
     if (file.mstrModificationDate.empty())
-        file.mstrModificationDate = FileDateText(path);
+        file.mstrModificationDate = fileDate;
 
     if (countI != 0 && countF != 0) {
         file.mintDCount = countD;

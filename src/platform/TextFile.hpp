@@ -9,7 +9,8 @@ std::optional<std::string> ReadTextFile(const std::string& path);
 
 // Writes text to a temporary file beside the target, flushes it, then renames it over the
 // target, so that a failed write never leaves a truncated file where a good one stood. Returns
-// an empty text on success, else what went wrong.
+// an empty text on success, else what went wrong. A path that is a symbolic link stays a link:
+// the file it points to is the one replaced, from a temporary file in that file's own folder.
 std::string WriteTextFileAtomically(const std::string& path, const std::string& text);
 
 }  // namespace pendulon

@@ -161,7 +161,7 @@ TableLayout MakeTableLayout6105A(const Window& form) {
         const int output = k % 3;
         std::string label = kOutputs[output];
         if (twoStates)
-            label += "(" + std::to_string(state) + ")";
+            label.append(1, '(').append(std::to_string(state)).append(1, ')');
         table.SetCell(row, 0, label);
 
         const std::string source = SelectedEntry(form, Indexed("cboClkDiv", output));

@@ -335,7 +335,11 @@ void frmMain::UpdateFileMenu(const std::string& strFile) {
     }
     for (int i = mintRecentFileCount - 1; i >= 1; --i) {
         if (!exists || i < noted) {
-            mnuFilePathArray[i + 1].SetCaption("&" + std::to_string(i + 1) + " " + RecentPath(i));
+            std::string caption(1, '&');
+            caption += std::to_string(i + 1);
+            caption += ' ';
+            caption += RecentPath(i);
+            mnuFilePathArray[i + 1].SetCaption(caption);
         }
     }
     mnuFilePathArray[1].SetCaption("&1 " + strFile);

@@ -517,5 +517,29 @@ TEST_F(EntryFile4860Test, FailedWriteOverAFolderKeepsItsContentAndLeavesNoTempor
     EXPECT_EQ(entries, 1u);
 }
 
+TEST_F(EntryFile4860Test, SavingThroughALinkKeepsTheLinkAndWritesItsTarget) {
+    namespace fs = std::filesystem;
+    fs::create_directory(fs::path(dir) / "real");
+    const std::string target = test::WriteBytes(dir + "/real", "design.ent", "old");
+    const std::string link = dir + "/design.ent";
+    fs::create_symlink("real/design.ent", link);
+    const std::string vectorTarget = test::WriteBytes(dir + "/real", "design.jed", "old");
+    const std::string vectorLink = dir + "/design.jed";
+    fs::create_symlink(fs::absolute(vectorTarget), vectorLink);
+    Use(Form4860F(app));
+    cls.MakeEntryFile();
+
+    cls.WriteEntryFile(link);
+    cls.MakeEPROMVector(vectorLink, true);
+
+    EXPECT_TRUE(Numbers().empty());
+    EXPECT_TRUE(fs::is_symlink(fs::symlink_status(link)));
+    EXPECT_EQ(fs::read_symlink(link), fs::path("real/design.ent"));
+    EXPECT_NE(test::ReadFile(target), "old");
+    EXPECT_NE(test::ReadFile(target).find("# f "), std::string::npos);
+    EXPECT_TRUE(fs::is_symlink(fs::symlink_status(vectorLink)));
+    EXPECT_NE(test::ReadFile(vectorTarget).find("L0000"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace pendulon

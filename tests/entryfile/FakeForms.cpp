@@ -16,7 +16,11 @@ AppFixture::AppFixture() {
 
 void FillDividerList(ListField& list) {
     list.Clear();
-    for (int n = 1; n <= 8; ++n) list.AddItem("/" + std::to_string(n));
+    for (int n = 1; n <= 8; ++n) {
+        std::string item(1, '/');
+        item += std::to_string(n);
+        list.AddItem(item);
+    }
     list.AddItem("Off");
     list.SetListIndex(0);
 }

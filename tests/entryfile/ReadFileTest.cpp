@@ -180,6 +180,18 @@ TEST_F(ReadFileTest, AnyLineEnding) {
     EXPECT_EQ(Numbers(), std::vector<long>({10053, 10053, 10053}));
 }
 
+TEST_F(ReadFileTest, MixedLineEndsEmptyLinesAndAClosingCR) {
+    // LF CR is two line ends, CR CR LF as well; the closing CR opens no line.
+    EXPECT_TRUE(Read("# f 1\n\r# i 2\r\r\n# z\n\n# i 3\r"));
+    EXPECT_EQ(Numbers(), std::vector<long>({10053}));
+    EXPECT_EQ(entry.mintFCount, 1);
+    EXPECT_EQ(entry.mintICount, 2);
+    EXPECT_EQ(entry.i(1), 3);
+    // Without the closing line end the unknown tag is the last line and passes silently.
+    EXPECT_TRUE(Read("# f 1\r\n# i 2\r\n# z"));
+    EXPECT_EQ(Numbers(), std::vector<long>({10053}));
+}
+
 TEST_F(ReadFileTest, SixteenBitOverflowIsReportedValueKeptReadingGoesOn) {
     entry.set_i(0, 11);
     EXPECT_TRUE(Read("# f 1\n# i 40000 ;0\n# i 5 ;1\n# p 99999\n# m -40000\n"));
@@ -265,6 +277,70 @@ TEST_F(ReadFileTest, CounterPastIntegerRangeOverflowsAndStays) {
     EXPECT_EQ(numbers.front(), 9);
     EXPECT_EQ(numbers.back(), 6);
     EXPECT_EQ(entry.mintICount, 32767);
+}
+
+std::vector<std::string> MessageTexts(const HeadlessPlatform& platform) {
+    std::vector<std::string> texts;
+    for (const auto& message : platform.Messages())
+        texts.push_back(message.Title + "|" + message.Text);
+    return texts;
+}
+
+// The text of a file read in memory gives the very image and messages the file itself gives.
+TEST_F(ReadFileTest, TextInMemoryReadsAsTheFileDoes) {
+    const std::vector<std::string> texts = {
+        "# s qx4860sc-01\r\n# b 1\r\n# r abcdef\r\n# d 1 ;0\r\n# f 14.31818 ;0\r\n"
+        "Modification Date: Jan/02/2002\r\nCustomer: Acme\r\n# i 3 ;0\r\n# m 12\r\n# p 14\r\n",
+        "# f 1\n# i 40000 ;0\n# q odd\n# i 5 ;1\n# p 99999\n",
+        "# f 1 ;0\r# f 2 ;1\r",
+        "",
+        std::string("# f 1\n\0# i 2\n", 14),
+    };
+    for (const std::string& text : texts) {
+        const std::string path = WriteBytes(dir, "same.ent", text);
+        test::ReportFixture fromFile;
+        clsEntryFile read(fromFile.errors);
+        const bool fileAccepted = mFileAccessor::ReadFile(path, read);
+        test::ReportFixture fromText;
+        clsEntryFile parsed(fromText.errors);
+        const bool textAccepted =
+            mFileAccessor::ParseFile(text, path, read.mstrModificationDate, parsed);
+        EXPECT_EQ(textAccepted, fileAccepted) << text;
+        EXPECT_EQ(MessageTexts(fromText.platform), MessageTexts(fromFile.platform)) << text;
+        EXPECT_EQ(parsed.mstrPartDescription, read.mstrPartDescription);
+        EXPECT_EQ(parsed.mstrCustomer, read.mstrCustomer);
+        EXPECT_EQ(parsed.mstrModificationDate, read.mstrModificationDate);
+        EXPECT_EQ(parsed.mstrRValue, read.mstrRValue);
+        EXPECT_EQ(parsed.mintBValue, read.mintBValue);
+        EXPECT_EQ(parsed.mintMValue, read.mintMValue);
+        EXPECT_EQ(parsed.mintPValue, read.mintPValue);
+        EXPECT_EQ(parsed.mintFCount, read.mintFCount);
+        EXPECT_EQ(parsed.mintICount, read.mintICount);
+        EXPECT_EQ(parsed.mintDCount, read.mintDCount);
+        for (int n = 0; n < 2; ++n) {
+            EXPECT_EQ(parsed.f(n), read.f(n));
+            EXPECT_EQ(parsed.i(n), read.i(n));
+            EXPECT_EQ(parsed.d(n), read.d(n));
+        }
+    }
+}
+
+TEST_F(ReadFileTest, TextWithoutDateLineTakesTheGivenDate) {
+    EXPECT_TRUE(mFileAccessor::ParseFile("# f 1\n# i 1\n", "x.ent", "1/25/2002 2:04:05 PM", entry));
+    EXPECT_EQ(entry.mstrModificationDate, "1/25/2002 2:04:05 PM");
+    clsEntryFile dated(errors);
+    EXPECT_TRUE(mFileAccessor::ParseFile("Modification Date: Jan/02/2002\n# f 1\n# i 1\n", "x.ent",
+                                         "1/25/2002 2:04:05 PM", dated));
+    EXPECT_EQ(dated.mstrModificationDate, "Jan/02/2002");
+    EXPECT_TRUE(platform.Messages().empty());
+}
+
+TEST_F(ReadFileTest, RefusedTextNamesTheGivenPath) {
+    EXPECT_FALSE(mFileAccessor::ParseFile("# f 1\n", "/some/where/f.ent", "", entry));
+    ASSERT_EQ(Numbers(), std::vector<long>({10052}));
+    EXPECT_EQ(Description(0),
+              "The file '/some/where/f.ent' is not a correctly formatted ENT file.");
+    EXPECT_EQ(entry.mintFCount, 0);
 }
 
 }  // namespace

@@ -1,53 +1,35 @@
-// Feeds arbitrary bytes to the entry-file reader as the content of a file. The reader must
-// never crash, hang or read out of bounds, whatever the file holds.
-#include <unistd.h>
-
+// Feeds arbitrary bytes to the entry-file reader as the text of a file. The reader must never
+// crash, hang or read out of bounds, whatever the file holds. The text goes straight to the
+// parser: no file is written.
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <string_view>
 
 #include "entryfile/ReadFile.hpp"
 #include "entryfile/clsEntryFile.hpp"
 #include "platform/ErrorReport.hpp"
 #include "platform/HeadlessPlatform.hpp"
 
-namespace {
-
-const std::string& InputPath() {
-    static const std::string path = [] {
-        char pattern[] = "/tmp/pendulon-fuzz-XXXXXX";
-        const int fd = ::mkstemp(pattern);
-        if (fd < 0)
-            std::abort();
-        ::close(fd);
-        return std::string(pattern);
-    }();
-    return path;
-}
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string& path = InputPath();
-    FILE* file = std::fopen(path.c_str(), "wb");
-    if (!file)
-        std::abort();
-    if (size > 0 && std::fwrite(data, 1, size, file) != size)
-        std::abort();
-    std::fclose(file);
-
-    pendulon::HeadlessPlatform platform;
-    pendulon::ErrorReport errors(platform, [] { return std::string("Pendulon"); });
+    // One platform for the whole run; each input starts with no message recorded.
+    static pendulon::HeadlessPlatform platform;
+    static pendulon::ErrorReport errors(platform, [] { return std::string("Pendulon"); });
+    platform.ClearMessages();
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
     pendulon::clsEntryFile entry(errors);
-    const bool accepted = pendulon::mFileAccessor::ReadFile(path, entry);
+    const bool accepted =
+        pendulon::mFileAccessor::ParseFile(text, "fuzz.ent", "1/2/2003 4:05:06 AM", entry);
     // An accepted file has counted at least one "f" and one "i" value; a refused one none.
     if (accepted && (entry.mintFCount <= 0 || entry.mintICount <= 0))
         std::abort();
     if (!accepted && (entry.mintFCount != 0 || entry.mintICount != 0))
         std::abort();
     if (!accepted && platform.Messages().empty())
+        std::abort();
+    // A file without its own date takes the one it was given.
+    if (entry.mstrModificationDate.empty())
         std::abort();
     return 0;
 }

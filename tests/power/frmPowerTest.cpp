@@ -63,7 +63,10 @@ class PowerTestForm : public Configurator {
         model.SetVDD(opt3V.Value() ? 3.3 : 5.0);
         power.SetFootnote("");
         for (int r = 0; r < 8; ++r) {
-            power.SetCell(r, 0, " " + mShared::ConvertDecimalToBinary(r, 3) + " ");
+            std::string state(1, ' ');
+            state += mShared::ConvertDecimalToBinary(r, 3);
+            state += ' ';
+            power.SetCell(r, 0, state);
             power.SetCell(r, 1, GeneralNumber(model.GetIDD(1)));
             power.SetCell(r, 2, GeneralNumber(model.GetIDD(0)));
         }

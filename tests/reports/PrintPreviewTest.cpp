@@ -272,6 +272,21 @@ TEST_F(PrintPreview, SaveWritesTheTextWithCrLfAndGivesTheHint) {
     EXPECT_TRUE(platform.Messages().empty());
 }
 
+TEST_F(PrintPreview, SaveThroughALinkKeepsTheLinkAndWritesItsTarget) {
+    namespace fs = std::filesystem;
+    auto& f = Load();
+    const std::string dir = test::MakeTempDir();
+    fs::create_directory(dir + "/real");
+    ASSERT_EQ(WriteTextFileAtomically(dir + "/real/document.txt", "old\r\n"), "");
+    fs::create_symlink("real/document.txt", dir + "/document.txt");
+    f.txtPrintout.SetText("new");
+    platform.QueueFileAnswer(dir + "/document.txt");
+    f.cmdSave_Click();
+    EXPECT_TRUE(platform.Messages().empty());
+    EXPECT_TRUE(fs::is_symlink(fs::symlink_status(dir + "/document.txt")));
+    EXPECT_EQ(test::ReadFile(dir + "/real/document.txt"), "new\r\n");
+}
+
 TEST_F(PrintPreview, CancelledSaveDoesNothing) {
     auto& f = Load();
     f.txtPrintout.SetText("text");

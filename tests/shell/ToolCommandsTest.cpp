@@ -41,8 +41,8 @@ struct ToolHarness : ShellHarness {
     ToolHarness() {
         folder = MakeTempDir();
         platform.SetAppDirectory(folder);
-        app.ConfiguratorFactory = [this](Application& a,
-                                         const std::string&) -> std::unique_ptr<Configurator> {
+        app.ConfiguratorFactory = [](Application& a,
+                                     const std::string&) -> std::unique_ptr<Configurator> {
             return std::make_unique<PLLFieldsConfigurator>(a);
         };
         Start();

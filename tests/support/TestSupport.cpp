@@ -2,17 +2,20 @@
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstdio>
-
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <random>
 #include <sstream>
+#include <stdexcept>
 
 namespace pendulon::test {
 
-std::string DataPath(const std::string& name) { return std::string(PENDULON_TEST_DATA) + "/" + name; }
+std::string DataPath(const std::string& name) {
+    return std::string(PENDULON_TEST_DATA) + "/" + name;
+}
 
 std::string ReadFile(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
@@ -22,30 +25,31 @@ std::string ReadFile(const std::string& path) {
     return buffer.str();
 }
 
-namespace {
-// Every folder a test made goes when the test program ends, whatever the tests' results.
-struct TempDirs {
-    std::vector<std::filesystem::path> made;
-    ~TempDirs() {
-        std::error_code ignored;
-        for (const auto& dir : made) std::filesystem::remove_all(dir, ignored);
-    }
-};
-TempDirs& Made() {
-    static TempDirs dirs;
-    return dirs;
+TempDir::TempDir() {
+    namespace fs = std::filesystem;
+    std::string pattern = (fs::temp_directory_path() / "pendulon-test-XXXXXX").string();
+    if (::mkdtemp(pattern.data()) == nullptr)
+        throw std::runtime_error("cannot make a temporary folder: " + pattern);
+    path_ = pattern;
 }
-}  // namespace
+
+TempDir::~TempDir() {
+    std::error_code ec;
+    std::filesystem::remove_all(path_, ec);
+}
+
+std::string TempDir::operator/(const std::string& name) const {
+    return (std::filesystem::path(path_) / name).string();
+}
 
 std::string MakeTempDir() {
-    namespace fs = std::filesystem;
-    std::random_device device;
+    // Destroyed when the program exits: every folder handed out goes with it.
+    static const TempDir root;
+    static int counter = 0;
     for (;;) {
-        fs::path dir = fs::temp_directory_path() / ("pendulon-test-" + std::to_string(device()));
-        if (fs::create_directory(dir)) {
-            Made().made.push_back(dir);
-            return dir.string();
-        }
+        const std::string dir = root / std::to_string(++counter);
+        if (std::filesystem::create_directory(dir))
+            return dir;
     }
 }
 
@@ -63,18 +67,28 @@ std::string Quote(const std::string& text) {
 }
 }  // namespace
 
-CliResult RunCli(const std::vector<std::string>& args, const std::vector<std::string>& environment) {
+CliResult RunCli(const std::vector<std::string>& args,
+                 const std::vector<std::string>& environment) {
     const std::string dir = MakeTempDir();
     const std::string errPath = (std::filesystem::path(dir) / "stderr.txt").string();
     std::string command;
-    for (const auto& setting : environment) command += Quote(setting) + " ";
-    if (!environment.empty()) command = "env " + command;
+    if (!environment.empty())
+        command += "env ";
+    for (const auto& setting : environment) {
+        command += Quote(setting);
+        command += ' ';
+    }
     command += Quote(PENDULON_CLI);
-    for (const auto& arg : args) command += " " + Quote(arg);
-    command += " 2>" + Quote(errPath);
+    for (const auto& arg : args) {
+        command += ' ';
+        command += Quote(arg);
+    }
+    command += " 2>";
+    command += Quote(errPath);
     CliResult result;
     FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) return result;
+    if (pipe == nullptr)
+        return result;
     char buffer[4096];
     size_t n = 0;
     while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0) result.out.append(buffer, n);

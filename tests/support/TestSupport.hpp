@@ -8,7 +8,25 @@ namespace pendulon::test {
 std::string DataPath(const std::string& name);
 // Reads a whole file; fails the test when it cannot.
 std::string ReadFile(const std::string& path);
-// A fresh empty folder under the system's temporary folder.
+// A fresh folder "pendulon-test-XXXXXX" under the system's temporary folder, removed with all
+// it holds when the object goes, whether the test passed or failed.
+class TempDir {
+  public:
+    TempDir();
+    ~TempDir();
+    TempDir(const TempDir&) = delete;
+    TempDir& operator=(const TempDir&) = delete;
+
+    const std::string& Path() const { return path_; }
+    // The path of `name` inside the folder.
+    std::string operator/(const std::string& name) const;
+
+  private:
+    std::string path_;
+};
+
+// A fresh empty folder inside one TempDir of the whole test program, which goes when the
+// program ends (after a failed test as well).
 std::string MakeTempDir();
 
 // What a run of pendulon-cli gave.
