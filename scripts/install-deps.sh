@@ -9,6 +9,8 @@ packages=(
   clang libclang-rt-14-dev
   xvfb xdotool x11-apps imagemagick xauth
   poppler-utils mame-tools fonts-dejavu-core
+  # Pinouts are drawn in Arial; its metric twin keeps them as wide on screen as laid out.
+  fonts-liberation
 )
 
 missing=()

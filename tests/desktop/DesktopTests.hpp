@@ -12,5 +12,6 @@ QObject* MakeMainWindowTest();
 QObject* MakeShellViewsTest();
 QObject* MakeConfiguratorViewsTest();
 QObject* MakePrintPreviewViewTest();
+QObject* MakePinoutDrawingTest();
 
 }  // namespace pendulon::test

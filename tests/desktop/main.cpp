@@ -13,7 +13,8 @@ int main(int argc, char** argv) {
          {pendulon::test::MakeBinderTest, pendulon::test::MakePictureViewTest,
           pendulon::test::MakeQtPlatformTest, pendulon::test::MakeMenuTest,
           pendulon::test::MakeMainWindowTest, pendulon::test::MakeShellViewsTest,
-          pendulon::test::MakeConfiguratorViewsTest, pendulon::test::MakePrintPreviewViewTest}) {
+          pendulon::test::MakeConfiguratorViewsTest, pendulon::test::MakePrintPreviewViewTest,
+          pendulon::test::MakePinoutDrawingTest}) {
         std::unique_ptr<QObject> test(make());
         // PENDULON_TEST_CLASS=QtPlatformTest runs one class, so that its functions can be named.
         const QByteArray only = qgetenv("PENDULON_TEST_CLASS");
