@@ -173,6 +173,7 @@ int QtPlatform::MsgBox(const std::string& prompt, int style, const std::string& 
     else if (buttons.size() == 1)
         box.setEscapeButton(buttons[0]);
     box.exec();
+    ReturnFocus();
     QAbstractButton* clicked = box.clickedButton();
     if (clicked == nullptr)
         return msgbox::DefaultAnswer(style);
@@ -288,6 +289,14 @@ void QtPlatform::ShowModal(Window& window) {
     delete view;
     // The window is modal for as long as it is shown; leaving the dialog hides it.
     window.SetVisible(false);
+    ReturnFocus();
+}
+
+void QtPlatform::ReturnFocus() {
+    // Without a window manager nobody gives the keyboard back when a modal window closes: the
+    // window it belongs to takes it back itself.
+    if (dialogParent_ != nullptr && dialogParent_->isVisible())
+        dialogParent_->activateWindow();
 }
 
 std::string QtPlatform::GetSetting(const std::string& app, const std::string& section,

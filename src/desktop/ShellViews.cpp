@@ -230,6 +230,30 @@ QWidget* AboutKITEView(frmAboutKITE& form, QWidget* parent, int tppX, int tppY) 
     return view;
 }
 
+// Starts a timer once its widget is first shown.
+class StartOnShow : public QObject {
+  public:
+    StartOnShow(QWidget* widget, int milliseconds, std::function<void()> tick)
+        : QObject(widget), widget_(widget), milliseconds_(milliseconds), tick_(std::move(tick)) {
+        widget->installEventFilter(this);
+    }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == widget_ && event->type() == QEvent::Show && !started_) {
+            started_ = true;
+            QTimer::singleShot(milliseconds_, widget_, tick_);
+        }
+        return false;
+    }
+
+  private:
+    QWidget* widget_;
+    int milliseconds_;
+    std::function<void()> tick_;
+    bool started_ = false;
+};
+
 QWidget* SplashView(frmSplash& form, Application& app, QWidget* parent, int tppX, int tppY) {
     auto* view = new QWidget(parent);
     ViewBuilder make(view, tppX, tppY);
@@ -247,9 +271,10 @@ QWidget* SplashView(frmSplash& form, Application& app, QWidget* parent, int tppX
     build->setAlignment(Qt::AlignCenter);
     layout->addWidget(build);
     new Binder(form, view, tppX, tppY);
-    // The splash's one timer: a tick unloads the window.
+    // The splash's one timer: a tick unloads the window. It runs from the moment the splash
+    // is on the screen, so that it cannot go by before the splash shows.
     if (form.tmrSplashEnabled) {
-        QTimer::singleShot(form.tmrSplashInterval, view, [&form] {
+        new StartOnShow(view, form.tmrSplashInterval, [&form] {
             if (form.tmrSplashEnabled)
                 form.tmrSplash_Timer();
         });
