@@ -12,11 +12,14 @@ trap '[ -n "$XVFB_PID" ] && kill "$XVFB_PID" 2>/dev/null; rm -rf "$CONFIG"' EXIT
 
 # Our own X server on a display number the server itself picks as free, so that no other
 # server on the machine can be taken for ours; it writes the number once it accepts clients.
-# The server must answer there while it runs, else ours tries again.
+# The server must answer there while it runs, else ours tries again. An X server starts
+# afresh whenever its last client has gone, and refuses connections while it does: a program
+# started just after the previous one ended (or after a probe with xdotool) would find no
+# display. Ours never starts afresh (-noreset).
 start_x() {
     for attempt in 1 2 3; do
         : >"$CONFIG/display"
-        Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$CONFIG/display" \
+        Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$CONFIG/display" \
             2>"$CONFIG/xvfb.log" &
         XVFB_PID=$!
         for _ in $(seq 1 300); do
