@@ -11,6 +11,8 @@ packages=(
   poppler-utils mame-tools fonts-dejavu-core
   dpkg-dev file desktop-file-utils shared-mime-info appstream libxml2-utils xdg-utils
   libfile-mimeinfo-perl libglib2.0-bin libqt6svg6 x11-utils python3
+  # Pinouts are drawn in Arial; its metric twin keeps them as wide on screen as laid out.
+  fonts-liberation
 )
 
 missing=()

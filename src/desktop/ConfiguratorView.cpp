@@ -13,11 +13,14 @@
 #include <QRadioButton>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
 
 #include "configurators/Configurator.hpp"
 #include "desktop/Binder.hpp"
 #include "desktop/FloatingPanel.hpp"
 #include "desktop/PictureView.hpp"
+#include "platform/PictureBox.hpp"
 
 namespace pendulon {
 
@@ -136,16 +139,53 @@ QLabel* ConfiguratorView::DeviceLabel() {
     return label;
 }
 
+QSizeF ConfiguratorView::Overflow(const PictureBox& picture) {
+    double over_x = 0, over_y = 0;
+    for (const DrawOp& op : picture.DisplayList()) {
+        double left = std::min(op.x1, op.x2), right = std::max(op.x1, op.x2);
+        double top = std::min(op.y1, op.y2), bottom = std::max(op.y1, op.y2);
+        if (op.type == DrawOp::Type::Text) {
+            right = op.x1 + picture.Metrics().TextWidth(op.font, op.text);
+            bottom = op.y1 + picture.Metrics().TextHeight(op.font, op.text);
+        } else if (op.type == DrawOp::Type::Arc) {
+            left = op.x1 - op.radius;
+            right = op.x1 + op.radius;
+            top = op.y1 - op.radius;
+            bottom = op.y1 + op.radius;
+        }
+        over_x = std::max({over_x, -left, right - picture.Width()});
+        over_y = std::max({over_y, -top, bottom - picture.Height()});
+    }
+    return QSizeF(over_x, over_y);
+}
+
 PictureView* ConfiguratorView::PinoutPicture(double width, double height,
                                              const std::function<void()>& redraw) {
-    // The chip is drawn in the middle of its picture: give the picture its room, then draw.
+    // The chip is drawn in the middle of its picture and measured in the font it is painted
+    // in: give the picture its room and its view, then draw, whatever was drawn before.
     if (form_.picPinout.Width() <= 0 || form_.picPinout.Height() <= 0) {
         form_.picPinout.SetWidth(width);
         form_.picPinout.SetHeight(height);
-        if (redraw)
-            redraw();
     }
     pinout_ = new PictureView(form_.picPinout, twipsPerPixelX_, twipsPerPixelY_, this);
+    if (redraw) {
+        redraw();
+        // Long pin names in a wide font may reach past the picture: widen it on both sides,
+        // keeping the chip in the middle, and draw again.
+        // The chip's place is snapped to whole pixels, so a pixel more on each side it overflows.
+        auto more = [](double over, int pixel) {
+            return over > 0 ? 2 * (std::ceil(over / pixel) + 1) * pixel : 0.0;
+        };
+        for (int attempt = 0; attempt < 3; ++attempt) {
+            const QSizeF over = Overflow(form_.picPinout);
+            if (over.width() <= 0 && over.height() <= 0)
+                break;
+            form_.picPinout.SetWidth(form_.picPinout.Width() + more(over.width(), twipsPerPixelX_));
+            form_.picPinout.SetHeight(form_.picPinout.Height() +
+                                      more(over.height(), twipsPerPixelY_));
+            redraw();
+        }
+    }
     pinout_->setFixedSize(pinout_->sizeHint());
     // The picture is sized when the chip is drawn; the view keeps its size in step.
     pinoutObserver_ = form_.picPinout.AddObserver([this](Field&) {

@@ -1,4 +1,5 @@
 #pragma once
+#include <QSizeF>
 #include <QWidget>
 #include <functional>
 
@@ -16,6 +17,7 @@ class Binder;
 class Configurator;
 class FloatingPanel;
 class ListField;
+class PictureBox;
 class PictureView;
 class ViewBuilder;
 
@@ -52,6 +54,10 @@ class ConfiguratorView : public QWidget {
     // The pinout, in a picture of the given size in twips; redraw draws the chip anew once the
     // picture has its size.
     PictureView* PinoutPicture(double width, double height, const std::function<void()>& redraw);
+
+    // How far a drawing reaches past its picture on the worse side, across and down, in
+    // twips; zero where it fits.
+    static QSizeF Overflow(const PictureBox& picture);
 
     // Binds every named widget, adds the floating panels on top, and sizes the view.
     void Bind();

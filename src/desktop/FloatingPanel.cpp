@@ -4,6 +4,8 @@
 
 #include <QApplication>
 #include <QMouseEvent>
+#include <QTimer>
+#include <algorithm>
 #include <cmath>
 
 #include "platform/PictureBox.hpp"
@@ -26,6 +28,8 @@ FloatingPanel::FloatingPanel(Application& app, PictureBox& picture, int twipsPer
     setAttribute(Qt::WA_OpaquePaintEvent);
     setCursor(Qt::ArrowCursor);
     observerId_ = picture.AddObserver([this](Field&) { FollowModel(); });
+    if (parent != nullptr)
+        parent->installEventFilter(this);
     FollowModel();
 }
 
@@ -50,6 +54,73 @@ FloatingPanel* FloatingPanel::Find(const Field& picture) {
     return nullptr;
 }
 
+QPoint FloatingPanel::FreePlace(const QSize& size, const QRect& area,
+                                const std::vector<QRect>& taken) {
+    constexpr int kStep = 4;  // pixels between the places tried
+    constexpr int kGap = 4;   // pixels kept free around each field
+    const int right = std::max(area.left(), area.right() + 1 - size.width());
+    const int bottom = std::max(area.top(), area.bottom() + 1 - size.height());
+    QPoint best(right, bottom);
+    long long leastCovered = -1;
+    for (int y = bottom; y >= area.top(); y -= kStep) {
+        for (int x = right; x >= area.left(); x -= kStep) {
+            const QRect place(QPoint(x, y), size);
+            long long covered = 0;
+            for (const QRect& field : taken) {
+                const QRect common = field.adjusted(-kGap, -kGap, kGap, kGap).intersected(place);
+                if (!common.isEmpty())
+                    covered += static_cast<long long>(common.width()) * common.height();
+            }
+            if (covered == 0)
+                return place.topLeft();
+            if (leastCovered < 0 || covered < leastCovered) {
+                leastCovered = covered;
+                best = place.topLeft();
+            }
+        }
+    }
+    return best;
+}
+
+std::vector<QRect> FloatingPanel::FieldRectangles(const QWidget& host) {
+    std::vector<QRect> fields;
+    for (const QWidget* widget : host.findChildren<QWidget*>()) {
+        const QString name = widget->objectName();
+        if (name.isEmpty() || name.startsWith("qt_") || !widget->isVisible() ||
+            qobject_cast<const FloatingPanel*>(widget) != nullptr)
+            continue;
+        // Only the part in sight: a row scrolled out of its panel hides nothing.
+        const QRect seen = widget->visibleRegion().boundingRect();
+        if (!seen.isEmpty())
+            fields.emplace_back(seen.translated(widget->mapTo(&host, QPoint(0, 0))));
+    }
+    return fields;
+}
+
+bool FloatingPanel::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == parentWidget() && event->type() == QEvent::Show && placeWanted_)
+        QTimer::singleShot(0, this, [this] { TakeFreePlace(); });
+    return PictureView::eventFilter(watched, event);
+}
+
+void FloatingPanel::TakeFreePlace() {
+    QWidget* host = parentWidget();
+    if (placed_ || host == nullptr || !host->isVisible())
+        return;  // the document's show asks again
+    placed_ = true;
+    placeWanted_ = false;
+    PictureBox& picture = Picture();
+    if (picture.Left() == 0 && picture.Top() == 0) {
+        // Fields the present change showed take their places first.
+        for (int pass = 0; pass < 3; ++pass)
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        const QPoint place = FreePlace(size(), host->rect(), FieldRectangles(*host));
+        picture.Move(place.x() * double(twipsPerPixelX_), place.y() * double(twipsPerPixelY_));
+    }
+    // Any other place is the one the user left it at.
+    FollowModel();
+}
+
 void FloatingPanel::FollowModel() {
     if (dragging_)
         return;  // the mouse has the panel until it lets go
@@ -62,8 +133,17 @@ void FloatingPanel::FollowModel() {
     if (pos() != place)
         move(place);
     // A panel that has not been painted yet would be an empty box over the fields.
-    const bool shown = picture.Visible() && picture.Width() > 0 && picture.Height() > 0 &&
-                       !picture.DisplayList().empty();
+    bool shown = picture.Visible() && picture.Width() > 0 && picture.Height() > 0 &&
+                 !picture.DisplayList().empty();
+    if (shown && !placed_) {
+        // It shows once it has its place, when the document has laid out the fields the
+        // present event shows.
+        shown = false;
+        if (!placeWanted_) {
+            placeWanted_ = true;
+            QTimer::singleShot(0, this, [this] { TakeFreePlace(); });
+        }
+    }
     if (shown == isHidden())
         setVisible(shown);
     if (shown)

@@ -1,5 +1,8 @@
 #pragma once
 #include <QPoint>
+#include <QRect>
+#include <QSize>
+#include <vector>
 
 #include "desktop/PictureView.hpp"
 
@@ -26,20 +29,34 @@ class FloatingPanel : public PictureView {
     static double TitleHeight(const PictureBox& picture);
     // The live panel that shows this picture, if any.
     static FloatingPanel* Find(const Field& picture);
+    // Where a panel of this size covers none of the taken rectangles inside the area: the
+    // lowest such place, and of those the rightmost, so that it stands beside the buttons at
+    // the bottom right of a document. With no such place, the one that covers the least.
+    static QPoint FreePlace(const QSize& size, const QRect& area, const std::vector<QRect>& taken);
+    // The rectangles of the fields in sight in a document view: every named widget but the
+    // panels, as far as it is not scrolled or clipped away.
+    static std::vector<QRect> FieldRectangles(const QWidget& host);
 
   protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     void FollowModel();
+    // On its first show a panel that has no place of its own yet (its picture stands at the
+    // document's corner, where the stored place is missing or unusable) takes a free one.
+    void TakeFreePlace();
 
     Application& app_;
     int twipsPerPixelX_;
     int twipsPerPixelY_;
     int observerId_ = 0;
     bool dragging_ = false;
+    bool placed_ = false;
+    bool placeWanted_ = false;
     QPoint grabGlobal_;
     QPoint grabPos_;
 };

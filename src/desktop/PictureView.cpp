@@ -25,7 +25,7 @@ PictureView::PictureView(PictureBox& picture, int twipsPerPixelX, int twipsPerPi
 
 PictureView::~PictureView() {
     picture_.RemoveObserver(observerId_);
-    picture_.SetTextMetrics(&HeadlessTextMetrics::Instance());
+    picture_.SetTextMetrics(nullptr);
 }
 
 QSize PictureView::sizeHint() const {

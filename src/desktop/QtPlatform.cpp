@@ -18,6 +18,7 @@
 #include <QPrinter>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QResizeEvent>
 #include <QScreen>
 #include <QSettings>
 #include <QTemporaryFile>
@@ -52,6 +53,25 @@ class ModalDialog : public QDialog {
         : QDialog(parent), window_(window), views_(views) {}
     void reject() override { views_.RequestClose(window_); }
 
+  protected:
+    // A window that grows while it is shown (the device selection when it shows a second
+    // pinout) stays on its screen.
+    void resizeEvent(QResizeEvent* event) override {
+        QDialog::resizeEvent(event);
+        QScreen* where = screen();
+        if (!isVisible() || where == nullptr)
+            return;
+        const QRect room = where->availableGeometry();
+        const QRect frame = frameGeometry();
+        if (room.contains(frame))
+            return;
+        const int x =
+            std::max(room.left(), std::min(frame.left(), room.right() + 1 - frame.width()));
+        const int y =
+            std::max(room.top(), std::min(frame.top(), room.bottom() + 1 - frame.height()));
+        move(x, y);
+    }
+
   private:
     Window& window_;
     const ViewRegistry& views_;
@@ -59,8 +79,15 @@ class ModalDialog : public QDialog {
 
 }  // namespace
 
-QtPlatform::QtPlatform(ViewRegistry& views) : views_(views) {}
-QtPlatform::~QtPlatform() = default;
+QtPlatform::QtPlatform(ViewRegistry& views) : views_(views) {
+    // Every picture is measured in the fonts of this screen, also one drawn before its view.
+    SetScreenTextMetrics(&Metrics());
+}
+
+QtPlatform::~QtPlatform() {
+    if (&ScreenTextMetrics() == metrics_.get())
+        SetScreenTextMetrics(nullptr);
+}
 
 QPrinter& QtPlatform::Printer() {
     if (!printer_)
@@ -146,6 +173,7 @@ int QtPlatform::MsgBox(const std::string& prompt, int style, const std::string& 
     else if (buttons.size() == 1)
         box.setEscapeButton(buttons[0]);
     box.exec();
+    ReturnFocus();
     QAbstractButton* clicked = box.clickedButton();
     if (clicked == nullptr)
         return msgbox::DefaultAnswer(style);
@@ -261,6 +289,14 @@ void QtPlatform::ShowModal(Window& window) {
     delete view;
     // The window is modal for as long as it is shown; leaving the dialog hides it.
     window.SetVisible(false);
+    ReturnFocus();
+}
+
+void QtPlatform::ReturnFocus() {
+    // Without a window manager nobody gives the keyboard back when a modal window closes: the
+    // window it belongs to takes it back itself.
+    if (dialogParent_ != nullptr && dialogParent_->isVisible())
+        dialogParent_->activateWindow();
 }
 
 std::string QtPlatform::GetSetting(const std::string& app, const std::string& section,

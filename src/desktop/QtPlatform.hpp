@@ -23,6 +23,8 @@ class QtPlatform : public PlatformServices {
     ViewRegistry& Views() { return views_; }
     // The window that dialogs are shown over.
     void SetDialogParent(QWidget* parent) { dialogParent_ = parent; }
+    // Gives the keyboard back to the dialogs' parent once a modal window has closed.
+    void ReturnFocus();
     QPrinter& Printer();
 
     // "Entry Files (*.ent)|*.ent|All Files (*.*)|*.*" as Qt name filters.

@@ -1,6 +1,7 @@
 #include "desktop/ShellViews.hpp"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QFont>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -11,11 +12,13 @@
 #include <QRadioButton>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <functional>
 
 #include "desktop/Binder.hpp"
 #include "desktop/PictureView.hpp"
 #include "desktop/ViewBuilder.hpp"
 #include "desktop/ViewRegistry.hpp"
+#include "platform/PictureBox.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmAbout.hpp"
 #include "shell/frmAboutKITE.hpp"
@@ -52,12 +55,43 @@ QWidget* OptionsView(frmOptions& form, QWidget* parent, int tppX, int tppY) {
     return view;
 }
 
-QWidget* DeviceView(frmDevice& form, Application& app, QWidget* parent, int tppX, int tppY) {
-    // The pinout is laid out with the fonts it is shown in.
-    form.picPinout[0].SetTextMetrics(&app.Services().Metrics());
-    form.picPinout[1].SetTextMetrics(&app.Services().Metrics());
-    if (form.chkShowPinout.Value() != 0)
-        form.DrawPinout();
+// A picture that takes the room its layout gives it: the picture's own size follows its view,
+// and the drawing is made anew for the new size.
+class FollowViewSize : public QObject {
+  public:
+    FollowViewSize(PictureView* view, int tppX, int tppY, std::function<void()> redraw)
+        : QObject(view), view_(view), tppX_(tppX), tppY_(tppY), redraw_(std::move(redraw)) {
+        const QSize least = view->sizeHint();
+        view->setMinimumSize(least);
+        view->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+        view->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+        view->installEventFilter(this);
+    }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == view_ && event->type() == QEvent::Resize) {
+            PictureBox& picture = view_->Picture();
+            const double width = double(view_->width()) * tppX_;
+            const double height = double(view_->height()) * tppY_;
+            if (picture.Width() != width || picture.Height() != height) {
+                picture.SetWidth(width);
+                picture.SetHeight(height);
+                if (redraw_)
+                    redraw_();
+            }
+        }
+        return false;
+    }
+
+  private:
+    PictureView* view_;
+    int tppX_;
+    int tppY_;
+    std::function<void()> redraw_;
+};
+
+QWidget* DeviceView(frmDevice& form, QWidget* parent, int tppX, int tppY) {
     auto* view = new QWidget(parent);
     ViewBuilder make(view, tppX, tppY);
     auto* layout = new QHBoxLayout(view);
@@ -86,13 +120,23 @@ QWidget* DeviceView(frmDevice& form, Application& app, QWidget* parent, int tppX
     left->addWidget(make.Button("cmdDecisionTree"));
     layout->addLayout(left);
 
+    // The pinout fills its frame; the chips are drawn once their pictures have their views, so
+    // that they are measured in the font they are painted in.
     QGroupBox* pinout = make.Frame("fraPinout");
     auto* pictures = new QHBoxLayout(pinout);
-    pictures->addWidget(make.Picture(form.picPinout[0]));
-    pictures->addWidget(make.Picture(form.picPinout[1]));
-    layout->addWidget(pinout, 0, Qt::AlignTop);
+    auto redraw = [&form] {
+        if (form.chkShowPinout.Value() != 0)
+            form.DrawPinout();
+    };
+    for (int i = 0; i < form.picPinout.Count(); ++i) {
+        PictureView* picView = make.Picture(form.picPinout[i]);
+        new FollowViewSize(picView, tppX, tppY, redraw);
+        pictures->addWidget(picView);
+    }
+    layout->addWidget(pinout);
 
     new Binder(form, view, tppX, tppY);
+    redraw();
     // The wide window shows the pinout, the narrow one hides it.
     auto follow = [pinout](Window& window) {
         pinout->setVisible(window.Width() > frmDevice::kNarrowWidth);
@@ -186,6 +230,30 @@ QWidget* AboutKITEView(frmAboutKITE& form, QWidget* parent, int tppX, int tppY) 
     return view;
 }
 
+// Starts a timer once its widget is first shown.
+class StartOnShow : public QObject {
+  public:
+    StartOnShow(QWidget* widget, int milliseconds, std::function<void()> tick)
+        : QObject(widget), widget_(widget), milliseconds_(milliseconds), tick_(std::move(tick)) {
+        widget->installEventFilter(this);
+    }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == widget_ && event->type() == QEvent::Show && !started_) {
+            started_ = true;
+            QTimer::singleShot(milliseconds_, widget_, tick_);
+        }
+        return false;
+    }
+
+  private:
+    QWidget* widget_;
+    int milliseconds_;
+    std::function<void()> tick_;
+    bool started_ = false;
+};
+
 QWidget* SplashView(frmSplash& form, Application& app, QWidget* parent, int tppX, int tppY) {
     auto* view = new QWidget(parent);
     ViewBuilder make(view, tppX, tppY);
@@ -203,9 +271,10 @@ QWidget* SplashView(frmSplash& form, Application& app, QWidget* parent, int tppX
     build->setAlignment(Qt::AlignCenter);
     layout->addWidget(build);
     new Binder(form, view, tppX, tppY);
-    // The splash's one timer: a tick unloads the window.
+    // The splash's one timer: a tick unloads the window. It runs from the moment the splash
+    // is on the screen, so that it cannot go by before the splash shows.
     if (form.tmrSplashEnabled) {
-        QTimer::singleShot(form.tmrSplashInterval, view, [&form] {
+        new StartOnShow(view, form.tmrSplashInterval, [&form] {
             if (form.tmrSplashEnabled)
                 form.tmrSplash_Timer();
         });
@@ -227,7 +296,7 @@ void RegisterShellViews(ViewRegistry& views, Application& app) {
     views.Register(
         "frmDevice",
         [=, &app](Window& w, QWidget* p) {
-            return DeviceView(static_cast<frmDevice&>(w), app, p, tppX(), tppY());
+            return DeviceView(static_cast<frmDevice&>(w), p, tppX(), tppY());
         },
         [](Window& w) { static_cast<frmDevice&>(w).Form_QueryUnload(0); });
     views.Register("frmSummary", [=](Window& w, QWidget* p) {

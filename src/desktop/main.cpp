@@ -42,5 +42,7 @@ int main(int argc, char** argv) {
     app.Main().MDIForm_Load(args.join(' ').toStdString());
     if (app.Ended())
         return 0;
+    // Start-up is over (the splash has gone, the file is open): the main window has the keyboard.
+    platform.ReturnFocus();
     return QApplication::exec();
 }

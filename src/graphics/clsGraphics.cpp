@@ -262,9 +262,10 @@ void clsGraphics::DrawNotch3D(PictureBox& target, int x, int y, int size, Color 
     if (size <= 0)
         return;
     const double pi = std::numbers::pi;
-    // Cover the body's top edge where the notch opens, then the half circle: its left part lies
-    // in the shadow, its right part catches the light.
-    target.FilledBox(x - size, y, x + size, y + twipsY_, fill, fill);
+    // Cover the body's top edge and its groove where the notch opens, so that no line of the
+    // body runs through it, then the half circle: its left part lies in the shadow, its right
+    // part catches the light.
+    target.FilledBox(x - size, y, x + size, y + 3 * twipsY_, fill, fill);
     target.Arc(x, y, size, shadow, pi, 1.35 * pi, 1.0);
     target.Arc(x, y, size, highlight, 1.35 * pi, 2.0 * pi, 1.0);
 }

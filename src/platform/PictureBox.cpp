@@ -2,7 +2,7 @@
 
 namespace pendulon {
 
-PictureBox::PictureBox() : Field(FieldKind::Picture), metrics_(&HeadlessTextMetrics::Instance()) {
+PictureBox::PictureBox() : Field(FieldKind::Picture) {
     SetBackColor(colors::ButtonFace);
 }
 
@@ -87,9 +87,11 @@ void PictureBox::PrintAt(double x, double y, const std::string& text, Color colo
     CurrentY = y;
 }
 
-double PictureBox::TextWidth(std::string_view text) const { return metrics_->TextWidth(Font(), text); }
+double PictureBox::TextWidth(std::string_view text) const {
+    return Metrics().TextWidth(Font(), text);
+}
 double PictureBox::TextHeight(std::string_view text) const {
-    return metrics_->TextHeight(Font(), text);
+    return Metrics().TextHeight(Font(), text);
 }
 
 }  // namespace pendulon

@@ -25,7 +25,7 @@ struct DrawOp {
 // A picture field: a canvas that records what is drawn on it as a display list, and answers
 // text metrics through the platform's measurer.
 class PictureBox : public Field {
-public:
+  public:
     PictureBox();
 
     // Drawing state.
@@ -37,7 +37,11 @@ public:
     int ScaleMode = 1;  // twips
     bool AutoRedraw = false;
 
+    // The measurer of this picture's text; nullptr measures with the screen's.
     void SetTextMetrics(const TextMetrics* metrics) { metrics_ = metrics; }
+    const TextMetrics& Metrics() const {
+        return metrics_ != nullptr ? *metrics_ : ScreenTextMetrics();
+    }
     FontSpec Font() const { return FontSpec{FontName(), FontSize(), FontBold()}; }
 
     void Cls();
@@ -58,11 +62,11 @@ public:
     // Tells the view that the display list is complete and should be painted.
     void Refresh() { Notify(); }
 
-private:
+  private:
     void AddShape(DrawOp::Type type, double x1, double y1, double x2, double y2, Color color,
                   Color fill);
 
-    const TextMetrics* metrics_;
+    const TextMetrics* metrics_ = nullptr;
     std::vector<DrawOp> ops_;
 };
 

@@ -25,6 +25,18 @@ double HeadlessTextMetrics::TextHeight(const FontSpec& font, std::string_view te
     return std::round(static_cast<double>(lines) * font.Size * 24.0);
 }
 
+namespace {
+const TextMetrics* screenMetrics = nullptr;
+}  // namespace
+
+const TextMetrics& ScreenTextMetrics() {
+    return screenMetrics != nullptr ? *screenMetrics : HeadlessTextMetrics::Instance();
+}
+
+void SetScreenTextMetrics(const TextMetrics* metrics) {
+    screenMetrics = metrics;
+}
+
 const HeadlessTextMetrics& HeadlessTextMetrics::Instance() {
     static const HeadlessTextMetrics metrics;
     return metrics;

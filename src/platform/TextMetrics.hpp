@@ -13,7 +13,7 @@ struct FontSpec {
 // Measures text in twips. The desktop answers with the real font; the headless platform with
 // a fixed-pitch approximation, so that headless layouts are deterministic.
 class TextMetrics {
-public:
+  public:
     virtual ~TextMetrics() = default;
     virtual double TextWidth(const FontSpec& font, std::string_view text) const = 0;
     virtual double TextHeight(const FontSpec& font, std::string_view text) const = 0;
@@ -22,10 +22,18 @@ public:
 // Every character is 0.55 em wide (11/20 of the point size in twips times 20); a line is
 // 1.2 em high.
 class HeadlessTextMetrics : public TextMetrics {
-public:
+  public:
     double TextWidth(const FontSpec& font, std::string_view text) const override;
     double TextHeight(const FontSpec& font, std::string_view text) const override;
     static const HeadlessTextMetrics& Instance();
 };
+
+// The measurer of every picture that has not been given one of its own. It is the headless
+// one until a front end with real fonts installs its own, so that a drawing made before its
+// view exists is measured in the fonts it will be painted with.
+const TextMetrics& ScreenTextMetrics();
+// Installs the front end's measurer; nullptr goes back to the headless one. The measurer must
+// outlive its installation.
+void SetScreenTextMetrics(const TextMetrics* metrics);
 
 }  // namespace pendulon

@@ -14,6 +14,7 @@
 #include "configurators/frmQX6105A.hpp"
 #include "core/mShared.hpp"
 #include "desktop/Binder.hpp"
+#include "desktop/ConfiguratorView.hpp"
 #include "desktop/FloatingPanel.hpp"
 #include "desktop/QX4860View.hpp"
 #include "desktop/QX6105AView.hpp"
@@ -319,6 +320,96 @@ class ConfiguratorViewsTest : public QObject {
         QCOMPARE(panel->pos(), QPoint(60, 40));
     }
 
+    void powerPanelFirstShowsWhereItHidesNoField() {
+        // On the first run the stored place is the corner of the document (the default, or
+        // nothing stored at all): the panel takes a free place instead, and the picture keeps
+        // it. The QX6105A has room for it; the QX4860's panel is taller than any free room,
+        // and hides as little as a place can.
+        for (const char* device : {"QX6105A", "QX4860"}) {
+            for (const bool stored : {false, true}) {
+                DocumentFixture f;
+                if (stored) {
+                    f.platform.SaveSetting("Pendulon", "Setting", "PowerWindowTop", "0");
+                    f.platform.SaveSetting("Pendulon", "Setting", "PowerWindowLeft", "0");
+                }
+                f.app->Main().mnuViewPower.SetChecked(true);
+                QVERIFY(f.ShowAndActivate());
+                f.NewDocument(device);
+                Configurator& form = *f.app->Document();
+                auto* view = f.ViewOf<ConfiguratorView>(form);
+                QTRY_VERIFY(view->isVisible());
+                form.cmdCalculate.RaiseClick();
+                FloatingPanel* panel = view->PowerPanel();
+                QTRY_VERIFY(panel->isVisible());
+                const QRect place = panel->geometry();
+                QVERIFY(view->rect().contains(place));
+                // The fields in sight, each as far as it is not scrolled out of its panel.
+                std::vector<QRect> fields;
+                for (Field* field : form.Fields().Fields()) {
+                    auto* widget = view->findChild<QWidget*>(QString::fromStdString(field->Name()));
+                    if (widget == nullptr || !widget->isVisible() || widget == panel)
+                        continue;
+                    QRect seen = widget->rect();
+                    for (QWidget* up = widget->parentWidget(); up != view && up != nullptr;
+                         up = up->parentWidget())
+                        seen &= QRect(up->mapTo(widget, QPoint(0, 0)), up->size());
+                    if (!seen.isEmpty())
+                        fields.push_back(seen.translated(widget->mapTo(view, QPoint(0, 0))));
+                }
+                QVERIFY(fields.size() > 20);
+                auto hidden = [&](const QRect& at) {
+                    long long area = 0;
+                    for (const QRect& field : fields) {
+                        const QRect common = field.intersected(at);
+                        if (!common.isEmpty())
+                            area += static_cast<long long>(common.width()) * common.height();
+                    }
+                    return area;
+                };
+                if (std::string(device) == "QX6105A") {
+                    QCOMPARE(hidden(place), 0LL);
+                } else {
+                    QVERIFY(hidden(place) < hidden(QRect(QPoint(0, 0), place.size())));
+                    for (int y = 0; y + place.height() <= view->height(); y += 16)
+                        for (int x = 0; x + place.width() <= view->width(); x += 16)
+                            QVERIFY(hidden(place) <= hidden(QRect(QPoint(x, y), place.size())));
+                }
+                QCOMPARE(form.picPower.Left(), place.x() * 15.0);
+                QCOMPARE(form.picPower.Top(), place.y() * 15.0);
+                // The place stays while the panel is hidden and shown again.
+                f.app->Main().mnuViewPower.RaiseClick();
+                f.app->Main().mnuViewPower.RaiseClick();
+                QVERIFY(panel->isVisible());
+                QCOMPARE(panel->geometry(), place);
+            }
+        }
+    }
+
+    void freePlaceIsTheLowestThenRightmostOneClearOfEveryField() {
+        const QRect area(0, 0, 400, 300);
+        const QSize panel(100, 50);
+        // Nothing taken: the bottom right corner.
+        QCOMPARE(FloatingPanel::FreePlace(panel, area, {}), QPoint(300, 250));
+        // A button at the bottom right: the panel stands at its left, a gap apart.
+        const QRect button(320, 260, 80, 40);
+        const QPoint beside = FloatingPanel::FreePlace(panel, area, {button});
+        QCOMPARE(beside.y(), 250);
+        QVERIFY(beside.x() + panel.width() <= button.left() - 4);
+        QVERIFY(beside.x() + panel.width() > button.left() - 4 - 4);
+        // Fields everywhere but a hole at the top left.
+        const std::vector<QRect> taken = {QRect(120, 0, 280, 300), QRect(0, 70, 120, 230)};
+        const QPoint hole = FloatingPanel::FreePlace(QSize(100, 50), area, taken);
+        QVERIFY(hole.x() >= 0 && hole.x() <= 16 && hole.y() >= 0 && hole.y() <= 16);
+        // No room at all: the place that hides least, the bottom right corner when every place
+        // hides as much.
+        QCOMPARE(FloatingPanel::FreePlace(panel, area, {area}), QPoint(300, 250));
+        // A wide field at the left and a small one at the bottom right: the right column
+        // above the small field touches only the wide one's margin.
+        const QPoint least = FloatingPanel::FreePlace(
+            QSize(100, 200), area, {QRect(0, 0, 300, 300), QRect(300, 250, 100, 50)});
+        QCOMPARE(least, QPoint(300, 44));
+    }
+
     void powerPanelStaysOutOfTheWayUntilItIsPainted() {
         DocumentFixture f;
         f.app->Main().mnuViewPower.SetChecked(true);
@@ -332,7 +423,7 @@ class ConfiguratorViewsTest : public QObject {
         QVERIFY(!view->PowerPanel()->isVisible());
         form.cmdCalculate.RaiseClick();
         QVERIFY(!form.picPower.DisplayList().empty());
-        QVERIFY(view->PowerPanel()->isVisible());
+        QTRY_VERIFY(view->PowerPanel()->isVisible());
     }
 
     void powerPanelDragsByItsTitleAndKeepsItsPlaceInThePicture() {

@@ -16,5 +16,6 @@ QObject* MakeQX5140ViewTest();
 QObject* MakePrintPreviewViewTest();
 QObject* MakeWizardViewTest();
 QObject* MakeQX3350ViewTest();
+QObject* MakePinoutDrawingTest();
 
 }  // namespace pendulon::test

@@ -150,6 +150,28 @@ class QtPlatformTest : public QObject {
         QVERIFY(!window.Visible());
     }
 
+    void theKeyboardGoesBackToTheParentWhenAModalCloses() {
+        ViewRegistry views;
+        views.Register("frmTest", [](Window& window, QWidget* parent) {
+            auto* view = new QWidget(parent);
+            view->setFixedSize(120, 60);
+            // The window goes by itself, as the splash does.
+            QTimer::singleShot(100, view, [&window] { window.SetVisible(false); });
+            return view;
+        });
+        QtPlatform platform(views);
+        QWidget main;
+        main.resize(300, 200);
+        main.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&main));
+        platform.SetDialogParent(&main);
+        TestWindow window;
+        window.SetVisible(true);
+        platform.ShowModal(window);
+        QVERIFY(!window.Visible());
+        QTRY_COMPARE(QApplication::activeWindow(), &main);
+    }
+
     void closingAModalAsksTheModelWhichMayStayOpen() {
         ViewRegistry views;
         int requests = 0;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 #include <vector>
@@ -446,6 +447,48 @@ TEST_F(GraphicsTest, BodyHasShadowBevelGrooveAndNotch) {
     // The notch sits at the middle of the top edge: 1275 / 2 = 637.5 twips, 42.5 pixels to 42.
     EXPECT_DOUBLE_EQ(arcs[0].x1, 1605 + 630);
     EXPECT_DOUBLE_EQ(arcs[0].y1, 1005);
+}
+
+// The colour a point shows once the straight lines and boxes of the display list are painted
+// in their order; arcs and text are left out, background is 0.
+Color PaintedAt(const PictureBox& pic, double x, double y) {
+    Color colour = 0;
+    for (const auto& op : pic.DisplayList()) {
+        const double left = std::min(op.x1, op.x2), right = std::max(op.x1, op.x2);
+        const double top = std::min(op.y1, op.y2), bottom = std::max(op.y1, op.y2);
+        const bool inside = x >= left && x <= right && y >= top && y <= bottom;
+        if (!inside)
+            continue;
+        if (op.type == Type::Line && (op.x1 == op.x2 || op.y1 == op.y2))
+            colour = op.color;
+        else if (op.type == Type::FilledBox)
+            colour = (x == left || x == right || y == top || y == bottom) ? op.color : op.fillColor;
+    }
+    return colour;
+}
+
+TEST_F(GraphicsTest, NoLineOfTheBodyRunsThroughTheNotch) {
+    for (const double scale : {0.75, 0.8, 1.0}) {
+        SCOPED_TRACE(scale);
+        clsGraphics graphics(errors, 15, 15);
+        PictureBox pic;
+        pic.Move(0, 0, 4500, 3000);
+        graphics.DrawChip(pic, "QX6105A", EightPins(), scale);
+        const auto arcs = OfType(pic, Type::Arc);
+        ASSERT_EQ(arcs.size(), 2u);
+        const double x = arcs[0].x1, top = arcs[0].y1, radius = arcs[0].radius;
+        ASSERT_GE(radius, 4 * 15.0);
+        // Inside the half circle, below the top edge, every pixel shows the body's face: the
+        // top edge, the bevel and the groove all stop at the notch.
+        for (double dy = 0; dy < radius; dy += 15) {
+            for (double dx = -radius + 15; dx < radius; dx += 15) {
+                if (dx * dx + dy * dy < (radius - 15) * (radius - 15)) {
+                    EXPECT_EQ(PaintedAt(pic, x + dx, top + dy), colors::ButtonFace)
+                        << "at " << dx << ", " << dy;
+                }
+            }
+        }
+    }
 }
 
 TEST_F(GraphicsTest, TakesThePixelSizesAndErrorsOfTheApplication) {
