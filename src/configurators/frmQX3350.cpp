@@ -466,8 +466,9 @@ void frmQX3350::CalculateDesiredClock() {
     if (value <= 0) {
         lblDesiredClock.SetCaption(" Off");
     } else {
-        lblDesiredClock.SetCaption(
-            " " + mShared::FormatFrequencyFixed(value / mShared::GetNonZeroDivisor(source)));
+        std::string caption = " ";
+        caption += mShared::FormatFrequencyFixed(value / mShared::GetNonZeroDivisor(source));
+        lblDesiredClock.SetCaption(caption);
     }
     CheckAllLimits();
 }

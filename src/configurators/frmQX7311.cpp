@@ -1092,7 +1092,10 @@ void frmQX7311::CalculatePower() {
         model.mdblClockB = clock[1];
         model.mdblClockC = clock[2];
         model.mdblClockD = clock[3];
-        power.SetCell(r, 0, " " + mShared::ConvertDecimalToBinary(r, 3) + " ");
+        std::string code = " ";
+        code += mShared::ConvertDecimalToBinary(r, 3);
+        code += ' ';
+        power.SetCell(r, 0, code);
         power.SetCell(r, 1, GeneralNumber(model.GetIDD(1)));
         power.SetCell(r, 2, GeneralNumber(model.GetIDD(0)));
     }

@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
+#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTimer>
@@ -37,6 +38,21 @@ ConfiguratorView::ConfiguratorView(Configurator& form, Application& app, QWidget
 ConfiguratorView::~ConfiguratorView() {
     if (pinoutObserver_ != 0)
         form_.picPinout.RemoveObserver(pinoutObserver_);
+}
+
+QWidget* ConfiguratorView::PowerRoom(const QSize& minimum) {
+    powerSlot_ = new QWidget(this);
+    powerSlot_->setObjectName("powerSlot");
+    powerSlot_->setMinimumSize(minimum);
+    return powerSlot_;
+}
+
+void ConfiguratorView::FitDocumentWindow() {
+    if (auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget())) {
+        const QSize need = sub->sizeHint();
+        if (sub->width() < need.width() || sub->height() < need.height())
+            sub->resize(sub->size().expandedTo(need));
+    }
 }
 
 QLabel* ConfiguratorView::Label(const QString& name, QWidget* parent) {
@@ -200,6 +216,7 @@ void ConfiguratorView::Bind() {
     // The panels come after the binder: they place, show and hide themselves as their
     // pictures say, and take the mouse themselves.
     power_ = new FloatingPanel(app_, form_.picPower, twipsPerPixelX_, twipsPerPixelY_, this);
+    power_->SetRoom(powerSlot_);
     debug_ = new FloatingPanel(app_, form_.picDebugWindow, twipsPerPixelX_, twipsPerPixelY_, this);
     if (layout() != nullptr)
         layout()->setSizeConstraint(QLayout::SetMinimumSize);

@@ -1,4 +1,6 @@
 #pragma once
+#include <QPointer>
+#include <QSize>
 #include <QSizeF>
 #include <QWidget>
 #include <functional>
@@ -35,6 +37,8 @@ class ConfiguratorView : public QWidget {
     Binder& GetBinder() const { return *binder_; }
     FloatingPanel* PowerPanel() const { return power_; }
     FloatingPanel* DebugPanel() const { return debug_; }
+    // The room of the layout kept for the power figures, in views that keep one.
+    QWidget* PowerSlot() const { return powerSlot_; }
 
   protected:
     // Field widgets, each named as its field.
@@ -64,6 +68,12 @@ class ConfiguratorView : public QWidget {
     // The field a new document starts in, when the form has not put the focus anywhere.
     void SetFirstField(QWidget* widget) { firstField_ = widget; }
 
+    // Keeps an empty room of at least this size in the layout for the power figures: where
+    // they first show when they have no place of their own yet.
+    QWidget* PowerRoom(const QSize& minimum);
+    // Grows the document window to the size its fields need.
+    void FitDocumentWindow();
+
     void showEvent(QShowEvent* event) override;
 
   private:
@@ -76,6 +86,7 @@ class ConfiguratorView : public QWidget {
     FloatingPanel* debug_ = nullptr;
     PictureView* pinout_ = nullptr;
     int pinoutObserver_ = 0;
+    QPointer<QWidget> powerSlot_;
     QWidget* firstField_ = nullptr;
     bool shown_ = false;
 };

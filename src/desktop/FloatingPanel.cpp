@@ -110,11 +110,15 @@ void FloatingPanel::TakeFreePlace() {
     placed_ = true;
     placeWanted_ = false;
     PictureBox& picture = Picture();
-    if (picture.Left() == 0 && picture.Top() == 0) {
+    const QRect kept(QPoint(int(std::lround(picture.Left() / twipsPerPixelX_)),
+                            int(std::lround(picture.Top() / twipsPerPixelY_))),
+                     size());
+    if (kept.topLeft() == QPoint(0, 0) || !host->rect().contains(kept)) {
         // Fields the present change showed take their places first.
         for (int pass = 0; pass < 3; ++pass)
             QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-        const QPoint place = FreePlace(size(), host->rect(), FieldRectangles(*host));
+        const QPoint place = room_ ? room_->mapTo(host, QPoint(0, 0))
+                                   : FreePlace(size(), host->rect(), FieldRectangles(*host));
         picture.Move(place.x() * double(twipsPerPixelX_), place.y() * double(twipsPerPixelY_));
     }
     // Any other place is the one the user left it at.

@@ -1,5 +1,6 @@
 #pragma once
 #include <QPoint>
+#include <QPointer>
 #include <QRect>
 #include <QSize>
 #include <vector>
@@ -36,6 +37,9 @@ class FloatingPanel : public PictureView {
     // The rectangles of the fields in sight in a document view: every named widget but the
     // panels, as far as it is not scrolled or clipped away.
     static std::vector<QRect> FieldRectangles(const QWidget& host);
+    // A room of the document kept empty for this panel: it is where the panel first shows,
+    // in place of a free place looked for among the fields.
+    void SetRoom(QWidget* room) { room_ = room; }
 
   protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -47,7 +51,8 @@ class FloatingPanel : public PictureView {
   private:
     void FollowModel();
     // On its first show a panel that has no place of its own yet (its picture stands at the
-    // document's corner, where the stored place is missing or unusable) takes a free one.
+    // document's corner, where the stored place is missing or unusable), or whose place lies
+    // partly outside this document (kept from a larger one), takes its room or a free place.
     void TakeFreePlace();
 
     Application& app_;
@@ -59,6 +64,7 @@ class FloatingPanel : public PictureView {
     bool placeWanted_ = false;
     QPoint grabGlobal_;
     QPoint grabPos_;
+    QPointer<QWidget> room_;
 };
 
 }  // namespace pendulon

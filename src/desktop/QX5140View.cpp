@@ -7,7 +7,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -61,9 +60,7 @@ struct Widths {
 QX5140View::QX5140View(frmQX5140& form, Application& app, QWidget* parent, int twipsPerPixelX,
                        int twipsPerPixelY)
     : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY),
-      form_(form),
-      twipsPerPixelX_(std::max(1, twipsPerPixelX)),
-      twipsPerPixelY_(std::max(1, twipsPerPixelY)) {
+      form_(form) {
     auto* root = new QVBoxLayout(this);
     root->setContentsMargins(8, 8, 8, 8);
     root->setSpacing(6);
@@ -95,36 +92,27 @@ QX5140View::QX5140View(frmQX5140& form, Application& app, QWidget* parent, int t
     pinoutLayout->addWidget(PinoutPicture(5400, 2100, [&form] { form.DisplayPinout(); }), 0,
                             Qt::AlignHCenter | Qt::AlignTop);
     chip->addWidget(pinout, 0, Qt::AlignTop);
-    powerSlot_ = new QWidget(this);
-    powerSlot_->setObjectName("powerSlot");
+    // The power figures float; until the user puts them elsewhere they sit here, over nothing.
     const QFontMetrics metrics(font());
-    powerSlot_->setMinimumSize(metrics.horizontalAdvance("Select  Typical  Worst Case ") + 16,
-                               6 * metrics.height());
-    chip->addWidget(powerSlot_, 1);
+    chip->addWidget(PowerRoom(QSize(metrics.horizontalAdvance("Select  Typical  Worst Case ") + 16,
+                                    6 * metrics.height())),
+                    1);
     root->addLayout(chip);
     root->addStretch();
 
     Bind();
     SetFirstField(findChild<QWidget*>("txtClkA(0)"));
     SetTabOrder();
-    powerObserver_ = form.picPower.AddObserver([this](Field&) { PlacePowerPanel(); });
     QMetaObject::invokeMethod(
         this,
         [this] {
-            if (auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget())) {
-                const QSize need = sub->sizeHint();
-                if (sub->width() < need.width() || sub->height() < need.height())
-                    sub->resize(sub->size().expandedTo(need));
-            }
-            PlacePowerPanel();
+            FitDocumentWindow();
             SetTabOrder();
         },
         Qt::QueuedConnection);
 }
 
-QX5140View::~QX5140View() {
-    form_.picPower.RemoveObserver(powerObserver_);
-}
+QX5140View::~QX5140View() = default;
 
 QWidget* QX5140View::TopRow() {
     auto* row = new QWidget(this);
@@ -310,30 +298,6 @@ void QX5140View::SetTabOrder() {
         if (before != nullptr && after != nullptr)
             setTabOrder(before, after);
     }
-}
-
-void QX5140View::PlacePowerPanel() {
-    const PictureBox& picture = form_.picPower;
-    if (powerPlaced_ || !powerSlot_ || !picture.Visible() || picture.Width() <= 0 ||
-        picture.DisplayList().empty())
-        return;
-    powerPlaced_ = true;
-    const QRect panel(int(std::lround(picture.Left() / twipsPerPixelX_)),
-                      int(std::lround(picture.Top() / twipsPerPixelY_)),
-                      int(std::lround(picture.Width() / twipsPerPixelX_)),
-                      int(std::lround(picture.Height() / twipsPerPixelY_)));
-    bool covers = false;
-    for (QGroupBox* group : findChildren<QGroupBox*>()) {
-        if (group->isVisible() &&
-            QRect(group->mapTo(this, QPoint(0, 0)), group->size()).intersects(panel))
-            covers = true;
-    }
-    // A place kept from another document may also lie partly outside this one.
-    if (!covers && rect().contains(panel))
-        return;
-    // Until the user puts the figures elsewhere they sit beside the chip, over nothing.
-    const QPoint at = powerSlot_->mapTo(this, QPoint(0, 0));
-    form_.picPower.Move(double(at.x()) * twipsPerPixelX_, double(at.y()) * twipsPerPixelY_);
 }
 
 }  // namespace pendulon

@@ -1,6 +1,4 @@
 #pragma once
-#include <QPointer>
-
 #include "desktop/ConfiguratorView.hpp"
 
 namespace pendulon {
@@ -18,24 +16,15 @@ class QX5140View : public ConfiguratorView {
                int twipsPerPixelX = 15, int twipsPerPixelY = 15);
     ~QX5140View() override;
 
-    // The free place the power panel takes when no position of its own has been saved.
-    QWidget* PowerSlot() const { return powerSlot_; }
-
   private:
     QWidget* TopRow();
     QWidget* OutputsGroup();
     QWidget* AssignmentGroup();
     QWidget* LoopsGroup();
     QWidget* Limits();
-    void PlacePowerPanel();
     void SetTabOrder();
 
     frmQX5140& form_;
-    int twipsPerPixelX_;
-    int twipsPerPixelY_;
-    QPointer<QWidget> powerSlot_;
-    bool powerPlaced_ = false;
-    int powerObserver_ = 0;
 };
 
 }  // namespace pendulon

@@ -7,7 +7,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -67,9 +66,7 @@ QX7311View::QX7311View(frmQX7311& form, Application& app, QWidget* parent, int t
                        int twipsPerPixelY)
     : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY),
       form_(form),
-      app_(app),
-      twipsPerPixelX_(std::max(1, twipsPerPixelX)),
-      twipsPerPixelY_(std::max(1, twipsPerPixelY)) {
+      app_(app) {
     auto* root = new QVBoxLayout(this);
     root->setContentsMargins(8, 8, 8, 8);
     root->setSpacing(6);
@@ -110,12 +107,10 @@ QX7311View::QX7311View(frmQX7311& form, Application& app, QWidget* parent, int t
                             Qt::AlignHCenter | Qt::AlignTop);
     chip->addWidget(pinout, 0, Qt::AlignTop);
     // The power figures float; until the user puts them elsewhere they sit here, over nothing.
-    powerSlot_ = new QWidget(this);
-    powerSlot_->setObjectName("powerSlot");
     const QFontMetrics metrics(font());
-    powerSlot_->setMinimumSize(metrics.horizontalAdvance("S2:S0  Typical  Worst ") + 16,
-                               12 * metrics.height());
-    chip->addWidget(powerSlot_, 1);
+    chip->addWidget(PowerRoom(QSize(metrics.horizontalAdvance("S2:S0  Typical  Worst ") + 16,
+                                    12 * metrics.height())),
+                    1);
     right->addLayout(chip);
     right->addStretch();
     columns->addLayout(right);
@@ -126,29 +121,20 @@ QX7311View::QX7311View(frmQX7311& form, Application& app, QWidget* parent, int t
     Bind();
     SetFirstField(findChild<QWidget*>("txtCPLL(0)"));
     SetTabOrder();
-    powerObserver_ = form.picPower.AddObserver([this](Field&) { PlacePowerPanel(); });
-    // Once the document window is shown: it takes the room the fields need, and the power
-    // figures that the load's Calculate painted before there was a view find their place.
+    // Once the document window is shown it takes the room the fields need.
     QMetaObject::invokeMethod(
         this,
         [this] {
-            if (auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget())) {
-                const QSize need = sub->sizeHint();
-                if (sub->width() < need.width() || sub->height() < need.height())
-                    sub->resize(sub->size().expandedTo(need));
-            }
+            FitDocumentWindow();
             // Figures painted before the view existed were measured without its fonts.
             if (!form_.picPower.DisplayList().empty())
                 form_.CalculatePower();
-            PlacePowerPanel();
             SetTabOrder();
         },
         Qt::QueuedConnection);
 }
 
-QX7311View::~QX7311View() {
-    form_.picPower.RemoveObserver(powerObserver_);
-}
+QX7311View::~QX7311View() = default;
 
 QWidget* QX7311View::LoopsColumn() {
     const Widths w{QFontMetrics(font())};
@@ -359,28 +345,6 @@ void QX7311View::SetTabOrder() {
         if (before != nullptr && after != nullptr)
             setTabOrder(before, after);
     }
-}
-
-void QX7311View::PlacePowerPanel() {
-    const PictureBox& picture = form_.picPower;
-    if (powerPlaced_ || !powerSlot_ || !picture.Visible() || picture.Width() <= 0 ||
-        picture.DisplayList().empty())
-        return;
-    powerPlaced_ = true;
-    const QRect panel(int(std::lround(picture.Left() / twipsPerPixelX_)),
-                      int(std::lround(picture.Top() / twipsPerPixelY_)),
-                      int(std::lround(picture.Width() / twipsPerPixelX_)),
-                      int(std::lround(picture.Height() / twipsPerPixelY_)));
-    bool covers = false;
-    for (QGroupBox* group : findChildren<QGroupBox*>()) {
-        if (group->isVisible() &&
-            QRect(group->mapTo(this, QPoint(0, 0)), group->size()).intersects(panel))
-            covers = true;
-    }
-    if (!covers)
-        return;
-    const QPoint at = powerSlot_->mapTo(this, QPoint(0, 0));
-    form_.picPower.Move(double(at.x()) * twipsPerPixelX_, double(at.y()) * twipsPerPixelY_);
 }
 
 }  // namespace pendulon

@@ -1,6 +1,4 @@
 #pragma once
-#include <QPointer>
-
 #include "desktop/ConfiguratorView.hpp"
 
 namespace pendulon {
@@ -18,25 +16,14 @@ class QX7311View : public ConfiguratorView {
                int twipsPerPixelX = 15, int twipsPerPixelY = 15);
     ~QX7311View() override;
 
-    // The free place the power panel takes when no position of its own has been saved.
-    QWidget* PowerSlot() const { return powerSlot_; }
-
   private:
     QWidget* LoopsColumn();
     QWidget* OutputsGroup();
     QWidget* Limits();
-    // The first time the power figures are painted, a place over one of the groups gives way
-    // to the free place beside the pinout.
-    void PlacePowerPanel();
     void SetTabOrder();
 
     frmQX7311& form_;
     Application& app_;
-    int twipsPerPixelX_;
-    int twipsPerPixelY_;
-    QPointer<QWidget> powerSlot_;
-    bool powerPlaced_ = false;
-    int powerObserver_ = 0;
 };
 
 }  // namespace pendulon

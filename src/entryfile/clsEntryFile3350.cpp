@@ -355,7 +355,10 @@ std::string clsEntryFile3350::EPROMVectorText(const clsEntryFile& e, const std::
     out += "L0000" + kCrLf;
     const std::string fuses = FuseMap(e);
     out += fuses + "*" + kCrLf;
-    out += "C" + mShared::CalculateJEDECChecksum(fuses) + "*" + kCrLf;
+    out += 'C';
+    out += mShared::CalculateJEDECChecksum(fuses);
+    out += '*';
+    out += kCrLf;
     out += std::string(1, '\x03') + "0000" + kCrLf;
     return out;
 }

@@ -82,7 +82,7 @@ void clsEntryFile7311::Make5140EntryFile() {
     // 1. Fixed values, the reference and what it decides.
     e.mintFCount = 9;
     e.mintICount = 69;
-    e.mstrRValue = "d";
+    e.mstrRValue.assign(1, 'd');
     e.set_f(0, Val(TextOf("cboFRef")));
     e.mintMValue = e.f(0) >= 25 ? 3004 : 3002;
     e.mintBValue = select ? 2 : 1;

@@ -205,7 +205,10 @@ TableLayout MakeTableLayout3350(const Window& form) {
     for (int c = 0; c < 5; ++c) table.SetCell(0, c, headings[c]);
 
     table.SetCell(1, 0, "CLKOUT");
-    table.SetCell(1, 1, "(" + SelectedEntry(form, "cboClockDivisors") + ")");
+    std::string divisor = "(";
+    divisor += SelectedEntry(form, "cboClockDivisors");
+    divisor += ')';
+    table.SetCell(1, 1, divisor);
     const std::string desired = Trim(Text(form, "lblDesiredClock"));
     if (Val(desired) <= 0) {
         SetOffCells(table, 1, 2);

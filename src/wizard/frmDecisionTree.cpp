@@ -65,7 +65,9 @@ frmDecisionTree::frmDecisionTree(Application& app) : Window("frmDecisionTree"), 
 
     for (int i = 0; i < kPageCount; ++i) {
         const Page& page = kPages[i];
-        const std::string index = "(" + std::to_string(i) + ")";
+        std::string index = "(";
+        index += std::to_string(i);
+        index += ')';
         // At design time the pages lie side by side; the load stacks them.
         fraDecision[i].Move(kPageLeft + i * 240, kPageTop + i * 240, kPageWidth, kPageHeight);
         fraDecision[i].SetTag(page.tag);

@@ -43,7 +43,7 @@ std::vector<nlohmann::json> Objects(const std::string& out) {
 std::vector<std::string> Clicks(const std::vector<std::pair<std::string, int>>& steps) {
     std::vector<std::string> args = {"wizard"};
     for (const auto& [option, page] : steps) {
-        const std::string index = "(" + std::to_string(page) + ")";
+        const std::string index = std::string("(").append(std::to_string(page)).append(")");
         args.insert(args.end(), {"--click", option + index, "--click", "cmdNext" + index});
     }
     return args;

@@ -352,7 +352,7 @@ class ConfiguratorViewsTest : public QObject {
                     QRect seen = widget->rect();
                     for (QWidget* up = widget->parentWidget(); up != view && up != nullptr;
                          up = up->parentWidget())
-                        seen &= QRect(up->mapTo(widget, QPoint(0, 0)), up->size());
+                        seen &= QRect(widget->mapFrom(up, QPoint(0, 0)), up->size());
                     if (!seen.isEmpty())
                         fields.push_back(seen.translated(widget->mapTo(view, QPoint(0, 0))));
                 }

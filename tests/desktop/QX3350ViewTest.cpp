@@ -96,7 +96,7 @@ class QX3350ViewTest : public QObject {
         auto* view = f.ViewOf<QX3350View>(form);
         QTRY_VERIFY(view->isVisible());
         FloatingPanel* panel = view->PowerPanel();
-        QVERIFY(panel->isVisible());
+        QTRY_VERIFY(panel->isVisible());
         QCOMPARE(panel->pos(), view->PowerPlace()->mapTo(view, QPoint(0, 0)));
         for (Field* field : form.Fields().Fields()) {
             QWidget* widget = view->findChild<QWidget*>(QString::fromStdString(field->Name()));

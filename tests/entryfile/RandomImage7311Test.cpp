@@ -61,7 +61,7 @@ class RandomImage7311 : public ::testing::Test, public test::AppFixture {
             case 1:
                 return " CPLL/4";
             default:
-                return " " + Frequency(0, 120);
+                return std::string(" ").append(Frequency(0, 120));
         }
     }
 };
