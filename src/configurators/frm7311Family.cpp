@@ -8,23 +8,12 @@
 #include "core/clsPLL.hpp"
 #include "core/clsQX7311.hpp"
 #include "core/clsReference.hpp"
+#include "entryfile/clsEntryFile7311.hpp"
 #include "graphics/clsGraphics.hpp"
 #include "shell/Application.hpp"
 
-// The family's entry-file class is built in its own folder; a build without it still gives
-// every window of the family, and the file operations say that they are not available.
-#if __has_include("entryfile/clsEntryFile7311.hpp")
-#include "entryfile/clsEntryFile7311.hpp"
-#define PENDULON_ENTRYFILE7311 1
-#else
-#define PENDULON_ENTRYFILE7311 0
-#endif
 
 namespace pendulon {
-
-namespace {
-constexpr long kEntryFileMissing = 10153;
-}  // namespace
 
 frm7311Family::frm7311Family(Application& app, std::string formName, int cpllRows)
     : Configurator(app, std::move(formName)), cboCPLLData(cpllRows) {
@@ -37,13 +26,7 @@ frm7311Family::frm7311Family(Application& app, std::string formName, int cpllRow
 
 frm7311Family::~frm7311Family() = default;
 
-bool frm7311Family::HasEntryFile() {
-    return PENDULON_ENTRYFILE7311 != 0;
-}
-
 // ---------------------------------------------------------------- entry file
-
-#if PENDULON_ENTRYFILE7311
 
 std::string frm7311Family::Checksum() {
     if (!mclsEntryFile)
@@ -75,29 +58,6 @@ void frm7311Family::Fill7311FromEntryFile(clsEntryFile& data) {
         AttachEntryFile();
     mclsEntryFile->Fill7311Form(data);
 }
-
-#else
-
-std::string frm7311Family::Checksum() {
-    RaiseError(kEntryFileMissing, "Checksum", "Property 'Form' is not set.");
-    return "0";
-}
-
-void frm7311Family::MakeEntryFile(const std::string&) {
-    RaiseError(kEntryFileMissing, "MakeEntryFile", "Property 'Form' is not set.");
-}
-
-void frm7311Family::MakeEPROMVector(const std::string&, bool) {
-    RaiseError(kEntryFileMissing, "MakeEPROMVector", "Property 'Form' is not set.");
-}
-
-void frm7311Family::AttachEntryFile() {}
-
-void frm7311Family::Fill7311FromEntryFile(clsEntryFile&) {
-    RaiseError(kEntryFileMissing, "FillForm", "Property 'Form' is not set.");
-}
-
-#endif
 
 // ---------------------------------------------------------------- voltage and limits
 

@@ -39,8 +39,6 @@ class frm7311Family : public Configurator {
     cls7311Die& Die();
     clsQX7311& DeviceRules();
     clsGraphics& Graphics();
-    // True when this build carries the family's entry-file class.
-    static bool HasEntryFile();
 
     // Shared fields: the solutions of each loop and whether it stops under SUSPEND.
     ControlArray<ListField> cboCPLLData;

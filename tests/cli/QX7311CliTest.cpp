@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "configurators/frm7311Family.hpp"
 #include "support/TestSupport.hpp"
 
 namespace {
@@ -111,8 +110,6 @@ struct Folder {
 };
 
 TEST(QX7311Cli, ASavedDocumentOpensToTheSameFieldsAndSavesToTheSameBytes) {
-    if (!pendulon::frm7311Family::HasEntryFile())
-        GTEST_SKIP() << "this build carries no entry file of the QX7311 family";
     for (const std::string device :
          {"QX7311", "QX7311F", "QX7311I", "QX7312", "QX7312F", "QX7312I"}) {
         Folder folder;
