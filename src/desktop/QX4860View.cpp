@@ -14,23 +14,15 @@
 #include <cmath>
 
 #include "configurators/frmQX4860.hpp"
+#include "desktop/NamedWidgets.hpp"
 #include "desktop/PictureView.hpp"
 
 namespace pendulon {
 
+using widgets::Check;
+using widgets::Option;
+
 namespace {
-
-QCheckBox* Check(const char* name, QWidget* parent) {
-    auto* check = new QCheckBox(parent);
-    check->setObjectName(name);
-    return check;
-}
-
-QRadioButton* Option(const char* name, QWidget* parent) {
-    auto* option = new QRadioButton(parent);
-    option->setObjectName(name);
-    return option;
-}
 
 // A window onto a panel of rows: as tall as the visible rows, clipping the rest.
 QWidget* Viewport(QWidget* parent, int width, int height) {

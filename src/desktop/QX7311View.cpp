@@ -14,33 +14,17 @@
 
 #include "configurators/frmQX7311.hpp"
 #include "desktop/FloatingPanel.hpp"
+#include "desktop/NamedWidgets.hpp"
 #include "desktop/PictureView.hpp"
 
 namespace pendulon {
 
+using widgets::Check;
+using widgets::Option;
+using widgets::Group;
+using widgets::Indexed;
+
 namespace {
-
-QCheckBox* Check(const QString& name, QWidget* parent) {
-    auto* check = new QCheckBox(parent);
-    check->setObjectName(name);
-    return check;
-}
-
-QRadioButton* Option(const char* name, QWidget* parent) {
-    auto* option = new QRadioButton(parent);
-    option->setObjectName(name);
-    return option;
-}
-
-QGroupBox* Group(const char* name, QWidget* parent) {
-    auto* group = new QGroupBox(parent);
-    group->setObjectName(name);
-    return group;
-}
-
-QString Indexed(const char* name, int i) {
-    return QString("%1(%2)").arg(name).arg(i);
-}
 
 // Column widths of the loop and output rows, in pixels, wide enough for their texts.
 struct Widths {

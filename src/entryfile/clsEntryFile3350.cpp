@@ -5,13 +5,13 @@
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
 #include "entryfile/Checksums.hpp"
+#include "entryfile/EntryFileWriting.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/ErrorReport.hpp"
 #include "platform/ListField.hpp"
 #include "platform/OptionButton.hpp"
 #include "platform/TextField.hpp"
-#include "platform/TextFile.hpp"
 #include "shell/Application.hpp"
 
 namespace pendulon {
@@ -20,7 +20,6 @@ namespace {
 
 const std::string kCrLf = "\r\n";
 constexpr long kObjectDoesNotSupport = 438;
-constexpr long kFileAccessError = 75;
 // Errors of this class.
 constexpr long kNoClockOut = 10704;
 constexpr long kNoPostDivide = 10705;
@@ -298,14 +297,7 @@ void clsEntryFile3350::WriteEntryFile(const std::string& path) {
     host_.DisplayStatus("Writing " + device + " entry file...");
     const std::string text =
         EntryFileText(entry_, host_.EntryFileHeader(), host_.SaveEntryFileDescription());
-    const std::string failure = WriteTextFileAtomically(path, text);
-    if (!failure.empty()) {
-        Raise(kFileAccessError, "WriteEntryFile", "Path/File access error: " + failure);
-        host_.DisplayStatus("");
-        return;
-    }
-    host_.ShowHelp("Wrote to " + path);
-    host_.DisplayStatus("");
+    WriteForUser(host_, path, text, "clsEntryFile3350.WriteEntryFile", true);
 }
 
 // ---- Checksums and the vector -------------------------------------------------------------------
@@ -367,21 +359,11 @@ void clsEntryFile3350::MakeEPROMVector(const std::string& path, bool fromForm) {
     std::unique_ptr<clsEntryFile> read;
     const clsEntryFile* image = &entry_;
     if (!fromForm) {
-        std::string source;
-        if (!host_.SummaryFilename().empty())
-            source = Trim(mShared::GetSubstring(host_.RecentFileCaption(), " ", ""));
-        read = std::make_unique<clsEntryFile>(host_.Errors());
-        mFileAccessor::ReadFile(source, *read);
+        read = ReadSavedEntryFile(host_);
         image = read.get();
     }
     const std::string text = EPROMVectorText(*image, host_.Title(), host_.Build());
-    const std::string failure = WriteTextFileAtomically(path, text);
-    if (!failure.empty()) {
-        Raise(kFileAccessError, "MakeEPROMVector", "Path/File access error: " + failure);
-        return;
-    }
-    host_.ShowHelp("Wrote to " + path);
-    host_.DisplayStatus("");
+    WriteForUser(host_, path, text, "clsEntryFile3350.MakeEPROMVector", false);
 }
 
 // ---- Filling a form from an image ---------------------------------------------------------------

@@ -8,13 +8,13 @@
 #include "core/clsPLL.hpp"
 #include "core/mShared.hpp"
 #include "entryfile/Checksums.hpp"
+#include "entryfile/EntryFileWriting.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/ErrorReport.hpp"
 #include "platform/ListField.hpp"
 #include "platform/OptionButton.hpp"
 #include "platform/TextField.hpp"
-#include "platform/TextFile.hpp"
 
 namespace pendulon {
 
@@ -22,7 +22,6 @@ namespace {
 
 const std::string kCrLf = "\r\n";
 constexpr long kObjectDoesNotSupport = 438;
-constexpr long kFileAccessError = 75;
 
 std::string Text(long long value) {
     return IntegerText(value);
@@ -486,15 +485,7 @@ void clsEntryFile4860::WriteEntryFile(const std::string& path) {
     host_.DisplayStatus("Writing " + device + " entry file...");
     const std::string text = EntryFileText(entry_, device, host_.EntryFileHeader(),
                                            host_.SaveEntryFileDescription(), OutOfRange());
-    const std::string failure = WriteTextFileAtomically(path, text);
-    if (!failure.empty()) {
-        host_.Errors().Raise(kFileAccessError, "clsEntryFile4860.WriteEntryFile",
-                             "Path/File access error: " + failure);
-        host_.DisplayStatus("");
-        return;
-    }
-    host_.ShowHelp("Wrote to " + path);
-    host_.DisplayStatus("");
+    WriteForUser(host_, path, text, "clsEntryFile4860.WriteEntryFile", true);
 }
 
 // ---- Checksums and the vector -------------------------------------------------------------------
@@ -574,23 +565,12 @@ void clsEntryFile4860::MakeEPROMVector(const std::string& path, bool fromForm) {
     std::unique_ptr<clsEntryFile> read;
     const clsEntryFile* image = &entry_;
     if (!fromForm) {
-        std::string source;
-        if (!host_.SummaryFilename().empty())
-            source = Trim(mShared::GetSubstring(host_.RecentFileCaption(), " ", ""));
-        read = std::make_unique<clsEntryFile>(host_.Errors());
-        mFileAccessor::ReadFile(source, *read);
+        read = ReadSavedEntryFile(host_);
         image = read.get();
     }
     const std::string text =
         EPROMVectorText(*image, device, host_.Title(), host_.Build(), outOfRange);
-    const std::string failure = WriteTextFileAtomically(path, text);
-    if (!failure.empty()) {
-        host_.Errors().Raise(kFileAccessError, "clsEntryFile4860.MakeEPROMVector",
-                             "Path/File access error: " + failure);
-        return;
-    }
-    host_.ShowHelp("Wrote to " + path);
-    host_.DisplayStatus("");
+    WriteForUser(host_, path, text, "clsEntryFile4860.MakeEPROMVector", false);
 }
 
 // ---- Filling a form from an image ---------------------------------------------------------------

@@ -10,6 +10,7 @@
 #include "core/clsPLL.hpp"
 #include "core/mShared.hpp"
 #include "entryfile/Checksums.hpp"
+#include "entryfile/EntryFileWriting.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/ErrorReport.hpp"
@@ -17,7 +18,6 @@
 #include "platform/ListField.hpp"
 #include "platform/OptionButton.hpp"
 #include "platform/TextField.hpp"
-#include "platform/TextFile.hpp"
 #include "shell/Application.hpp"
 
 namespace pendulon {
@@ -27,7 +27,6 @@ namespace {
 const std::string kCrLf = "\r\n";
 constexpr long kObjectDoesNotSupport = 438;
 constexpr long kInvalidPropertyValue = 380;
-constexpr long kFileAccessError = 75;
 constexpr long kInvalidDevice = 10301;
 constexpr long kPLLSourceNotValid = 10151;
 constexpr long kPLLAndDivisorNotValid = 10152;
@@ -558,15 +557,7 @@ void clsEntryFile7311::WriteEntryFile(const std::string& path) {
     const bool outOfRange = OutOfRange();
     const std::string text = EntryFileText(entry_, device, host_.EntryFileHeader(),
                                            host_.SaveEntryFileDescription(), outOfRange);
-    const std::string failure = WriteTextFileAtomically(path, text);
-    if (!failure.empty()) {
-        host_.Errors().Raise(kFileAccessError, "clsEntryFile7311.WriteEntryFile",
-                             "Path/File access error: " + failure);
-        host_.DisplayStatus("");
-        return;
-    }
-    host_.ShowHelp("Wrote to " + path);
-    host_.DisplayStatus("");
+    WriteForUser(host_, path, text, "clsEntryFile7311.WriteEntryFile", true);
 }
 
 // ---- Checksums and the vector ------------------------------------------------------------------
@@ -679,24 +670,12 @@ void clsEntryFile7311::MakeEPROMVector(const std::string& path, bool fromForm) {
     std::unique_ptr<clsEntryFile> read;
     const clsEntryFile* image = &entry_;
     if (!fromForm) {
-        std::string saved;
-        if (!host_.SummaryFilename().empty())
-            saved = Trim(mShared::GetSubstring(host_.RecentFileCaption(), " ", ""));
-        read = std::make_unique<clsEntryFile>(host_.Errors());
-        mFileAccessor::ReadFile(saved, *read);
+        read = ReadSavedEntryFile(host_);
         image = read.get();
     }
     const std::string text =
         EPROMVectorText(*image, device, host_.Title(), host_.Build(), identity, outOfRange);
-    const std::string failure = WriteTextFileAtomically(path, text);
-    if (!failure.empty()) {
-        host_.Errors().Raise(kFileAccessError, "clsEntryFile7311.MakeEPROMVector",
-                             "Path/File access error: " + failure);
-        host_.DisplayStatus("");
-        return;
-    }
-    host_.ShowHelp("Wrote to " + path);
-    host_.DisplayStatus("");
+    WriteForUser(host_, path, text, "clsEntryFile7311.MakeEPROMVector", true);
 }
 
 // ---- Filling a form from an image --------------------------------------------------------------
