@@ -82,13 +82,15 @@ QPoint FloatingPanel::FreePlace(const QSize& size, const QRect& area,
     return best;
 }
 
-std::vector<QRect> FloatingPanel::FieldRectangles(const QWidget& host) {
+std::vector<QRect> FloatingPanel::FieldRectangles(const QWidget& host, const QWidget* room) {
     std::vector<QRect> fields;
     for (const QWidget* widget : host.findChildren<QWidget*>()) {
         const QString name = widget->objectName();
         if (name.isEmpty() || name.startsWith("qt_") || !widget->isVisible() ||
             qobject_cast<const FloatingPanel*>(widget) != nullptr)
             continue;
+        if (room != nullptr && (widget == room || room->isAncestorOf(widget)))
+            continue;  // what stands in the panel's own room is there to be covered
         // Only the part in sight: a row scrolled out of its panel hides nothing.
         const QRect seen = widget->visibleRegion().boundingRect();
         if (!seen.isEmpty())
@@ -113,15 +115,19 @@ void FloatingPanel::TakeFreePlace() {
     const QRect kept(QPoint(int(std::lround(picture.Left() / twipsPerPixelX_)),
                             int(std::lround(picture.Top() / twipsPerPixelY_))),
                      size());
-    if (kept.topLeft() == QPoint(0, 0) || !host->rect().contains(kept)) {
-        // Fields the present change showed take their places first.
-        for (int pass = 0; pass < 3; ++pass)
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-        const QPoint place = room_ ? room_->mapTo(host, QPoint(0, 0))
-                                   : FreePlace(size(), host->rect(), FieldRectangles(*host));
+    // Fields the present change showed take their places first.
+    for (int pass = 0; pass < 3; ++pass)
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    const std::vector<QRect> fields = FieldRectangles(*host, room_);
+    const bool hides = std::any_of(fields.begin(), fields.end(),
+                                   [&kept](const QRect& field) { return field.intersects(kept); });
+    // The stored place is the user's as long as it suits this document: a place kept from
+    // another document's layout that hides a field here, or reaches outside, gives way.
+    if (kept.topLeft() == QPoint(0, 0) || !host->rect().contains(kept) || hides) {
+        const QPoint place =
+            room_ ? room_->mapTo(host, QPoint(0, 0)) : FreePlace(size(), host->rect(), fields);
         picture.Move(place.x() * double(twipsPerPixelX_), place.y() * double(twipsPerPixelY_));
     }
-    // Any other place is the one the user left it at.
     FollowModel();
 }
 

@@ -35,8 +35,8 @@ class FloatingPanel : public PictureView {
     // the bottom right of a document. With no such place, the one that covers the least.
     static QPoint FreePlace(const QSize& size, const QRect& area, const std::vector<QRect>& taken);
     // The rectangles of the fields in sight in a document view: every named widget but the
-    // panels, as far as it is not scrolled or clipped away.
-    static std::vector<QRect> FieldRectangles(const QWidget& host);
+    // panels and what stands in the room (if any), as far as it is not scrolled or clipped away.
+    static std::vector<QRect> FieldRectangles(const QWidget& host, const QWidget* room = nullptr);
     // A room of the document kept empty for this panel: it is where the panel first shows,
     // in place of a free place looked for among the fields.
     void SetRoom(QWidget* room) { room_ = room; }
@@ -52,7 +52,8 @@ class FloatingPanel : public PictureView {
     void FollowModel();
     // On its first show a panel that has no place of its own yet (its picture stands at the
     // document's corner, where the stored place is missing or unusable), or whose place lies
-    // partly outside this document (kept from a larger one), takes its room or a free place.
+    // partly outside this document or hides one of its fields (a place kept from another
+    // document's layout), takes its room or a free place.
     void TakeFreePlace();
 
     Application& app_;

@@ -156,6 +156,7 @@ QX3350View::QX3350View(frmQX3350& form, Application& app, QWidget* parent, int t
     root->addLayout(bottom);
 
     Bind();
+    PowerPanel()->SetRoom(powerPlace_);
     // From the reference straight on to the frequency and the output, then the options.
     QWidget* previous = nullptr;
     for (const char* name :

@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
+#include <algorithm>
 
 #include "DesktopTests.hpp"
 #include "DocumentFixture.hpp"
@@ -296,9 +297,24 @@ class ConfiguratorViewsTest : public QObject {
     }
 
     void powerPanelFloatsWhereTheSettingsPutItAndFollowsTheViewMenu() {
+        // The free place of a first run, stored as a user's place would be.
+        QPoint free;
+        {
+            DocumentFixture f;
+            f.app->Main().mnuViewPower.SetChecked(true);
+            QVERIFY(f.ShowAndActivate());
+            f.NewDocument("QX6105A");
+            f.Form<frmQX6105A>().cmdCalculate.RaiseClick();
+            FloatingPanel* panel = f.ViewOf<QX6105AView>(f.Form<frmQX6105A>())->PowerPanel();
+            QTRY_VERIFY(panel->isVisible());
+            free = panel->pos();
+        }
+        QVERIFY(free != QPoint(0, 0));
         DocumentFixture f;
-        f.platform.SaveSetting("Pendulon", "Setting", "PowerWindowTop", "600");
-        f.platform.SaveSetting("Pendulon", "Setting", "PowerWindowLeft", "900");
+        f.platform.SaveSetting("Pendulon", "Setting", "PowerWindowTop",
+                               std::to_string(free.y() * 15));
+        f.platform.SaveSetting("Pendulon", "Setting", "PowerWindowLeft",
+                               std::to_string(free.x() * 15));
         f.app->Main().mnuViewPower.SetChecked(true);
         QVERIFY(f.ShowAndActivate());
         f.NewDocument("QX6105A");
@@ -309,7 +325,7 @@ class ConfiguratorViewsTest : public QObject {
         QCOMPARE(panel->objectName(), QString("picPower"));
         QCOMPARE(panel->parentWidget(), static_cast<QWidget*>(view));
         QTRY_VERIFY(panel->isVisible());
-        QCOMPARE(panel->pos(), QPoint(60, 40));
+        QCOMPARE(panel->pos(), free);
         QCOMPARE(panel->size(), panel->sizeHint());
         QVERIFY(panel->width() > 50);
         f.app->Main().mnuViewPower.RaiseClick();
@@ -317,7 +333,38 @@ class ConfiguratorViewsTest : public QObject {
         QVERIFY(!panel->isVisible());
         f.app->Main().mnuViewPower.RaiseClick();
         QVERIFY(panel->isVisible());
-        QCOMPARE(panel->pos(), QPoint(60, 40));
+        QCOMPARE(panel->pos(), free);
+    }
+
+    void aStoredPlaceThatHidesAFieldGivesWayToAFreeOne() {
+        // 60, 40 pixels lies over the top groups of a QX6105A document.
+        DocumentFixture f;
+        f.platform.SaveSetting("Pendulon", "Setting", "PowerWindowTop", "600");
+        f.platform.SaveSetting("Pendulon", "Setting", "PowerWindowLeft", "900");
+        f.app->Main().mnuViewPower.SetChecked(true);
+        QVERIFY(f.ShowAndActivate());
+        f.NewDocument("QX6105A");
+        auto& form = f.Form<frmQX6105A>();
+        auto* view = f.ViewOf<QX6105AView>(form);
+        form.cmdCalculate.RaiseClick();
+        FloatingPanel* panel = view->PowerPanel();
+        QTRY_VERIFY(panel->isVisible());
+        QVERIFY(panel->pos() != QPoint(60, 40));
+        const std::vector<QRect> fields = FloatingPanel::FieldRectangles(*view);
+        const QRect stored(QPoint(60, 40), panel->size());
+        QVERIFY(std::any_of(fields.begin(), fields.end(),
+                            [&stored](const QRect& field) { return field.intersects(stored); }));
+        for (const QRect& field : fields) {
+            QVERIFY2(!field.intersects(panel->geometry()),
+                     qPrintable(QString("%1,%2 %3x%4")
+                                    .arg(field.x())
+                                    .arg(field.y())
+                                    .arg(field.width())
+                                    .arg(field.height())));
+        }
+        // The place it took is in the picture, and so in the settings when the document goes.
+        QCOMPARE(form.picPower.Left(), panel->x() * 15.0);
+        QCOMPARE(form.picPower.Top(), panel->y() * 15.0);
     }
 
     void powerPanelFirstShowsWhereItHidesNoField() {
