@@ -379,10 +379,13 @@ void frmQX5140::Form_Load() {
     mblnSuspendOutputsOnly = true;
     mblnUseDefaults3V = true;
     mblnUseDefaults5V = true;
-    // So that the first pin 8 click below marks a Calculate due.
+    // So that the pin 8 click below marks a Calculate due.
     mblnSelectWasLast = true;
-    optOE.SetValue(true);
+    // The voltage first: its click applies the limits, which calculates and leaves the button
+    // grey; Output Enable's click after it leaves the new form with the button yellow, asking
+    // for the first Calculate.
     opt5V.SetValue(true);
+    optOE.SetValue(true);
     mblnLoading = false;
 }
 

@@ -113,6 +113,9 @@ TEST(frmQX5140, NewFormHasItsFieldsAndDefaults) {
     EXPECT_TRUE(form.optOE.Value());
     EXPECT_TRUE(form.opt5V.Value());
     EXPECT_EQ(form.cmdCalculate.Caption(), "C&alculate");
+    // The new form asks for its first Calculate, and leaving Select/Suspend is behind it.
+    EXPECT_EQ(form.cmdCalculate.BackColor(), colors::Yellow);
+    EXPECT_FALSE(form.mblnSelectWasLast);
     EXPECT_EQ(form.lblPLLData[1].Caption(), "CPLL[4]");
     // Output enable: the second state of CLKA and the suspend fields are out of use.
     EXPECT_FALSE(form.fraSuspend.Visible());
