@@ -119,7 +119,8 @@ TEST_F(GraphicsTest, InsetPanelSwapsTheEdgeColours) {
     PanelForm form;
     form.lblPanel.Move(0, 0, 600, 300);
     PictureBox surface;
-    graphics.DrawPanel3D(surface, &form, &form.lblPanel, clsGraphics::Variant{true});
+    const clsGraphics::Variant inset(true);
+    graphics.DrawPanel3D(surface, &form, &form.lblPanel, inset);
     const auto& ops = surface.DisplayList();
     EXPECT_EQ(ops[1].color, colors::ButtonShadow);
     EXPECT_EQ(ops[2].color, colors::ButtonShadow);
@@ -142,7 +143,8 @@ TEST_F(GraphicsTest, PanelWithInsetThatIsNotBooleanRaises10501) {
     ASSERT_EQ(surface.DisplayList().size(), 6u);
     EXPECT_EQ(surface.DisplayList()[1].color, colors::Highlight3D);
 
-    graphics.DrawPanel3D(surface, &form, &form.lblPanel, clsGraphics::Variant{1.5});
+    const clsGraphics::Variant notBoolean(1.5);
+    graphics.DrawPanel3D(surface, &form, &form.lblPanel, notBoolean);
     EXPECT_EQ(platform.Messages().back().Text,
               ErrorReport::Text(10501, "clsGraphics.DrawPanel3D",
                                 "Invalid value for variable 'varInset': 1.5"));
