@@ -11,8 +11,9 @@ namespace pendulon::cli {
 const std::vector<Command>& Commands() {
     static const std::vector<Command> commands = {
         {"solve", kSolveUsage, kSolveSummary, RunSolve},
-        {"new", std::string(kNewUsage) + "\n      and the document actions of open:\n" +
-                    std::string(kToolActionsUsage, std::string(kToolActionsUsage).size() - 1),
+        {"new",
+         std::string(kNewUsage) + "\n      and the document actions of open:\n" +
+             std::string(kToolActionsUsage, std::string(kToolActionsUsage).size() - 1),
          kNewSummary, RunNew},
         {"open", kOpenUsage, kOpenSummary, RunOpen},
         {"jed", kJedUsage, kJedSummary, RunJed},

@@ -1,7 +1,5 @@
 #include "cli/DocumentCommand.hpp"
 
-#include "power/frmPower.hpp"
-
 #include <iostream>
 
 #include "cli/DocumentSession.hpp"
@@ -12,6 +10,7 @@
 #include "platform/OptionButton.hpp"
 #include "platform/ScrollBar.hpp"
 #include "platform/TextField.hpp"
+#include "power/frmPower.hpp"
 #include "qx5140/frmQX5140.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmDevice.hpp"

@@ -12,7 +12,6 @@
 #include "graphics/clsGraphics.hpp"
 #include "shell/Application.hpp"
 
-
 namespace pendulon {
 
 frm7311Family::frm7311Family(Application& app, std::string formName, int cpllRows)

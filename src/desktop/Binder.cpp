@@ -1,7 +1,5 @@
 #include "desktop/Binder.hpp"
 
-#include "desktop/KeyModifiers.hpp"
-
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
@@ -23,6 +21,7 @@
 #include <QTimer>
 
 #include "desktop/ColorMap.hpp"
+#include "desktop/KeyModifiers.hpp"
 #include "desktop/PictureView.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/ListField.hpp"
@@ -294,7 +293,8 @@ void Binder::ApplyColors(QWidget* widget, Field& field) {
             changed = true;
         }
         // A list that takes no typing draws its text as a button does.
-        if (qobject_cast<QComboBox*>(widget) && palette.color(group, QPalette::ButtonText) != fore) {
+        if (qobject_cast<QComboBox*>(widget) &&
+            palette.color(group, QPalette::ButtonText) != fore) {
             palette.setColor(group, QPalette::ButtonText, fore);
             changed = true;
         }

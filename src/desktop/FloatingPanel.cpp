@@ -1,13 +1,12 @@
 #include "desktop/FloatingPanel.hpp"
 
-#include "desktop/KeyModifiers.hpp"
-
 #include <QApplication>
 #include <QMouseEvent>
 #include <QTimer>
 #include <algorithm>
 #include <cmath>
 
+#include "desktop/KeyModifiers.hpp"
 #include "platform/PictureBox.hpp"
 #include "power/frmPower.hpp"
 #include "shell/Application.hpp"

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QSizePolicy>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
@@ -22,9 +23,9 @@
 namespace pendulon {
 
 using widgets::Check;
-using widgets::Option;
 using widgets::Group;
 using widgets::Indexed;
+using widgets::Option;
 
 namespace {
 
@@ -43,8 +44,7 @@ struct Widths {
 
 QX5140View::QX5140View(frmQX5140& form, Application& app, QWidget* parent, int twipsPerPixelX,
                        int twipsPerPixelY)
-    : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY),
-      form_(form) {
+    : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY), form_(form) {
     auto* root = new QVBoxLayout(this);
     root->setContentsMargins(8, 8, 8, 8);
     root->setSpacing(6);
@@ -96,7 +96,9 @@ QX5140View::QX5140View(frmQX5140& form, Application& app, QWidget* parent, int t
         Qt::QueuedConnection);
 }
 
-QX5140View::~QX5140View() = default;
+QX5140View::~QX5140View() {
+    form_.chkSuspendClockB.RemoveObserver(suspendHeadingObserver_);
+}
 
 QWidget* QX5140View::TopRow() {
     auto* row = new QWidget(this);
@@ -140,7 +142,18 @@ QWidget* QX5140View::OutputsGroup() {
     grid->setVerticalSpacing(3);
     grid->addWidget(Heading("Desired (MHz)", group), 0, 1);
     grid->addWidget(Heading("Actual (MHz, PPM)", group), 0, 2);
-    grid->addWidget(Heading("Suspend", group), 0, 3, Qt::AlignHCenter);
+    QLabel* suspendHeading = Heading("Suspend", group);
+    // Hidden, it keeps its room, so that the columns stay where they are across pin 8 modes.
+    QSizePolicy keepRoom = suspendHeading->sizePolicy();
+    keepRoom.setRetainSizeWhenHidden(true);
+    suspendHeading->setSizePolicy(keepRoom);
+    grid->addWidget(suspendHeading, 0, 3, Qt::AlignHCenter);
+    // The heading stands over the suspend boxes only while they are in use (Select/Suspend).
+    const auto followBoxes = [suspendHeading](Field& box) {
+        suspendHeading->setVisible(box.Visible());
+    };
+    suspendHeadingObserver_ = form_.chkSuspendClockB.AddObserver(followBoxes);
+    followBoxes(form_.chkSuspendClockB);
     grid->addWidget(Label("lblPrivatePLL", group), 0, 4, Qt::AlignHCenter);
     struct Row {
         QString label, desired, actual, suspend, privateLoop;

@@ -25,6 +25,7 @@ class QX5140View : public ConfiguratorView {
     void SetTabOrder();
 
     frmQX5140& form_;
+    int suspendHeadingObserver_ = 0;
 };
 
 }  // namespace pendulon

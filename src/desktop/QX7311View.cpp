@@ -20,9 +20,9 @@
 namespace pendulon {
 
 using widgets::Check;
-using widgets::Option;
 using widgets::Group;
 using widgets::Indexed;
+using widgets::Option;
 
 namespace {
 
@@ -48,9 +48,7 @@ struct Widths {
 
 QX7311View::QX7311View(frmQX7311& form, Application& app, QWidget* parent, int twipsPerPixelX,
                        int twipsPerPixelY)
-    : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY),
-      form_(form),
-      app_(app) {
+    : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY), form_(form), app_(app) {
     auto* root = new QVBoxLayout(this);
     root->setContentsMargins(8, 8, 8, 8);
     root->setSpacing(6);

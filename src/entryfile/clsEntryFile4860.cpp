@@ -1,7 +1,5 @@
 #include "entryfile/clsEntryFile4860.hpp"
 
-#include "shell/Application.hpp"
-
 #include "configurators/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
@@ -15,6 +13,7 @@
 #include "platform/ListField.hpp"
 #include "platform/OptionButton.hpp"
 #include "platform/TextField.hpp"
+#include "shell/Application.hpp"
 
 namespace pendulon {
 

@@ -157,8 +157,8 @@ TEST(CliQX3350, DetailsChooseTheCommentsButTheVoltageLineKeepsItsOwn) {
     Folder dir;
     for (const char* details : {"on", "off"}) {
         const std::string path = dir / (std::string(details) + ".ent");
-        const auto made = RunCli({"new", "QX3350", "--set", "txtPLL=100", "--click",
-                                  "cmdCalculate", "--options-details", details, "--save", path},
+        const auto made = RunCli({"new", "QX3350", "--set", "txtPLL=100", "--click", "cmdCalculate",
+                                  "--options-details", details, "--save", path},
                                  kFixedDate);
         ASSERT_EQ(made.exitCode, 0) << made.err;
         const std::string text = ReadFile(path);

@@ -154,13 +154,16 @@ TEST(frmQX7311Random, ConfigurationsOfAllSixDevicesAgreeWithAnIndependentComputa
                         EXPECT_EQ(actual, source);
                         break;
                     case 'R':
-                        EXPECT_EQ(desired, std::string(" ").append(Fixed(reference / divider))) << source;
+                        EXPECT_EQ(desired, std::string(" ").append(Fixed(reference / divider)))
+                            << source;
                         EXPECT_EQ(actual, Fixed(reference / divider)) << source;
                         break;
                     default: {
                         TextField& loop = source[0] == 'S' ? form.txtSPLL : form.txtUPLL;
                         ListField& shown = source[0] == 'S' ? form.cboSPLL : form.cboUPLL;
-                        EXPECT_EQ(desired, std::string(" ").append(Fixed(Val(loop.Text()) / divider))) << source;
+                        EXPECT_EQ(desired,
+                                  std::string(" ").append(Fixed(Val(loop.Text()) / divider)))
+                            << source;
                         if (loop.Text() == "Off") {
                             EXPECT_EQ(actual, "Off");
                         } else {

@@ -940,7 +940,8 @@ TEST(frmQX7311Power, RowsFollowTheModelWorkedOutByHand) {
     EXPECT_EQ(power.Unit(1), "mA ");
     EXPECT_EQ(power.Unit(2), "mA ");
     for (int r = 0; r < 8; ++r) {
-        EXPECT_EQ(power.Cell(r, 0), std::string(" ").append(mShared::ConvertDecimalToBinary(r, 3)).append(" "));
+        EXPECT_EQ(power.Cell(r, 0),
+                  std::string(" ").append(mShared::ConvertDecimalToBinary(r, 3)).append(" "));
         EXPECT_NEAR(Val(power.Cell(r, 1)), typical, 1e-9);
         EXPECT_NEAR(Val(power.Cell(r, 2)), worst, 1e-9);
     }

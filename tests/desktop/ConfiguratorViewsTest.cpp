@@ -355,12 +355,11 @@ class ConfiguratorViewsTest : public QObject {
         QVERIFY(std::any_of(fields.begin(), fields.end(),
                             [&stored](const QRect& field) { return field.intersects(stored); }));
         for (const QRect& field : fields) {
-            QVERIFY2(!field.intersects(panel->geometry()),
-                     qPrintable(QString("%1,%2 %3x%4")
-                                    .arg(field.x())
-                                    .arg(field.y())
-                                    .arg(field.width())
-                                    .arg(field.height())));
+            QVERIFY2(!field.intersects(panel->geometry()), qPrintable(QString("%1,%2 %3x%4")
+                                                                          .arg(field.x())
+                                                                          .arg(field.y())
+                                                                          .arg(field.width())
+                                                                          .arg(field.height())));
         }
         // The place it took is in the picture, and so in the settings when the document goes.
         QCOMPARE(form.picPower.Left(), panel->x() * 15.0);

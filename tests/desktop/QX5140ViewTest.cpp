@@ -193,11 +193,19 @@ class QX5140ViewTest : public QObject {
         Shown s(f, 1280, 800, "QX5140");
         auto* second = s.view->findChild<QLineEdit*>("txtClkA(1)");
         auto* suspend = s.view->findChild<QGroupBox*>("fraSuspend");
+        // The heading over the outputs' suspend boxes.
+        QLabel* heading = nullptr;
+        for (QLabel* label : s.view->findChild<QGroupBox*>("grpOutputs")->findChildren<QLabel*>())
+            if (label->text() == "Suspend")
+                heading = label;
+        QVERIFY(heading != nullptr);
         QTRY_VERIFY(!second->isVisible());
         QVERIFY(!suspend->isVisible());
+        QVERIFY(!heading->isVisible());
         QTest::mouseClick(s.view->findChild<QRadioButton*>("optSelect"), Qt::LeftButton);
         QTRY_VERIFY(second->isVisible());
         QVERIFY(suspend->isVisible());
+        QVERIFY(heading->isVisible());
         QVERIFY(s.view->findChild<QCheckBox*>("chkSuspendClockB")->isVisible());
         QVERIFY(!s.view->findChild<QCheckBox*>("chkPrivatePLLClockA")->isVisible());
         QTest::mouseClick(s.view->findChild<QRadioButton*>("optSuspendOutputsAndPLLs"),
@@ -206,6 +214,7 @@ class QX5140ViewTest : public QObject {
         QTest::mouseClick(s.view->findChild<QRadioButton*>("optShutdown"), Qt::LeftButton);
         QTRY_VERIFY(!second->isVisible());
         QVERIFY(!suspend->isVisible());
+        QVERIFY(!heading->isVisible());
     }
 };
 

@@ -9,14 +9,13 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setStyle("Fusion");
     int failures = 0;
-    for (auto make :
-         {pendulon::test::MakeBinderTest, pendulon::test::MakePictureViewTest,
-          pendulon::test::MakeQtPlatformTest, pendulon::test::MakeMenuTest,
-          pendulon::test::MakeMainWindowTest, pendulon::test::MakeShellViewsTest,
-          pendulon::test::MakeConfiguratorViewsTest, pendulon::test::MakeQX7311ViewTest,
-          pendulon::test::MakeQX5140ViewTest, pendulon::test::MakePrintPreviewViewTest,
-          pendulon::test::MakeWizardViewTest, pendulon::test::MakeQX3350ViewTest,
-          pendulon::test::MakePinoutDrawingTest}) {
+    for (auto make : {pendulon::test::MakeBinderTest, pendulon::test::MakePictureViewTest,
+                      pendulon::test::MakeQtPlatformTest, pendulon::test::MakeMenuTest,
+                      pendulon::test::MakeMainWindowTest, pendulon::test::MakeShellViewsTest,
+                      pendulon::test::MakeConfiguratorViewsTest, pendulon::test::MakeQX7311ViewTest,
+                      pendulon::test::MakeQX5140ViewTest, pendulon::test::MakePrintPreviewViewTest,
+                      pendulon::test::MakeWizardViewTest, pendulon::test::MakeQX3350ViewTest,
+                      pendulon::test::MakePinoutDrawingTest}) {
         std::unique_ptr<QObject> test(make());
         // PENDULON_TEST_CLASS=QtPlatformTest runs one class, so that its functions can be named.
         const QByteArray only = qgetenv("PENDULON_TEST_CLASS");
