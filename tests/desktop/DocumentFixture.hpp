@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QMdiSubWindow>
 #include <QMouseEvent>
+#include <QRect>
+#include <QStringList>
 #include <QTest>
 #include <memory>
 #include <string>
@@ -61,6 +63,39 @@ struct DocumentFixture {
         return QTest::qWaitForWindowActive(window.get());
     }
 };
+
+// Where a widget lies in a view's coordinates.
+inline QRect InView(const QWidget* widget, const QWidget* view) {
+    return QRect(widget->mapTo(view, QPoint(0, 0)), widget->size());
+}
+
+// The main window at a size, with a new document of the device in it, shown as a user sees it.
+template <class Form, class View>
+struct ShownDocument {
+    ShownDocument(DocumentFixture& f, int width, int height, const std::string& device) : f(f) {
+        f.window->resize(width, height);
+        f.ShowAndActivate();
+        f.NewDocument(device);
+        form = &f.Form<Form>();
+        view = f.ViewOf<View>(*form);
+        QTest::qWait(50);
+    }
+    DocumentFixture& f;
+    Form* form = nullptr;
+    View* view = nullptr;
+};
+
+// The names of the form's fields that the view has no widget of, apart from those skipped.
+template <class Skip>
+QStringList MissingWidgets(Window& form, const QWidget& view, Skip skip) {
+    QStringList missing;
+    for (const Field* field : form.Fields().Fields()) {
+        const QString name = QString::fromStdString(field->Name());
+        if (!skip(field->Name()) && view.findChild<QWidget*>(name) == nullptr)
+            missing << name;
+    }
+    return missing;
+}
 
 // Keeps a picture of a view beside the tests (views/<name>.png), for a person to look at.
 inline void KeepPicture(QWidget* view, const QString& name) {

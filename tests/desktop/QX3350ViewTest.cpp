@@ -44,12 +44,10 @@ class QX3350ViewTest : public QObject {
         auto& form = f.Form<frmQX3350>();
         auto* view = f.ViewOf<QX3350View>(form);
         QVERIFY(view != nullptr);
-        for (Field* field : form.Fields().Fields()) {
-            if (field->Name() == "txtFilePath")
-                continue;  // hidden: the caption shows the file
-            QVERIFY2(view->findChild<QWidget*>(QString::fromStdString(field->Name())) != nullptr,
-                     field->Name().c_str());
-        }
+        // The file path is hidden: the caption shows the file.
+        const QStringList missing = MissingWidgets(
+            form, *view, [](const std::string& name) { return name == "txtFilePath"; });
+        QVERIFY2(missing.isEmpty(), qPrintable(missing.join(", ")));
         const std::pair<const char*, const char*> groups[] = {
             {"fraClockSource", "Clock Source"},
             {"fraReference", "Reference"},

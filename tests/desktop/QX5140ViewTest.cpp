@@ -28,24 +28,7 @@ bool HasNoWidget(const std::string& name) {
     return name == "txtFilePath" || name == "picDebugWindow" || name == "picPower";
 }
 
-QRect InView(QWidget* widget, QWidget* view) {
-    return QRect(widget->mapTo(view, QPoint(0, 0)), widget->size());
-}
-
-// The main window at a size, with a new document of the device in it, shown as a user sees it.
-struct Shown {
-    Shown(DocumentFixture& f, int width, int height, const std::string& device) : f(f) {
-        f.window->resize(width, height);
-        f.ShowAndActivate();
-        f.NewDocument(device);
-        form = &f.Form<frmQX5140>();
-        view = f.ViewOf<QX5140View>(*form);
-        QTest::qWait(50);
-    }
-    DocumentFixture& f;
-    frmQX5140* form = nullptr;
-    QX5140View* view = nullptr;
-};
+using Shown = ShownDocument<frmQX5140, QX5140View>;
 
 }  // namespace
 
@@ -56,13 +39,8 @@ class QX5140ViewTest : public QObject {
         DocumentFixture f;
         Shown s(f, 1280, 800, "QX5140");
         QVERIFY(s.view != nullptr);
-        for (const Field* field : s.form->Fields().Fields()) {
-            const std::string& name = field->Name();
-            if (HasNoWidget(name))
-                continue;
-            QVERIFY2(s.view->findChild<QWidget*>(QString::fromStdString(name)) != nullptr,
-                     name.c_str());
-        }
+        const QStringList missing = MissingWidgets(*s.form, *s.view, HasNoWidget);
+        QVERIFY2(missing.isEmpty(), qPrintable(missing.join(", ")));
     }
 
     void everythingFitsWithoutOverlapOrClippingInBothModes() {

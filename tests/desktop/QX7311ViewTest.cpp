@@ -29,24 +29,7 @@ bool HasNoWidget(const std::string& name) {
            name == "lblMaximum" || name == "picDebugWindow" || name == "picPower";
 }
 
-QRect InView(QWidget* widget, QWidget* view) {
-    return QRect(widget->mapTo(view, QPoint(0, 0)), widget->size());
-}
-
-// The main window at a size, with a new document of the device in it, shown as a user sees it.
-struct Shown {
-    Shown(DocumentFixture& f, int width, int height, const std::string& device) : f(f) {
-        f.window->resize(width, height);
-        f.ShowAndActivate();
-        f.NewDocument(device);
-        form = &f.Form<frmQX7311>();
-        view = f.ViewOf<QX7311View>(*form);
-        QTest::qWait(50);
-    }
-    DocumentFixture& f;
-    frmQX7311* form = nullptr;
-    QX7311View* view = nullptr;
-};
+using Shown = ShownDocument<frmQX7311, QX7311View>;
 
 }  // namespace
 
@@ -57,13 +40,8 @@ class QX7311ViewTest : public QObject {
         DocumentFixture f;
         Shown s(f, 1280, 800, "QX7311");
         QVERIFY(s.view != nullptr);
-        for (const Field* field : s.form->Fields().Fields()) {
-            const std::string& name = field->Name();
-            if (HasNoWidget(name))
-                continue;
-            QVERIFY2(s.view->findChild<QWidget*>(QString::fromStdString(name)) != nullptr,
-                     name.c_str());
-        }
+        const QStringList missing = MissingWidgets(*s.form, *s.view, HasNoWidget);
+        QVERIFY2(missing.isEmpty(), qPrintable(missing.join(", ")));
     }
 
     void everythingFitsAt1280By800WithoutOverlapOrClipping() {
