@@ -28,34 +28,36 @@ frm7311Family::~frm7311Family() = default;
 // ---------------------------------------------------------------- entry file
 
 std::string frm7311Family::Checksum() {
-    if (!mclsEntryFile)
-        AttachEntryFile();
-    return IntegerText(mclsEntryFile->Checksum());
+    return IntegerText(EntryFile().Checksum());
 }
 
 void frm7311Family::MakeEntryFile(const std::string& path) {
-    if (!mclsEntryFile)
-        AttachEntryFile();
-    mclsEntryFile->MakeEntryFile();
-    mclsEntryFile->WriteEntryFile(path);
+    EntryFile().MakeEntryFile();
+    EntryFile().WriteEntryFile(path);
 }
 
 void frm7311Family::MakeEPROMVector(const std::string& path, bool fromForm) {
+    EntryFile().MakeEPROMVector(path, fromForm);
+}
+
+clsEntryFile7311& frm7311Family::EntryFileObject() {
     if (!mclsEntryFile)
-        AttachEntryFile();
-    mclsEntryFile->MakeEPROMVector(path, fromForm);
+        mclsEntryFile = std::make_shared<clsEntryFile7311>(App().EntryHost());
+    return *mclsEntryFile;
 }
 
 void frm7311Family::AttachEntryFile() {
+    EntryFileObject().SetForm(*this);
+}
+
+clsEntryFile7311& frm7311Family::EntryFile() {
     if (!mclsEntryFile)
-        mclsEntryFile = std::make_shared<clsEntryFile7311>(App().EntryHost());
-    mclsEntryFile->SetForm(*this);
+        AttachEntryFile();
+    return *mclsEntryFile;
 }
 
 void frm7311Family::Fill7311FromEntryFile(clsEntryFile& data) {
-    if (!mclsEntryFile)
-        AttachEntryFile();
-    mclsEntryFile->Fill7311Form(data);
+    EntryFile().Fill7311Form(data);
 }
 
 // ---------------------------------------------------------------- voltage and limits

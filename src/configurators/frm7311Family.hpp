@@ -39,6 +39,8 @@ class frm7311Family : public Configurator {
     cls7311Die& Die();
     clsQX7311& DeviceRules();
     clsGraphics& Graphics();
+    // The family's entry-file object, made on first use and told which window it serves.
+    clsEntryFile7311& EntryFile();
 
     // Shared fields: the solutions of each loop and whether it stops under SUSPEND.
     ControlArray<ListField> cboCPLLData;
@@ -62,8 +64,11 @@ class frm7311Family : public Configurator {
     void SetDieDefaults(double minimum3V, double maximum3V, double minimum5V, double maximum5V);
     // The counters of each loop from the die's fields of the present voltage.
     void SetLoopCounters();
-    // The entry-file object is told that this window is its form.
-    void AttachEntryFile();
+    // The entry-file object is told that this window is its form; a window with fields of its
+    // own (the QX5140) gives it a view of its own.
+    virtual void AttachEntryFile();
+    // The entry-file object, made on first use.
+    clsEntryFile7311& EntryFileObject();
     // The entry file's form fill of a QX7311 family file.
     void Fill7311FromEntryFile(clsEntryFile& data);
     // Releases the family objects.

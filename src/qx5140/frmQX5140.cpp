@@ -61,21 +61,14 @@ class QX5140EntryForm : public EntryForm7311 {
 
 }  // namespace
 
-frmQX5140::frmQX5140(Application& app) : Configurator(app, "frmQX5140") {
-    ErrorReport& errors = app.Errors();
-    mclsSPLL = std::make_unique<clsPLL>(errors);
-    mclsUPLL = std::make_unique<clsPLL>(errors);
-    mclsCPLL = std::make_unique<clsPLL>(errors);
-    mclsDie = std::make_unique<cls7311Die>(errors);
-    mclsReference = std::make_unique<clsReference>(errors);
-    mclsDevice = std::make_unique<clsQX7311>(errors);
-    mclsGraphics =
-        std::make_unique<clsGraphics>(errors, app.gintTwipsPerPixelX, app.gintTwipsPerPixelY);
-    mclsSearch = std::make_unique<clsCaseSearch>(errors, *mclsSPLL, *mclsUPLL, *mclsCPLL, *mclsDie,
-                                                 *mclsDevice);
-
-    txtPLLMin.Resize(9);
-    txtPLLMax.Resize(9);
+frmQX5140::frmQX5140(Application& app) : frm7311Family(app, "frmQX5140", 2) {
+    // The search works on the family's loops, die and rules, which stay with the window until
+    // it is destroyed.
+    mclsSearch =
+        std::make_unique<clsCaseSearch>(app.Errors(), SPLL(), UPLL(), CPLL(), Die(), DeviceRules());
+    // The loops' suspend boxes stand in their own frame beside the loop names, without a
+    // caption of their own.
+    for (CheckBox* box : {&chkSuspendCPLL, &chkSuspendSPLL, &chkSuspendUPLL}) box->SetCaption("");
     SetCaption("QX5140");
     lblDevice.SetCaption("QX5140");
     fraPin8Option.SetCaption("Pin 8");
@@ -277,21 +270,8 @@ void frmQX5140::SetDevice(const std::string& device) {
     Configurator::SetDevice(device);
 }
 
-clsEntryFile7311& frmQX5140::EntryFile() {
-    if (!mclsEntryFile) {
-        mclsEntryFile = std::make_unique<clsEntryFile7311>(App().EntryHost());
-        mclsEntryFile->SetForm(std::make_unique<QX5140EntryForm>(*this));
-    }
-    return *mclsEntryFile;
-}
-
-std::string frmQX5140::Checksum() {
-    return IntegerText(EntryFile().Checksum());
-}
-
-void frmQX5140::MakeEntryFile(const std::string& path) {
-    EntryFile().MakeEntryFile();
-    EntryFile().WriteEntryFile(path);
+void frmQX5140::AttachEntryFile() {
+    EntryFileObject().SetForm(std::make_unique<QX5140EntryForm>(*this));
 }
 
 void frmQX5140::MakeEPROMVector(const std::string&, bool) {
@@ -315,43 +295,6 @@ std::string frmQX5140::PinName(int index) const {
     return mastrPinName[static_cast<size_t>(index)];
 }
 
-double frmQX5140::DieVoltage() const {
-    return mclsDie->mdblVoltage;
-}
-
-void frmQX5140::SetDieVoltage(double voltage) {
-    mclsDie->mdblVoltage = voltage;
-}
-
-void frmQX5140::GetCurrentPLLLimits() {
-    mclsDevice->GetCurrentPLLLimits(*this, *mclsReference, *mclsDie);
-}
-
-void frmQX5140::SetNewPLLLimits() {
-    mclsDevice->SetNewPLLLimits(*this, *mclsReference, *mclsDie);
-}
-
-bool frmQX5140::LimitsEqualDefaults() {
-    std::vector<double> currentMinimum(cls7311Die::kElements, 0.0);
-    std::vector<double> currentMaximum(cls7311Die::kElements, 0.0);
-    std::vector<double> defaultMinimum(cls7311Die::kElements, 0.0);
-    std::vector<double> defaultMaximum(cls7311Die::kElements, 0.0);
-    mclsDie->GetCurrentLimits(currentMinimum, currentMaximum);
-    mclsDie->GetDefaultLimits(defaultMinimum, defaultMaximum);
-    for (size_t i = 0; i < currentMinimum.size(); ++i)
-        if (currentMinimum[i] != defaultMinimum[i] || currentMaximum[i] != defaultMaximum[i])
-            return false;
-    return true;
-}
-
-double frmQX5140::ReferenceMinimum() const {
-    return mclsReference->Minimum();
-}
-
-double frmQX5140::ReferenceMaximum() const {
-    return mclsReference->Maximum();
-}
-
 void frmQX5140::ReleaseObjects() {
     // The loops, die and search stay with the window until it is destroyed: a late event of a
     // view must not find them gone. What a search found goes.
@@ -366,7 +309,7 @@ void frmQX5140::Form_Load() {
     device.mstrPreviousDevice = device.mstrCurrentDevice;
     SetDevice(device.mstrCurrentDevice);
     Move(0, 0, 9600, 6620);
-    mclsReference->InitializeReferenceComboBox(cboFRef);
+    Reference().InitializeReferenceComboBox(cboFRef);
     if (!InitializeDieClass5140()) {
         mblnLoading = false;
         return;
@@ -395,11 +338,7 @@ bool frmQX5140::InitializeDieClass5140() {
         RaiseError(10001, "InitializeDieClass", "Invalid device: " + device);
         return false;
     }
-    mclsDie->mdblDefaultPLLMinimum3V = 8;
-    mclsDie->mdblDefaultPLLMaximum3V = 80;
-    mclsDie->mdblDefaultPLLMinimum5V = 8;
-    mclsDie->mdblDefaultPLLMaximum5V = 100;
-    mclsDie->SetDefaultLimits();
+    SetDieDefaults(8, 80, 8, 100);
     return true;
 }
 
@@ -455,16 +394,16 @@ void frmQX5140::cmdCalculate_Click() {
 }
 
 void frmQX5140::InitializeAllVCOPAndQ() {
-    const bool v3 = mclsDie->mdblVoltage == 3.3;
-    const cls7311Die& d = *mclsDie;
-    mclsCPLL->StoreVCOPAndQ(cboCPLLData[0], v3 ? d.mdblCPLLMinP3V : d.mdblCPLLMinP5V,
-                            v3 ? d.mdblCPLLMinQ3V : d.mdblCPLLMinQ5V);
-    mclsCPLL->StoreVCOPAndQ(cboCPLLData[1], v3 ? d.mdblCPLLMinP3V : d.mdblCPLLMinP5V,
-                            v3 ? d.mdblCPLLMinQ3V : d.mdblCPLLMinQ5V);
-    mclsSPLL->StoreVCOPAndQ(cboSPLLData, v3 ? d.mdblSPLLMinP3V : d.mdblSPLLMinP5V,
-                            v3 ? d.mdblSPLLMinQ3V : d.mdblSPLLMinQ5V);
-    mclsUPLL->StoreVCOPAndQ(cboUPLLData, v3 ? d.mdblUPLLMinP3V : d.mdblUPLLMinP5V,
-                            v3 ? d.mdblUPLLMinQ3V : d.mdblUPLLMinQ5V);
+    const bool v3 = Die().mdblVoltage == 3.3;
+    const cls7311Die& d = Die();
+    CPLL().StoreVCOPAndQ(cboCPLLData[0], v3 ? d.mdblCPLLMinP3V : d.mdblCPLLMinP5V,
+                         v3 ? d.mdblCPLLMinQ3V : d.mdblCPLLMinQ5V);
+    CPLL().StoreVCOPAndQ(cboCPLLData[1], v3 ? d.mdblCPLLMinP3V : d.mdblCPLLMinP5V,
+                         v3 ? d.mdblCPLLMinQ3V : d.mdblCPLLMinQ5V);
+    SPLL().StoreVCOPAndQ(cboSPLLData, v3 ? d.mdblSPLLMinP3V : d.mdblSPLLMinP5V,
+                         v3 ? d.mdblSPLLMinQ3V : d.mdblSPLLMinQ5V);
+    UPLL().StoreVCOPAndQ(cboUPLLData, v3 ? d.mdblUPLLMinP3V : d.mdblUPLLMinP5V,
+                         v3 ? d.mdblUPLLMinQ3V : d.mdblUPLLMinQ5V);
 }
 
 void frmQX5140::SetPLLValues() {
@@ -506,11 +445,11 @@ void frmQX5140::FindClockSources() {
 clsPLL* frmQX5140::LoopOfLetter(char letter) {
     switch (letter) {
         case 'C':
-            return mclsCPLL.get();
+            return &CPLL();
         case 'S':
-            return mclsSPLL.get();
+            return &SPLL();
         case 'U':
-            return mclsUPLL.get();
+            return &UPLL();
         default:
             return nullptr;
     }
@@ -543,16 +482,16 @@ std::string frmQX5140::DisplayClockSource(const std::string& strSource) {
             break;
         case 'S':
             text = "PLL1";
-            f1 = mclsSPLL->GetVCO(cboSPLLData.Text());
+            f1 = SPLL().GetVCO(cboSPLLData.Text());
             break;
         case 'C':
             text = "PLL2";
-            f1 = mclsCPLL->GetVCO(cboCPLLData[0].Text());
-            f2 = mclsCPLL->GetVCO(cboCPLLData[1].Text());
+            f1 = CPLL().GetVCO(cboCPLLData[0].Text());
+            f2 = CPLL().GetVCO(cboCPLLData[1].Text());
             break;
         case 'U':
             text = "PLL3";
-            f1 = mclsUPLL->GetVCO(cboUPLLData.Text());
+            f1 = UPLL().GetVCO(cboUPLLData.Text());
             break;
         default:
             text = "N/A";
@@ -573,18 +512,18 @@ void frmQX5140::DisplayActualOutput(const TextField& txtDesired, const std::stri
         case 'R': {
             const double actual = Val(cboFRef.Text()) / n;
             const std::int32_t ppm = mShared::CalculatePPM(actual, desired);
-            cboDestination.AddItem(mclsCPLL->GetActualFrequencyPPM(actual, ppm));
+            cboDestination.AddItem(CPLL().GetActualFrequencyPPM(actual, ppm));
             cboDestination.SetListIndex(0);
             break;
         }
         case 'S':
-            mclsSPLL->DisplayActualPPM(cboSPLLData, cboDestination, desired, n);
+            SPLL().DisplayActualPPM(cboSPLLData, cboDestination, desired, n);
             break;
         case 'C':
-            mclsCPLL->DisplayActualPPM(cboCPLLData[intWhichCase], cboDestination, desired, n);
+            CPLL().DisplayActualPPM(cboCPLLData[intWhichCase], cboDestination, desired, n);
             break;
         case 'U':
-            mclsUPLL->DisplayActualPPM(cboUPLLData, cboDestination, desired, n);
+            UPLL().DisplayActualPPM(cboUPLLData, cboDestination, desired, n);
             break;
         default:
             cboDestination.AddItem("Off");
@@ -608,7 +547,7 @@ void frmQX5140::DisplayAllActuals() {
     DisplayActualOutput(txtClkC, lblClkCSrcDiv.Caption(), cboClkC, 0);
     if (optSelect.Value() && chkSuspendCPLL.Value() == 1) {
         // The CPLL row of state 0 is parked while the loop is suspended.
-        mclsCPLL->StoreVCOPAndQ(cboCPLLData[0], 3, 2);
+        CPLL().StoreVCOPAndQ(cboCPLLData[0], 3, 2);
     }
 }
 
@@ -656,8 +595,8 @@ void frmQX5140::MatchOutputSelects(int intIndex, const std::string& strSource, i
     }
 }
 
-bool frmQX5140::LoopRange(const std::string& label, double& minimum, double& maximum) const {
-    const cls7311Die& d = *mclsDie;
+bool frmQX5140::LoopRange(const std::string& label, double& minimum, double& maximum) {
+    const cls7311Die& d = Die();
     if (label == "PLL1") {
         minimum = d.MinimumSPLLVoltage() / 16;
         maximum = d.MaximumSPLLVoltage();
@@ -752,7 +691,7 @@ void frmQX5140::cmdApplyLimits_Click() {
 
 void frmQX5140::chkUseDefault_Click() {
     MarkCalculateDue();
-    if (mclsDie->mdblVoltage == 3.3) {
+    if (Die().mdblVoltage == 3.3) {
         mblnUseDefaults3V = chkUseDefault.Value() != 0;
     } else {
         mblnUseDefaults5V = chkUseDefault.Value() != 0;
@@ -765,7 +704,7 @@ void frmQX5140::opt3V_Click() {
     PlatformServices& services = App().Services();
     const int pointer = services.MousePointer();
     services.SetMousePointer(kHourglass);
-    mclsDie->mdblVoltage = 3.3;
+    Die().mdblVoltage = 3.3;
     InitializeAllPLLClasses();
     GetCurrentPLLLimits();
     CheckPLLLimits();
@@ -777,7 +716,7 @@ void frmQX5140::opt5V_Click() {
     PlatformServices& services = App().Services();
     const int pointer = services.MousePointer();
     services.SetMousePointer(kHourglass);
-    mclsDie->mdblVoltage = 5;
+    Die().mdblVoltage = 5;
     InitializeAllPLLClasses();
     GetCurrentPLLLimits();
     // Unlike 3.3 V, no limit check here.
@@ -967,7 +906,7 @@ void frmQX5140::DisplayPinout() {
     const std::string option =
         optSelect.Value() ? "Select" : (optShutdown.Value() ? "SHUTDOWN" : "OE");
     mAsciiPrintout::GetPinout5140(mastrPinName, option);
-    mclsGraphics->DrawChip(picPinout, "QX5140", mastrPinName, 1.0);
+    Graphics().DrawChip(picPinout, "QX5140", mastrPinName, 1.0);
     picPinout.Refresh();
 }
 
@@ -1004,8 +943,8 @@ void frmQX5140::LeaveClockField(TextField& field, bool selectBranch) {
         } else {
             const double value = Val(text);
             // An output below the minimum of the slowest loop over its largest divider.
-            const double maximum = selectBranch && optSelect.Value() ? mclsDie->MaximumCPLLVoltage()
-                                                                     : mdblMaximumOutput;
+            const double maximum =
+                selectBranch && optSelect.Value() ? Die().MaximumCPLLVoltage() : mdblMaximumOutput;
             if (value < mdblMinimumOutput) {
                 result = mShared::FormatFrequencyShort(mdblMinimumOutput);
             } else if (value > maximum) {
@@ -1063,9 +1002,9 @@ void frmQX5140::CalculatePower() {
         model.mdblClockA = actual(cboClkC);
         model.mdblClockB = actual(cboClkB);
         model.mdblClockC = actual(cboClkA[row]);
-        model.mdblCPLL = mclsCPLL->GetVCO(cboCPLLData[row].List(cboCPLLData[row].ListIndex()));
-        model.mdblSPLL = mclsSPLL->GetVCO(cboSPLLData.List(cboSPLLData.ListIndex()));
-        model.mdblUPLL = mclsUPLL->GetVCO(cboUPLLData.List(cboUPLLData.ListIndex()));
+        model.mdblCPLL = CPLL().GetVCO(cboCPLLData[row].List(cboCPLLData[row].ListIndex()));
+        model.mdblSPLL = SPLL().GetVCO(cboSPLLData.List(cboSPLLData.ListIndex()));
+        model.mdblUPLL = UPLL().GetVCO(cboUPLLData.List(cboUPLLData.ListIndex()));
     };
     setInputs(0);
     if (select) {

@@ -3,39 +3,31 @@
 #include <string>
 #include <vector>
 
-#include "configurators/Configurator.hpp"
+#include "configurators/frm7311Family.hpp"
 #include "platform/ScrollBar.hpp"
 #include "qx5140/clsCaseSearch.hpp"
 
 namespace pendulon {
 
 class clsPLL;
-class clsReference;
-class cls7311Die;
-class clsQX7311;
-class clsGraphics;
-class clsEntryFile7311;
 
 // The QX5140: three loops (CPLL, SPLL, UPLL) and three outputs (CLKA, CLKB, CLKC). The engineer
 // gives only the frequencies; Calculate finds the cases, the assignments of loops, dividers and
 // the reference to the outputs, and each further press shows the next case. CLKA has a second
 // frequency for the other state of the select pin in Select/Suspend mode, where it sits on
 // CPLL.
-class frmQX5140 : public Configurator {
+class frmQX5140 : public frm7311Family {
   public:
     explicit frmQX5140(Application& app);
     ~frmQX5140() override;
 
     // Configurator
     void SetDevice(const std::string& device) override;
-    std::string Checksum() override;
-    void MakeEntryFile(const std::string& path) override;
     void MakeEPROMVector(const std::string& path, bool fromForm) override;
     // Fills the window from a read entry file: the desired values, a fresh search, and the
     // stored case looked up among the cases found now. False when the file's reference cannot
     // be taken, and the window is not shown.
     bool FillForm(clsEntryFile& data, const std::string& path) override;
-    clsEntryFile7311& EntryFile();
     std::string PinName(int index) const override;
     void CalculatePower() override;
     void DisplayAllActuals() override;
@@ -112,14 +104,10 @@ class frmQX5140 : public Configurator {
     CheckBox chkPrivatePLLClockC;
     Frame fraSuspenPlls;
     ControlArray<Label> lblSuspendPLL{3};
-    CheckBox chkSuspendCPLL;
-    CheckBox chkSuspendSPLL;
-    CheckBox chkSuspendUPLL;
+    // chkSuspendCPLL, chkSuspendSPLL, chkSuspendUPLL and the loops' data lists cboCPLLData (two
+    // select states), cboSPLLData, cboUPLLData are the family's.
     Frame fraPLLData;
     ControlArray<Label> lblPLLData{4};
-    ControlArray<ListField> cboCPLLData{2};
-    ListField cboSPLLData;
-    ListField cboUPLLData;
     ControlArray<Label> lblLimits{4};
     Label lblMin;
     Label lblMax;
@@ -134,14 +122,8 @@ class frmQX5140 : public Configurator {
     bool mblnSuspendOutputsOnly = true;
 
   protected:
-    double DieVoltage() const override;
-    void SetDieVoltage(double voltage) override;
-    void GetCurrentPLLLimits() override;
-    void SetNewPLLLimits() override;
-    bool LimitsEqualDefaults() override;
-    double ReferenceMinimum() const override;
-    double ReferenceMaximum() const override;
     void ReleaseObjects() override;
+    void AttachEntryFile() override;
 
   private:
     void RegisterFields();
@@ -173,18 +155,10 @@ class frmQX5140 : public Configurator {
     // text when no entry is selected.
     double ReferenceEntry() const;
     // Minimum / 16 and maximum of a loop by its label name ("PLL1", "PLL2", "PLL3").
-    bool LoopRange(const std::string& label, double& minimum, double& maximum) const;
+    bool LoopRange(const std::string& label, double& minimum, double& maximum);
     clsPLL* LoopOfLetter(char letter);
 
-    std::unique_ptr<clsPLL> mclsSPLL;
-    std::unique_ptr<clsPLL> mclsUPLL;
-    std::unique_ptr<clsPLL> mclsCPLL;
-    std::unique_ptr<cls7311Die> mclsDie;
-    std::unique_ptr<clsReference> mclsReference;
-    std::unique_ptr<clsQX7311> mclsDevice;
-    std::unique_ptr<clsGraphics> mclsGraphics;
     std::unique_ptr<clsCaseSearch> mclsSearch;
-    std::unique_ptr<clsEntryFile7311> mclsEntryFile;
     std::vector<std::string> mastrPinName;
 
     // One-shot flags of the suspend routines: in which state each last acted.
