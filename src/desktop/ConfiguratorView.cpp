@@ -20,6 +20,7 @@
 #include "configurators/Configurator.hpp"
 #include "desktop/Binder.hpp"
 #include "desktop/FloatingPanel.hpp"
+#include "desktop/NamedWidgets.hpp"
 #include "desktop/PictureView.hpp"
 #include "platform/PictureBox.hpp"
 
@@ -136,6 +137,32 @@ QGroupBox* ConfiguratorView::LimitsGroup(bool namedLabels) {
     apply->setAutoDefault(false);
     grid->addWidget(apply, 6, 2);
     return group;
+}
+
+void ConfiguratorView::ThreeLoopLimitRows(QGridLayout* grid, QWidget* group,
+                                          const std::function<QString(int)>& labelOf,
+                                          int fieldWidth) {
+    const auto limitField = [&](const QString& name) {
+        QLineEdit* field = Text(name, group, 5);
+        field->setFixedWidth(fieldWidth);
+        return field;
+    };
+    for (int loop = 0; loop < 3; ++loop) {
+        grid->addWidget(Label(labelOf(loop), group), loop + 1, 0);
+        for (int k = 0; k < 3; ++k) {
+            const int index = 3 * loop + k;
+            grid->addWidget(limitField(QString("txtPLLMin(%1)").arg(index)), loop + 1, 1 + 2 * k);
+            grid->addWidget(limitField(QString("txtPLLMax(%1)").arg(index)), loop + 1, 2 + 2 * k);
+        }
+    }
+    grid->addWidget(Label(labelOf(3), group), 4, 0);
+    grid->addWidget(limitField("txtFRefMin"), 4, 1);
+    grid->addWidget(limitField("txtFRefMax"), 4, 2);
+    grid->addWidget(widgets::Check("chkUseDefault", group), 4, 3, 1, 2);
+    auto* apply = new QPushButton(group);
+    apply->setObjectName("cmdApplyLimits");
+    apply->setAutoDefault(false);
+    grid->addWidget(apply, 4, 5, 1, 2);
 }
 
 QPushButton* ConfiguratorView::CalculateButton() {

@@ -53,6 +53,11 @@ class ConfiguratorView : public QWidget {
     QGroupBox* ReferenceGroup();
     // The limit group. With named labels the row and column captions are fields of the form.
     QGroupBox* LimitsGroup(bool namedLabels);
+    // The limit rows of a three-loop die from grid row 1 on: a row per loop in the die's order
+    // (its caption label, named by labelOf, then minimum and maximum of frequency, P and Q), the
+    // reference row with Use Default and Apply. Limit fields are fieldWidth pixels wide.
+    void ThreeLoopLimitRows(QGridLayout* grid, QWidget* group,
+                            const std::function<QString(int)>& labelOf, int fieldWidth);
     QPushButton* CalculateButton();
     QLabel* DeviceLabel();
     // The pinout, in a picture of the given size in twips; redraw draws the chip anew once the

@@ -251,31 +251,13 @@ QWidget* QX5140View::Limits() {
     for (int c = 0; c < 4; ++c)
         grid->addWidget(Heading(headings[c], group), 0, c + 3, Qt::AlignHCenter);
     // The die keeps CPLL, UPLL and SPLL in this order; the captions name UPLL, SPLL, CPLL.
-    const int caption[3] = {2, 0, 1};
-    for (int loop = 0; loop < 3; ++loop) {
-        grid->addWidget(Label(Indexed("lblLimits", caption[loop]), group), loop + 1, 0);
-        for (int k = 0; k < 3; ++k) {
-            const int index = 3 * loop + k;
-            QLineEdit* minimum = Text(Indexed("txtPLLMin", index), group, 5);
-            QLineEdit* maximum = Text(Indexed("txtPLLMax", index), group, 5);
-            minimum->setFixedWidth(w.limit);
-            maximum->setFixedWidth(w.limit);
-            grid->addWidget(minimum, loop + 1, 1 + 2 * k);
-            grid->addWidget(maximum, loop + 1, 2 + 2 * k);
-        }
-    }
-    grid->addWidget(Label("lblLimits(3)", group), 4, 0);
-    QLineEdit* refMin = Text("txtFRefMin", group, 5);
-    QLineEdit* refMax = Text("txtFRefMax", group, 5);
-    refMin->setFixedWidth(w.limit);
-    refMax->setFixedWidth(w.limit);
-    grid->addWidget(refMin, 4, 1);
-    grid->addWidget(refMax, 4, 2);
-    grid->addWidget(Check("chkUseDefault", group), 4, 3, 1, 2);
-    auto* apply = new QPushButton(group);
-    apply->setObjectName("cmdApplyLimits");
-    apply->setAutoDefault(false);
-    grid->addWidget(apply, 4, 5, 1, 2);
+    ThreeLoopLimitRows(
+        grid, group,
+        [](int row) {
+            const int caption[4] = {2, 0, 1, 3};
+            return Indexed("lblLimits", caption[row]);
+        },
+        w.limit);
     return group;
 }
 

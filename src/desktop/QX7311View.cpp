@@ -282,30 +282,8 @@ QWidget* QX7311View::Limits() {
     const char* const headings[] = {"MHz min", "MHz max", "P min", "P max", "Q min", "Q max"};
     for (int c = 0; c < 6; ++c)
         grid->addWidget(new QLabel(headings[c], group), 0, c + 1, Qt::AlignHCenter);
-    for (int loop = 0; loop < 3; ++loop) {
-        grid->addWidget(Label(Indexed("lblLimit", loop), group), loop + 1, 0);
-        for (int k = 0; k < 3; ++k) {
-            const int index = 3 * loop + k;
-            QLineEdit* minimum = Text(Indexed("txtPLLMin", index), group, 5);
-            QLineEdit* maximum = Text(Indexed("txtPLLMax", index), group, 5);
-            minimum->setFixedWidth(w.limit);
-            maximum->setFixedWidth(w.limit);
-            grid->addWidget(minimum, loop + 1, 1 + 2 * k);
-            grid->addWidget(maximum, loop + 1, 2 + 2 * k);
-        }
-    }
-    grid->addWidget(Label("lblLimit(3)", group), 4, 0);
-    QLineEdit* refMin = Text("txtFRefMin", group, 5);
-    QLineEdit* refMax = Text("txtFRefMax", group, 5);
-    refMin->setFixedWidth(w.limit);
-    refMax->setFixedWidth(w.limit);
-    grid->addWidget(refMin, 4, 1);
-    grid->addWidget(refMax, 4, 2);
-    grid->addWidget(Check("chkUseDefault", group), 4, 3, 1, 2);
-    auto* apply = new QPushButton(group);
-    apply->setObjectName("cmdApplyLimits");
-    apply->setAutoDefault(false);
-    grid->addWidget(apply, 4, 5, 1, 2);
+    ThreeLoopLimitRows(
+        grid, group, [](int row) { return Indexed("lblLimit", row); }, w.limit);
     return group;
 }
 
