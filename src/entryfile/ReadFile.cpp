@@ -80,8 +80,12 @@ std::string_view TrimBlanks(std::string_view text) {
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-double TaggedNumber(std::string_view line, std::string_view tag) {
-    return Val(Trim(mShared::GetSubstring(line, tag, ";")));
+// The number of a line that starts with its three-character tag: the text behind the tag up to
+// the first ";" (GetSubstring of the tag and ";"), without its blanks, read from the line itself.
+double TaggedNumber(std::string_view line) {
+    std::string_view text = line.substr(3);
+    text = text.substr(0, text.find(';'));
+    return Val(TrimBlanks(text));
 }
 
 std::string FileDateText(const std::string& path) {
@@ -149,21 +153,21 @@ bool ParseFile(std::string_view text, const std::string& path, const std::string
         } else if (tag == "# r") {
             file.mstrRValue = Trim(Mid(line, 4, 3));
         } else if (tag == "# d") {
-            if (auto v = IntegerValue(TaggedNumber(line, "# d"), errors))
+            if (auto v = IntegerValue(TaggedNumber(line), errors))
                 file.set_d(countD, *v);
             Advance(countD, errors);
         } else if (tag == "# f") {
-            file.set_f(countF, TaggedNumber(line, "# f"));
+            file.set_f(countF, TaggedNumber(line));
             Advance(countF, errors);
         } else if (tag == "# i") {
-            if (auto v = IntegerValue(TaggedNumber(line, "# i"), errors))
+            if (auto v = IntegerValue(TaggedNumber(line), errors))
                 file.set_i(countI, *v);
             Advance(countI, errors);
         } else if (tag == "# m") {
-            if (auto v = IntegerValue(TaggedNumber(line, "# m"), errors))
+            if (auto v = IntegerValue(TaggedNumber(line), errors))
                 file.mintMValue = *v;
         } else if (tag == "# p") {
-            if (auto v = IntegerValue(TaggedNumber(line, "# p"), errors))
+            if (auto v = IntegerValue(TaggedNumber(line), errors))
                 file.mintPValue = *v;
         } else if (tag == "###") {
             // A comment line of older files.

@@ -6,6 +6,8 @@
 
 #include "EntryTestSupport.hpp"
 #include "core/Numbers.hpp"
+#include "core/Text.hpp"
+#include "core/mShared.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "entryfile/clsEntryFile.hpp"
 #include "support/TestSupport.hpp"
@@ -323,6 +325,28 @@ TEST_F(ReadFileTest, TextInMemoryReadsAsTheFileDoes) {
             EXPECT_EQ(parsed.d(n), read.d(n));
         }
     }
+}
+
+TEST_F(ReadFileTest, TaggedValueIsTheTextBetweenTagAndSemicolonWithoutItsBlanks) {
+    // Each "# f" line's value is Val of the trimmed text that GetSubstring finds between the
+    // tag and the next ";" behind it.
+    const std::vector<std::string> lines = {
+        "# f  12.5 ;1",  "# f  3;", "# f",           "# f ;",          "# f 7",
+        "# f  1 2;",     "# f;9",   "# f 4 ; # f 5", "# f  -2.5e1 ;x", "# f 8;;",
+        "# fx 6 ; == y", "# f ; 3", "# f &H10;",     "# f\t5;",        "# f 1d2"};
+    std::string text;
+    for (const std::string& line : lines) text += line + "\r\n";
+    text += "# i 1\r\n";
+    ASSERT_TRUE(mFileAccessor::ParseFile(text, "x.ent", "", entry));
+    ASSERT_EQ(entry.mintFCount, static_cast<int>(lines.size()));
+    for (size_t n = 0; n < lines.size(); ++n) {
+        const double expected = Val(Trim(mShared::GetSubstring(lines[n], "# f", ";")));
+        EXPECT_EQ(entry.f(static_cast<int>(n)), expected) << lines[n];
+    }
+    EXPECT_EQ(entry.f(0), 12.5);
+    EXPECT_EQ(entry.f(1), 3);
+    EXPECT_EQ(entry.f(2), 0);
+    EXPECT_EQ(entry.f(7), 4);
 }
 
 TEST_F(ReadFileTest, TextWithoutDateLineTakesTheGivenDate) {
