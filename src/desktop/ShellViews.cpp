@@ -295,7 +295,7 @@ void RegisterShellViews(ViewRegistry& views, Application& app) {
         [](Window& w) { static_cast<frmOptions&>(w).cmdCancel_Click(); });
     views.Register(
         "frmDevice",
-        [=, &app](Window& w, QWidget* p) {
+        [=](Window& w, QWidget* p) {
             return DeviceView(static_cast<frmDevice&>(w), p, tppX(), tppY());
         },
         [](Window& w) { static_cast<frmDevice&>(w).Form_QueryUnload(0); });
