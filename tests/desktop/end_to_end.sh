@@ -262,8 +262,7 @@ yellow_pixels() {
         -fill black +opaque '#FFFF00' -fill white -opaque '#FFFF00' \
         -format '%[fx:round(mean*w*h)]' info:
 }
-"$PROGRAM" &
-PID=$!
+start_program
 WID=$(wait_main_window) || fail "the main window did not appear for the QX7311 run"
 xdotool windowsize --sync "$WID" 1280 800
 xdotool windowfocus --sync "$WID"
@@ -271,18 +270,14 @@ sleep 0.5
 xdotool key alt+f
 sleep 0.5
 xdotool key n
-DEVICE=$(xdotool search --sync --onlyvisible --name '^Select Device$' | head -1)
-[ -n "$DEVICE" ] || fail "File, New did not show the device selection for the QX7311 run"
+DEVICE=$(wait_window '^Select Device$') || fail "File, New did not show the device selection for the QX7311 run"
 xdotool windowfocus --sync "$DEVICE"
 # The QX7311 option heads the second row of the device group.
 xdotool mousemove --window "$DEVICE" 40 73 click 1
 sleep 0.3
 import -window root "$SHOTS/13-qx7311-choice.png"
 xdotool key Return
-for _ in $(seq 1 25); do
-    xdotool search --onlyvisible --name '^Select Device$' >/dev/null 2>&1 || break
-    sleep 0.2
-done
+wait_gone '^Select Device$' || fail "the device selection did not close"
 xdotool windowfocus --sync "$WID"
 sleep 1
 import -window root "$SHOTS/14-qx7311-new.png"
@@ -304,24 +299,13 @@ import -window root "$SHOTS/16-qx7311-calculated.png"
 xdotool key alt+f
 sleep 0.5
 xdotool key x
-for _ in $(seq 1 25); do
-    for id in $(xdotool search --onlyvisible --name "$TITLE" 2>/dev/null); do
-        width=$(xdotool getwindowgeometry --shell "$id" | sed -n 's/^WIDTH=//p')
-        if [ "${width:-0}" -lt 600 ]; then
-            xdotool windowfocus --sync "$id"
-            xdotool key n
-            break 2
-        fi
-    done
-    sleep 0.2
-done
+answer_box 17-qx7311-save-question.png main n
 wait_exit "$PID" || fail "File, Exit did not end the QX7311 run"
 wait "$PID"
 # Sixth run: a QX5140 document. File, New, the QX5140 picked in the device selection; three
 # frequencies typed; Calculate twice shows the second case; File, Save As
 # writes the entry file of that case.
-"$PROGRAM" &
-PID=$!
+start_program
 WID=$(wait_main_window) || fail "the main window did not appear for the QX5140 run"
 xdotool windowmove --sync "$WID" 0 0
 xdotool windowsize --sync "$WID" 1270 990
@@ -330,8 +314,7 @@ sleep 0.5
 xdotool key alt+f
 sleep 0.5
 xdotool key n
-DEVICE=$(xdotool search --sync --onlyvisible --name '^Select Device$' | head -1)
-[ -n "$DEVICE" ] || fail "File, New did not show the device selection for the QX5140 run"
+DEVICE=$(wait_window '^Select Device$') || fail "File, New did not show the device selection for the QX5140 run"
 xdotool windowfocus --sync "$DEVICE"
 sleep 0.5
 # The QX5140 option heads the fifth row of the device group.
@@ -339,10 +322,7 @@ xdotool mousemove --window "$DEVICE" 40 151 click 1
 sleep 0.3
 import -window root "$SHOTS/21-qx5140-device.png"
 xdotool key Return
-for _ in $(seq 1 25); do
-    xdotool search --onlyvisible --name '^Select Device$' >/dev/null 2>&1 || break
-    sleep 0.2
-done
+wait_gone '^Select Device$' || fail "the device selection did not close"
 xdotool windowfocus --sync "$WID"
 sleep 1
 # The desired frequency of CLKA, at its place in the document window; Tab goes on to CLKB and
@@ -365,12 +345,10 @@ import -window root "$SHOTS/24-qx5140-case2.png"
 xdotool key alt+f
 sleep 0.5
 xdotool key a
-SUMMARY=$(xdotool search --sync --onlyvisible --name 'Configuration$' | head -1)
-[ -n "$SUMMARY" ] || fail "Save As did not show the configuration summary"
+SUMMARY=$(wait_window 'Configuration$') || fail "Save As did not show the configuration summary"
 xdotool windowfocus --sync "$SUMMARY"
 xdotool key Return
-SAVEAS=$(xdotool search --sync --onlyvisible --name '^Save Entry File As$' | head -1)
-[ -n "$SAVEAS" ] || fail "Save As did not show the file dialog"
+SAVEAS=$(wait_window '^Save Entry File As$') || fail "Save As did not show the file dialog"
 xdotool windowfocus --sync "$SAVEAS"
 sleep 0.5
 xdotool type --delay 40 "$CONFIG/qx5140.ent"
@@ -399,8 +377,7 @@ wait_exit "$PID" || fail "File, Exit did not end the QX5140 run"
 wait "$PID"
 # Seventh run: a QX3350 document. File, New, the QX3350 option of the device selection clicked
 # at its place in the dialog, OK; a VCO frequency typed, PLL/4 chosen, Calculate by its key.
-"$PROGRAM" &
-PID=$!
+start_program
 WID=$(wait_main_window) || fail "the main window did not appear for the QX3350 run"
 xdotool windowsize --sync "$WID" 1180 860
 xdotool windowfocus --sync "$WID"
@@ -408,8 +385,7 @@ sleep 0.5
 xdotool key alt+f
 sleep 0.5
 xdotool key n
-DEVICE=$(xdotool search --sync --onlyvisible --name '^Select Device$' | head -1)
-[ -n "$DEVICE" ] || fail "File, New did not show the device selection for the QX3350 run"
+DEVICE=$(wait_window '^Select Device$') || fail "File, New did not show the device selection for the QX3350 run"
 eval "$(xdotool getwindowgeometry --shell "$DEVICE")"
 # The option stands in the first column of the sixth row of devices.
 xdotool mousemove --sync $((X + 28)) $((Y + 177)) click 1
@@ -417,10 +393,7 @@ sleep 0.5
 import -window root "$SHOTS/26-qx3350-selected.png"
 xdotool windowfocus --sync "$DEVICE"
 xdotool key Return
-for _ in $(seq 1 25); do
-    xdotool search --onlyvisible --name '^Select Device$' >/dev/null 2>&1 || break
-    sleep 0.2
-done
+wait_gone '^Select Device$' || fail "the device selection did not close"
 xdotool windowfocus --sync "$WID"
 sleep 1
 import -window root "$SHOTS/27-qx3350-new.png"
@@ -441,44 +414,14 @@ import -window root "$SHOTS/28-qx3350-calculated.png"
 xdotool key alt+f
 sleep 0.5
 xdotool key x
-ASKED=
-for _ in $(seq 1 25); do
-    for id in $(xdotool search --onlyvisible --name "$TITLE" 2>/dev/null); do
-        width=$(xdotool getwindowgeometry --shell "$id" | sed -n 's/^WIDTH=//p')
-        if [ "${width:-0}" -lt 600 ]; then
-            xdotool windowfocus --sync "$id"
-            import -window root "$SHOTS/29-qx3350-save-question.png"
-            xdotool key n
-            ASKED=1
-            break 2
-        fi
-    done
-    sleep 0.2
-done
-[ -n "$ASKED" ] || fail "no QX3350 document was open at File, Exit"
+answer_box 29-qx3350-save-question.png main n
 wait_exit "$PID" || fail "File, Exit did not end the QX3350 run"
 wait "$PID"
 # Eighth run: the clock selection wizard leads to a new document. Help, Clock Selection
 # Wizard; more than one unrelated clock, four to six outputs, no real-time clock, factory
 # programmed: a QX7312. Each page's first answer has the keyboard; Tab moves to the next one,
 # Space takes it, Alt+N is Next and Alt+F Finish.
-wait_window() {
-    for _ in $(seq 1 50); do
-        id=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | head -1)
-        [ -n "$id" ] && echo "$id" && return 0
-        sleep 0.2
-    done
-    return 1
-}
-wait_gone() {
-    for _ in $(seq 1 50); do
-        xdotool search --onlyvisible --name "$1" >/dev/null 2>&1 || return 0
-        sleep 0.2
-    done
-    return 1
-}
-"$PROGRAM" &
-PID=$!
+start_program
 WID=$(wait_main_window) || fail "the main window did not appear for the wizard run"
 xdotool windowsize --sync "$WID" 1180 860
 xdotool windowfocus --sync "$WID"
@@ -530,17 +473,7 @@ xdotool windowfocus --sync "$WID"
 xdotool key alt+f
 sleep 0.5
 xdotool key x
-for _ in $(seq 1 10); do
-    for id in $(xdotool search --onlyvisible --name "$TITLE" 2>/dev/null); do
-        width=$(xdotool getwindowgeometry --shell "$id" | sed -n 's/^WIDTH=//p')
-        if [ "${width:-0}" -lt 600 ]; then
-            xdotool windowfocus --sync "$id"
-            xdotool key n
-            break 2
-        fi
-    done
-    sleep 0.2
-done
+# The new document is unchanged: File, Exit asks nothing.
 wait_exit "$PID" || fail "File, Exit did not end the wizard run"
 wait "$PID"
 echo "end-to-end run passed; screenshots in $SHOTS"
