@@ -97,6 +97,17 @@ QStringList MissingWidgets(Window& form, const QWidget& view, Skip skip) {
     return missing;
 }
 
+// The field that Tab moves the keyboard to from the named widget of a view (an editable list
+// hands the focus to its edit line, so the field is the first named widget up from it).
+inline QString TabFrom(QWidget* view, const char* name) {
+    QWidget* start = view->findChild<QWidget*>(name);
+    start->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QWidget* now = QApplication::focusWidget();
+    while (now != nullptr && now->objectName().isEmpty()) now = now->parentWidget();
+    return now == nullptr ? QString() : now->objectName();
+}
+
 // Keeps a picture of a view beside the tests (views/<name>.png), for a person to look at.
 inline void KeepPicture(QWidget* view, const QString& name) {
     QDir().mkpath("views");

@@ -152,14 +152,7 @@ class QX5140ViewTest : public QObject {
     void tabGoesThroughTheFrequencies() {
         DocumentFixture f;
         Shown s(f, 1280, 800, "QX5140");
-        auto tabFrom = [&](const char* name) {
-            QWidget* start = s.view->findChild<QWidget*>(name);
-            start->setFocus(Qt::TabFocusReason);
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            QWidget* now = QApplication::focusWidget();
-            while (now != nullptr && now->objectName().isEmpty()) now = now->parentWidget();
-            return now == nullptr ? QString() : now->objectName();
-        };
+        const auto tabFrom = [&](const char* name) { return TabFrom(s.view, name); };
         // The second state of CLKA is hidden without Select/Suspend.
         QCOMPARE(tabFrom("txtClkA(0)"), QString("txtClkB"));
         QCOMPARE(tabFrom("txtClkB"), QString("txtClkC"));

@@ -168,15 +168,7 @@ class QX7311ViewTest : public QObject {
     void tabGoesThroughTheLoopsToTheOutputs() {
         DocumentFixture f;
         Shown s(f, 1280, 800, "QX7311");
-        auto tabFrom = [&](const char* name) {
-            QWidget* start = s.view->findChild<QWidget*>(name);
-            start->setFocus(Qt::TabFocusReason);
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            QWidget* now = QApplication::focusWidget();
-            // An editable list hands the focus to its edit line.
-            while (now != nullptr && now->objectName().isEmpty()) now = now->parentWidget();
-            return now == nullptr ? QString() : now->objectName();
-        };
+        const auto tabFrom = [&](const char* name) { return TabFrom(s.view, name); };
         QCOMPARE(tabFrom("txtCPLL(3)"), QString("txtCPLL(4)"));
         QCOMPARE(tabFrom("txtCPLL(7)"), QString("txtSPLL"));
         QCOMPARE(tabFrom("txtUPLL"), QString("cboCPU"));
