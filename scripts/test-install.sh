@@ -146,11 +146,12 @@ check_file_types() {
 
 # Starts the desktop entry of the tree $1 as a menu or file manager does, optionally with a
 # file, on an X server of our own, and waits for the main window. Sets app_pid and main_window.
+# data_dirs, when set, replaces the desktop's data folders.
 title='^Pendulon\(tm\) [0-9]+\.[0-9]+$'
 launch() {
     local prefix=$1
     shift
-    env PATH="$prefix/bin:$PATH" XDG_DATA_DIRS="$prefix/share:/usr/share" \
+    env PATH="$prefix/bin:$PATH" XDG_DATA_DIRS="${data_dirs:-$prefix/share:/usr/share}" \
         gio launch "$prefix/share/applications/$app_id.desktop" "$@" >"$work/launch.log" 2>&1 ||
         fail "gio launch failed: $(cat "$work/launch.log")"
     main_window=
@@ -216,11 +217,18 @@ check_desktop_program() {
     wm_class=$(sed -n 's/^StartupWMClass=//p' "$prefix/share/applications/$app_id.desktop")
     xdotool search --class "^$wm_class\$" | grep -qx "$main_window" ||
         fail "the main window's class is not '$wm_class'"
-    # The window shows the installed icon (drawn from the SVG by Qt's SVG plugin).
-    if [ -e "$(qtpaths6 --query QT_INSTALL_PLUGINS 2>/dev/null)/iconengines/libqsvgicon.so" ] &&
-        command -v xprop >/dev/null; then
+    # The window shows its icon (drawn from the SVG by Qt's SVG plugin): the installed one, and
+    # the program's own where no data folder holds the hicolor theme's index (a desktop without
+    # the hicolor icon theme).
+    local svg_plugin
+    svg_plugin="$(qtpaths6 --query QT_INSTALL_PLUGINS 2>/dev/null)/iconengines/libqsvgicon.so"
+    if [ -e "$svg_plugin" ] && command -v xprop >/dev/null; then
         xprop -id "$main_window" _NET_WM_ICON | grep -q "_NET_WM_ICON(CARDINAL) = " ||
             fail "the main window has no icon"
+        stop_app
+        data_dirs="$prefix/share" launch "$prefix"
+        xprop -id "$main_window" _NET_WM_ICON | grep -q "_NET_WM_ICON(CARDINAL) = " ||
+            fail "the main window has no icon where the desktop has no hicolor theme"
     fi
     stop_app
 

@@ -1,7 +1,5 @@
 #include "desktop/MainWindow.hpp"
 
-#include "desktop/KeyModifiers.hpp"
-
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
@@ -23,6 +21,7 @@
 
 #include "configurators/Configurator.hpp"
 #include "desktop/Binder.hpp"
+#include "desktop/KeyModifiers.hpp"
 #include "desktop/ViewRegistry.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
@@ -327,6 +326,10 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
                                     mouse->position().y() * app_.Services().TwipsPerPixelY());
     }
     return QMainWindow::eventFilter(watched, event);
+}
+
+QIcon ApplicationIcon() {
+    return QIcon::fromTheme("com.varnhol.Pendulon", QIcon(":/icons/com.varnhol.Pendulon.svg"));
 }
 
 }  // namespace pendulon

@@ -1,4 +1,5 @@
 #pragma once
+#include <QIcon>
 #include <QMainWindow>
 #include <QPointer>
 #include <map>
@@ -15,6 +16,11 @@ class Binder;
 class MenuItem;
 class ViewRegistry;
 class Window;
+
+// The icon of Pendulon's windows: the one the icon theme holds under the name the desktop entry
+// gives, or, where the theme has none (a machine without the hicolor theme's index, or the
+// program run from its build folder), the copy of the same drawing built into the program.
+QIcon ApplicationIcon();
 
 // The main window: menus built from frmMain's menu tree, the document area with its children,
 // and the status strip. Geometry and state are kept in step with frmMain in twips, so that the

@@ -1,5 +1,4 @@
 #include <QApplication>
-#include <QIcon>
 #include <QStringList>
 #include <QTimer>
 
@@ -19,7 +18,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName("Pendulon");
     // The desktop entry and icon an installed Pendulon goes by.
     QGuiApplication::setDesktopFileName("com.varnhol.Pendulon");
-    QApplication::setWindowIcon(QIcon::fromTheme("com.varnhol.Pendulon"));
+    QApplication::setWindowIcon(ApplicationIcon());
     QApplication::setStyle("Fusion");
 
     ViewRegistry views;

@@ -1,8 +1,13 @@
+#include <QDir>
+#include <QFile>
+#include <QIcon>
+#include <QImage>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMimeData>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QUrl>
 #include <memory>
@@ -37,6 +42,36 @@ struct Fixture {
     }
     QLabel* Label(const char* name) const { return window->findChild<QLabel*>(name); }
 };
+
+// Points Qt's icon lookup at other theme folders for the life of a test, and back afterwards.
+class IconThemeFolders {
+  public:
+    explicit IconThemeFolders(const QString& folder)
+        : paths_(QIcon::themeSearchPaths()), name_(QIcon::themeName()) {
+        QIcon::setThemeSearchPaths({folder});
+        QIcon::setThemeName("hicolor");
+    }
+    ~IconThemeFolders() {
+        QIcon::setThemeSearchPaths(paths_);
+        QIcon::setThemeName(name_);
+    }
+    IconThemeFolders(const IconThemeFolders&) = delete;
+    IconThemeFolders& operator=(const IconThemeFolders&) = delete;
+
+  private:
+    QStringList paths_;
+    QString name_;
+};
+
+// Whether the icon, drawn at 32 pixels, has anything on it.
+bool DrawsSomething(const QIcon& icon) {
+    const QImage image = icon.pixmap(32, 32).toImage();
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (qAlpha(image.pixel(x, y)) != 0)
+                return true;
+    return false;
+}
 
 }  // namespace
 
@@ -183,6 +218,38 @@ class MainWindowTest : public QObject {
         // Opening first unloads the open document, then the missing file cannot be read.
         QVERIFY(f.app.Document() == nullptr);
         QVERIFY(!f.platform.Messages().empty());
+    }
+
+    void applicationIconIsTheThemesWhereTheThemeHasIt() {
+        QTemporaryDir themes;
+        QVERIFY(themes.isValid());
+        // The hicolor theme of a desktop, holding the icon an installed Pendulon put there.
+        QDir root(themes.path());
+        QVERIFY(root.mkpath("hicolor/scalable/apps"));
+        QFile index(root.filePath("hicolor/index.theme"));
+        QVERIFY(index.open(QIODevice::WriteOnly));
+        index.write(
+            "[Icon Theme]\nName=Hicolor\nDirectories=scalable/apps\n\n"
+            "[scalable/apps]\nSize=48\nMinSize=1\nMaxSize=512\nType=Scalable\n");
+        index.close();
+        QVERIFY(
+            QFile::copy(QStringLiteral(PENDULON_SOURCE_DIR "/packaging/com.varnhol.Pendulon.svg"),
+                        root.filePath("hicolor/scalable/apps/com.varnhol.Pendulon.svg")));
+        IconThemeFolders folders(themes.path());
+        const QIcon icon = ApplicationIcon();
+        QCOMPARE(icon.name(), QString("com.varnhol.Pendulon"));
+        QVERIFY(DrawsSomething(icon));
+    }
+
+    void applicationIconIsTheProgramsOwnWhereTheThemeLacksIt() {
+        // No hicolor index anywhere, as on a machine without the hicolor icon theme.
+        QTemporaryDir themes;
+        QVERIFY(themes.isValid());
+        IconThemeFolders folders(themes.path());
+        const QIcon icon = ApplicationIcon();
+        QVERIFY(!icon.isNull());
+        QCOMPARE(icon.name(), QString());
+        QVERIFY(DrawsSomething(icon));
     }
 };
 
