@@ -48,6 +48,9 @@ start_x || { echo "FAIL: the X server did not start" >&2; exit 1; }
 export XDG_CONFIG_HOME="$CONFIG/user"
 # Keep the machine's own system-wide settings out of the test.
 export XDG_CONFIG_DIRS="$CONFIG/system"
+# Qt's runtime folder, which it would otherwise make in /tmp and leave there.
+export XDG_RUNTIME_DIR="$CONFIG/runtime"
+mkdir -m 700 "$XDG_RUNTIME_DIR"
 export QT_QPA_PLATFORM=xcb
 SETTINGS="$XDG_CONFIG_HOME/Pendulon/Pendulon.conf"
 

@@ -1,11 +1,22 @@
 #include <QApplication>
+#include <QDir>
+#include <QTemporaryDir>
 #include <QTest>
 #include <memory>
+#include <optional>
 
 #include "DesktopTests.hpp"
 
 // Runs every test class of the desktop front end in one program.
 int main(int argc, char** argv) {
+    // Qt makes a runtime folder in /tmp for itself when the session names none; the tests give
+    // it one of their own that goes when they end.
+    std::optional<QTemporaryDir> runtime;
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {
+        runtime.emplace(QDir::tempPath() + "/test_desktop-runtime-XXXXXX");
+        if (runtime->isValid())
+            qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime->path()));
+    }
     QApplication app(argc, argv);
     QApplication::setStyle("Fusion");
     int failures = 0;
