@@ -1,6 +1,7 @@
 #include "cli/Commands.hpp"
 
 #include "cli/DocumentCommand.hpp"
+#include "cli/PlanCommand.hpp"
 #include "cli/SolveCommand.hpp"
 #include "cli/ToolActions.hpp"
 #include "cli/WizardCommand.hpp"
@@ -18,6 +19,7 @@ const std::vector<Command>& Commands() {
         {"open", kOpenUsage, kOpenSummary, RunOpen},
         {"jed", kJedUsage, kJedSummary, RunJed},
         {"wizard", kWizardUsage, kWizardSummary, RunWizard},
+        {"plan", kPlanUsage, kPlanSummary, RunPlan},
     };
     return commands;
 }

@@ -10,9 +10,11 @@
 #include "platform/OptionButton.hpp"
 #include "platform/ScrollBar.hpp"
 #include "platform/TextField.hpp"
+#include "platform/UserInput.hpp"
 #include "power/frmPower.hpp"
 #include "qx5140/frmQX5140.hpp"
 #include "shell/Application.hpp"
+#include "shell/ShellPlannerHost.hpp"
 #include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
 #include "shell/frmSummary.hpp"
@@ -31,21 +33,7 @@ DocumentSession::DocumentSession(std::ostream& out, std::ostream& err) : out_(ou
 DocumentSession::~DocumentSession() = default;
 
 bool DocumentSession::NewDocument(const std::string& device, std::string& error) {
-    frmDevice& form = app_->DeviceForm();
-    auto* option = form.Fields().FindAs<OptionButton>("opt" + device);
-    if (option == nullptr) {
-        error = "unknown device '" + device + "'";
-        return false;
-    }
-    // File, New: frmDevice opens for a new document, the user picks the device and presses OK.
-    form.CreateNew(true);
-    option->SetValue(true);
-    form.cmdOK_Click();
-    if (app_->Document() == nullptr) {
-        error = "the " + device + " document did not load";
-        return false;
-    }
-    return true;
+    return ShellPlannerHost::NewDocumentAsUser(*app_, device, error) != nullptr;
 }
 
 Field* DocumentSession::Resolve(const std::string& name, Window*& window, std::string& error) {
@@ -94,62 +82,7 @@ bool DocumentSession::Set(const std::string& name, const std::string& text, std:
     Field* field = Resolve(name, window, error);
     if (field == nullptr)
         return false;
-    if (!field->Enabled() || !field->Visible()) {
-        error = "field '" + name + "' cannot take the focus";
-        return false;
-    }
-    switch (field->Kind()) {
-        case FieldKind::Text: {
-            window->SetFocusTo(field);
-            static_cast<TextField*>(field)->SetText(text);
-            break;
-        }
-        case FieldKind::List: {
-            auto* list = static_cast<ListField*>(field);
-            int found = -1;
-            for (int i = 0; i < list->ListCount(); ++i) {
-                if (list->List(i) == text) {
-                    found = i;
-                    break;
-                }
-            }
-            if (found < 0 && !list->AllowsFreeText()) {
-                error = "list '" + name + "' has no entry '" + text + "'";
-                return false;
-            }
-            window->SetFocusTo(field);
-            if (found >= 0) {
-                list->SetListIndex(found);
-            } else {
-                list->SetText(text);
-            }
-            break;
-        }
-        case FieldKind::Check: {
-            if (text != "0" && text != "1" && text != "2") {
-                error = "check '" + name + "' takes 0, 1 or 2, not '" + text + "'";
-                return false;
-            }
-            window->SetFocusTo(field);
-            static_cast<CheckBox*>(field)->SetValue(text[0] - '0');
-            break;
-        }
-        case FieldKind::Option: {
-            if (text != "1") {
-                error = "option '" + name + "' takes 1, not '" + text + "'";
-                return false;
-            }
-            window->SetFocusTo(field);
-            static_cast<OptionButton*>(field)->SetValue(true);
-            break;
-        }
-        default:
-            error = "field '" + name + "' takes no input";
-            return false;
-    }
-    // Leaving the field runs its checks.
-    window->SetFocusTo(nullptr);
-    return true;
+    return SetAsUser(*window, *field, text, name, error);
 }
 
 bool DocumentSession::Click(const std::string& name, std::string& error) {
@@ -157,51 +90,7 @@ bool DocumentSession::Click(const std::string& name, std::string& error) {
     Field* field = Resolve(name, window, error);
     if (field == nullptr)
         return false;
-    if (!field->Enabled() || !field->Visible()) {
-        error = "field '" + name + "' cannot be clicked";
-        return false;
-    }
-    switch (field->Kind()) {
-        case FieldKind::Button:
-            window->SetFocusTo(field);
-            field->RaiseClick();
-            break;
-        case FieldKind::MenuItem:
-            // A menu takes no focus from the field that has it.
-            field->RaiseClick();
-            break;
-        case FieldKind::Check: {
-            window->SetFocusTo(field);
-            // A click ticks a clear box and clears a ticked or greyed one.
-            auto* check = static_cast<CheckBox*>(field);
-            check->SetValue(check->Value() == 0 ? 1 : 0);
-            break;
-        }
-        case FieldKind::Option: {
-            window->SetFocusTo(field);
-            auto* option = static_cast<OptionButton*>(field);
-            if (option->Value()) {
-                option->RaiseClick();
-            } else {
-                option->SetValue(true);
-            }
-            break;
-        }
-        case FieldKind::List: {
-            auto* list = static_cast<ListField*>(field);
-            if (list->ListIndex() < 0) {
-                error = "list '" + name + "' has no entry selected";
-                return false;
-            }
-            window->SetFocusTo(field);
-            field->RaiseClick();
-            break;
-        }
-        default:
-            error = "field '" + name + "' cannot be clicked";
-            return false;
-    }
-    return true;
+    return ClickAsUser(*window, *field, name, error);
 }
 
 int DocumentSession::RunActions(const std::vector<std::string>& args, size_t first) {

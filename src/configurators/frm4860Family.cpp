@@ -106,7 +106,7 @@ void frm4860Family::InitializeDieDefaults(const std::string& plain, const std::s
 }
 
 void frm4860Family::CheckOutputLimits(Field& field) {
-    mShared::CheckLimits(field, 0.5, OutputMaximum());
+    mShared::CheckLimits(field, kOutputMinimum, OutputMaximum());
 }
 
 // ---------------------------------------------------------------- objects

@@ -27,8 +27,12 @@ class frm4860Family : public Configurator {
     void MakeEntryFile(const std::string& path) override;
     void MakeEPROMVector(const std::string& path, bool fromForm) override;
 
-    // Colours an output field against 0.5 MHz and the device's output maximum.
+    // Lowest output frequency of the family's devices.
+    static constexpr double kOutputMinimum = 0.5;
+    // Colours an output field against the output minimum and the device's output maximum.
     void CheckOutputLimits(Field& field);
+    // Highest output frequency of the device at the present voltage.
+    virtual double OutputMaximum() const = 0;
 
     // The objects the window owns, created on first use.
     clsPLL& PLL();
@@ -52,9 +56,6 @@ class frm4860Family : public Configurator {
     // part 4-120 MHz and 4-160 MHz. Any other device is reported as invalid.
     void InitializeDieDefaults(const std::string& plain, const std::string& industrial,
                                const std::string& fast);
-
-    // Highest output frequency of the device at the present voltage.
-    virtual double OutputMaximum() const = 0;
 
     // Connects cboFRef's got-focus hint and click, and the limit fields' got-focus hints and
     // key filters. Runs after the fields are registered, as it replaces the reference click.

@@ -28,6 +28,8 @@ class frmQX6105A : public frm4860Family {
     void SetPreScale(int index, bool value) override;
     void CheckPLLLimits() override;
     void CalculateAllDesiredClocks() override;
+    // The output maximum of the device at the present voltage.
+    double OutputMaximum() const override;
 
     // Event procedures.
     void optFS_Click();
@@ -72,8 +74,6 @@ class frmQX6105A : public frm4860Family {
   private:
     void RegisterFields();
     void ConnectEvents();
-    // The output maximum of the device at the present voltage.
-    double OutputMaximum() const override;
     double Frequency(int state) const;
 
     std::array<bool, kStates> mablnPreScale{};

@@ -1,0 +1,443 @@
+#include "planner/cls7311Planner.hpp"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <functional>
+#include <limits>
+#include <set>
+#include <tuple>
+
+#include "configurators/frmQX7311.hpp"
+#include "core/Numbers.hpp"
+#include "core/Text.hpp"
+#include "core/clsPLL.hpp"
+#include "core/mShared.hpp"
+#include "planner/clsPlannerRun.hpp"
+#include "platform/ListField.hpp"
+
+namespace pendulon {
+
+namespace {
+
+// How many of the best assignments are tried as a whole in a window.
+constexpr size_t kAssignmentsTried = 8;
+// How many choices of loop frequencies one division of outputs among the sources may try.
+constexpr int kFrequencyChoices = 16;
+
+// One way an output can come out: from the reference or a loop, through an entry of a list.
+struct Option {
+    char chrLetter = 'R';
+    std::string strEntry;
+    // The loop's frequency as its field keeps it; empty for the reference.
+    std::string strText;
+    double dblValue = 0;
+};
+
+// Outputs to pins: each output to one of its allowed pins, no pin twice; an output takes the
+// first free pin it may have, and only moves another when none is free, so that the outputs
+// come out in the order of the pins where they can. False when there is no such assignment.
+bool MatchPins(const std::vector<std::vector<size_t>>& allowed, size_t pinCount,
+               std::vector<size_t>& pinOf) {
+    std::vector<int> outputOf(pinCount, -1);
+    std::function<bool(size_t, std::vector<bool>&)> place = [&](size_t output,
+                                                                 std::vector<bool>& seen) {
+        for (size_t pin : allowed[output]) {
+            if (outputOf[pin] < 0) {
+                outputOf[pin] = static_cast<int>(output);
+                return true;
+            }
+        }
+        for (size_t pin : allowed[output]) {
+            if (seen[pin])
+                continue;
+            seen[pin] = true;
+            if (place(static_cast<size_t>(outputOf[pin]), seen)) {
+                outputOf[pin] = static_cast<int>(output);
+                return true;
+            }
+        }
+        return false;
+    };
+    for (size_t output = 0; output < allowed.size(); ++output) {
+        std::vector<bool> seen(pinCount, false);
+        if (!place(output, seen))
+            return false;
+    }
+    pinOf.assign(allowed.size(), 0);
+    for (size_t pin = 0; pin < pinCount; ++pin)
+        if (outputOf[pin] >= 0)
+            pinOf[static_cast<size_t>(outputOf[pin])] = pin;
+    return true;
+}
+
+// An assignment of every output to a source, a pin and the loops' frequencies.
+struct Assignment {
+    std::int32_t lngWorst = 0;
+    int intLoops = 0;
+    double dblLoopSum = 0;
+    std::vector<std::string> astrEntries;
+    std::vector<size_t> aPins;
+    std::map<char, std::string> texts;
+
+    auto Key() const { return std::make_tuple(lngWorst, intLoops, dblLoopSum); }
+};
+
+}  // namespace
+
+cls7311Planner::cls7311Planner(const PlannerHost& host, const std::string& device)
+    : clsDevicePlanner(host, device) {
+    const char* const clocks[frmQX7311::kClocks] = {"CLKA", "CLKB", "CLKC", "CLKD"};
+    for (int k = 0; k < frmQX7311::kClocks; ++k) {
+        const std::string index = "(" + std::to_string(k).append(")");
+        pins_.push_back(
+            {clocks[k], "cboClk" + index, "lblDesiredClk" + index, "cboActualClk" + index});
+    }
+    pins_.push_back({"CPU", "cboCPU", "lblDesiredCPU", "cboActualCPU"});
+    // The QX7312 models have no CLKF.
+    if (device.rfind("QX7311", 0) == 0)
+        pins_.push_back({"CLKF", "cboClkF", "lblDesiredClkF", "cboActualClkF"});
+    pins_.push_back({"XBUF", "cboXBuff", "lblDesiredXBuff", "cboActualXBuff"});
+}
+
+const std::vector<cls7311Planner::Loop>& cls7311Planner::Loops() {
+    static const std::vector<Loop> loops = {
+        {'C', "CPLL", "txtCPLL(0)", "cboCPLL(0)", "cboCPLLData(0)"},
+        {'S', "SPLL", "txtSPLL", "cboSPLL", "cboSPLLData"},
+        {'U', "UPLL", "txtUPLL", "cboUPLL", "cboUPLLData"}};
+    return loops;
+}
+
+const cls7311Planner::Loop& cls7311Planner::LoopOf(char letter) {
+    for (const Loop& loop : Loops())
+        if (loop.chrLetter == letter)
+            return loop;
+    return Loops().front();
+}
+
+void cls7311Planner::LoopRange(frmQX7311& form, char letter, double& minimum, double& maximum) {
+    switch (letter) {
+        case 'C':
+            minimum = form.CPLLMinimum();
+            maximum = form.CPLLMaximum();
+            break;
+        case 'S':
+            minimum = form.SPLLMinimum();
+            maximum = form.SPLLMaximum();
+            break;
+        default:
+            minimum = form.UPLLMinimum();
+            maximum = form.UPLLMaximum();
+            break;
+    }
+}
+
+int cls7311Planner::OutputCount(Configurator&) const {
+    return static_cast<int>(pins_.size());
+}
+
+void cls7311Planner::OutputRange(Configurator& document, double& minimum, double& maximum) const {
+    auto& form = static_cast<frmQX7311&>(document);
+    minimum = std::numeric_limits<double>::max();
+    maximum = 0;
+    // A loop's outputs run from its minimum over its largest divider up to its maximum.
+    for (const Pin& pin : pins_) {
+        for (const std::string& entry : form.Fields().FindAs<ListField>(pin.strSource)->Items()) {
+            if (entry == "Off" || StartsWithNoCase(entry, "R"))
+                continue;
+            double low = 0;
+            double high = 0;
+            LoopRange(form, entry[0], low, high);
+            minimum = std::min(minimum, low / mShared::GetNonZeroDivisor(entry));
+            maximum = std::max(maximum, high);
+        }
+    }
+}
+
+std::map<std::pair<char, std::string>, std::int32_t> cls7311Planner::SolveLoops(
+    const Context& context, const std::map<char, std::vector<std::string>>& texts) const {
+    std::map<std::pair<char, std::string>, std::int32_t> ppm;
+    std::string error;
+    Configurator* document = context.run.NewDocument(error);
+    if (document == nullptr || !clsPlannerRun::Apply(*document, context.aPrefix, error))
+        return ppm;
+    size_t rounds = 0;
+    for (const auto& [letter, list] : texts) rounds = std::max(rounds, list.size());
+    // The three loops are independent: each Calculate solves one frequency of each.
+    for (size_t round = 0; round < rounds && !context.cancel; ++round) {
+        std::vector<PlanAction> actions;
+        for (const auto& [letter, list] : texts)
+            if (round < list.size())
+                actions.push_back(PlanAction::Set(LoopOf(letter).strField, list[round]));
+        actions.push_back(PlanAction::Click("cmdCalculate"));
+        const bool done = clsPlannerRun::Apply(*document, actions, error);
+        for (const auto& [letter, list] : texts) {
+            if (round >= list.size())
+                continue;
+            std::string actual;
+            std::int32_t value = 0;
+            const auto* shown = document->Fields().FindAs<ListField>(LoopOf(letter).strActual);
+            ppm[{letter, list[round]}] = done && ParseActual(shown->Text(), actual, value)
+                                             ? std::abs(value)
+                                             : mShared::kNoSolutionPPM;
+        }
+    }
+    return ppm;
+}
+
+std::vector<clsDevicePlanner::Candidate> cls7311Planner::Candidates(const Context& context,
+                                                                    std::string& reason) {
+    auto& form = static_cast<frmQX7311&>(*context.run.Document());
+    const std::vector<double>& wanted = context.adblWanted;
+    const size_t count = wanted.size();
+
+    // Every entry of the output lists, with the pins whose list holds it.
+    std::map<std::string, std::vector<size_t>> pinsOfEntry;
+    for (size_t p = 0; p < pins_.size(); ++p)
+        for (const std::string& entry : form.Fields().FindAs<ListField>(pins_[p].strSource)->Items())
+            if (entry != "Off")
+                pinsOfEntry[entry].push_back(p);
+
+    // The ways each output can come out, and the loop frequencies they ask for.
+    std::vector<std::vector<Option>> options(count);
+    std::map<char, std::vector<std::string>> texts;
+    for (size_t i = 0; i < count; ++i) {
+        const std::string want = DesiredText(wanted[i]);
+        for (const auto& [entry, pins] : pinsOfEntry) {
+            const double divisor = mShared::GetNonZeroDivisor(entry);
+            const char letter = static_cast<char>(std::toupper(static_cast<unsigned char>(entry[0])));
+            if (letter == 'R') {
+                if (DesiredText(context.dblReference / divisor) == want)
+                    options[i].push_back({'R', entry, {}, 0});
+                continue;
+            }
+            double minimum = 0;
+            double maximum = 0;
+            LoopRange(form, letter, minimum, maximum);
+            const std::string text = mShared::FormatFrequencyShort(wanted[i] * divisor);
+            const double value = Val(text);
+            if (value < minimum || value > maximum || DesiredText(value / divisor) != want)
+                continue;
+            options[i].push_back({letter, entry, text, value});
+            auto& list = texts[letter];
+            if (std::find(list.begin(), list.end(), text) == list.end())
+                list.push_back(text);
+        }
+        if (options[i].empty()) {
+            reason = "no source of its outputs gives " + Megahertz(wanted[i]);
+            return {};
+        }
+    }
+    const auto ppm = SolveLoops(context, texts);
+    auto loopPPM = [&ppm](char letter, const std::string& text) {
+        const auto it = ppm.find({letter, text});
+        return it == ppm.end() ? mShared::kNoSolutionPPM : it->second;
+    };
+
+    // Each output takes the reference or one of the loops; the outputs on a loop share its
+    // frequency. Every such division is tried with the loop frequencies of smallest |ppm|.
+    std::vector<std::vector<char>> letters(count);
+    for (size_t i = 0; i < count; ++i) {
+        for (const char letter : {'R', 'C', 'S', 'U'})
+            if (std::any_of(options[i].begin(), options[i].end(),
+                            [letter](const Option& o) { return o.chrLetter == letter; }))
+                letters[i].push_back(letter);
+    }
+    std::vector<Assignment> found;
+    std::set<std::string> seen;
+    std::vector<size_t> choice(count, 0);
+    while (!context.cancel) {
+        // The loop frequencies every output of a loop can take, best first.
+        std::map<char, std::vector<std::string>> common;
+        bool possible = true;
+        for (const Loop& loop : Loops()) {
+            std::vector<std::string> shared;
+            bool first = true;
+            for (size_t i = 0; i < count; ++i) {
+                if (letters[i][choice[i]] != loop.chrLetter)
+                    continue;
+                std::vector<std::string> own;
+                for (const Option& o : options[i])
+                    if (o.chrLetter == loop.chrLetter &&
+                        loopPPM(loop.chrLetter, o.strText) < mShared::kNoSolutionPPM)
+                        own.push_back(o.strText);
+                if (first) {
+                    shared = own;
+                    first = false;
+                } else {
+                    std::vector<std::string> kept;
+                    for (const std::string& text : shared)
+                        if (std::find(own.begin(), own.end(), text) != own.end())
+                            kept.push_back(text);
+                    shared = kept;
+                }
+            }
+            if (first)
+                continue;
+            if (shared.empty()) {
+                possible = false;
+                break;
+            }
+            std::stable_sort(shared.begin(), shared.end(),
+                             [&](const std::string& a, const std::string& b) {
+                                 return std::make_pair(loopPPM(loop.chrLetter, a), Val(a)) <
+                                        std::make_pair(loopPPM(loop.chrLetter, b), Val(b));
+                             });
+            common[loop.chrLetter] = shared;
+        }
+        if (possible) {
+            std::map<char, size_t> pick;
+            for (const auto& [letter, list] : common) pick[letter] = 0;
+            for (int tries = 0; tries < kFrequencyChoices; ++tries) {
+                Assignment assignment;
+                std::vector<std::vector<size_t>> allowed(count);
+                for (size_t i = 0; i < count; ++i) {
+                    const char letter = letters[i][choice[i]];
+                    const std::string text =
+                        letter == 'R' ? std::string() : common[letter][pick[letter]];
+                    for (const Option& o : options[i]) {
+                        if (o.chrLetter == letter && o.strText == text) {
+                            assignment.astrEntries.push_back(o.strEntry);
+                            allowed[i] = pinsOfEntry[o.strEntry];
+                            break;
+                        }
+                    }
+                }
+                for (const auto& [letter, index] : pick) {
+                    const std::string& text = common[letter][index];
+                    assignment.texts[letter] = text;
+                    assignment.lngWorst = std::max(assignment.lngWorst, loopPPM(letter, text));
+                    assignment.dblLoopSum += Val(text);
+                    ++assignment.intLoops;
+                }
+                if (MatchPins(allowed, pins_.size(), assignment.aPins)) {
+                    std::string key;
+                    for (size_t i = 0; i < count; ++i)
+                        key += assignment.astrEntries[i] + "@" +
+                               std::to_string(assignment.aPins[i]) + ";";
+                    for (const auto& [letter, text] : assignment.texts) key += text + ";";
+                    if (seen.insert(key).second)
+                        found.push_back(assignment);
+                    break;
+                }
+                // The next choice of frequencies, the first loop fastest.
+                bool carried = true;
+                for (auto& [letter, index] : pick) {
+                    if (++index < common[letter].size()) {
+                        carried = false;
+                        break;
+                    }
+                    index = 0;
+                }
+                if (carried)
+                    break;
+            }
+        }
+        // The next division of the outputs among the sources.
+        size_t i = 0;
+        for (; i < count; ++i) {
+            if (++choice[i] < letters[i].size())
+                break;
+            choice[i] = 0;
+        }
+        if (i == count)
+            break;
+    }
+    if (found.empty()) {
+        std::string frequencies;
+        for (size_t i = 0; i < count; ++i)
+            frequencies += (i == 0 ? "" : i + 1 == count ? " and " : ", ") + Megahertz(wanted[i]);
+        reason = count > 1 ? "its loops and outputs cannot give " + frequencies + " at once"
+                           : "no loop gives " + frequencies;
+        return {};
+    }
+    std::stable_sort(found.begin(), found.end(),
+                     [](const Assignment& a, const Assignment& b) { return a.Key() < b.Key(); });
+    if (found.size() > kAssignmentsTried)
+        found.resize(kAssignmentsTried);
+
+    std::vector<Candidate> candidates;
+    for (const Assignment& assignment : found) {
+        Candidate candidate;
+        candidate.aActions = context.aPrefix;
+        for (size_t p = 0; p < pins_.size(); ++p) {
+            std::string entry = "Off";
+            for (size_t i = 0; i < count; ++i)
+                if (assignment.aPins[i] == p)
+                    entry = assignment.astrEntries[i];
+            candidate.aActions.push_back(PlanAction::Set(pins_[p].strSource, entry));
+        }
+        for (const auto& [letter, text] : assignment.texts)
+            candidate.aActions.push_back(PlanAction::Set(LoopOf(letter).strField, text));
+        candidate.aActions.push_back(PlanAction::Click("cmdCalculate"));
+        for (size_t i = 0; i < count; ++i)
+            candidate.astrPins.push_back(pins_[assignment.aPins[i]].strName);
+        candidates.push_back(std::move(candidate));
+    }
+    return candidates;
+}
+
+void cls7311Planner::Read(Configurator& document, const std::vector<double>& wanted,
+                          const std::vector<std::string>& pins, clsPlanResult& result,
+                          std::string& problem) const {
+    auto& form = static_cast<frmQX7311&>(document);
+    const FieldRegistry& fields = form.Fields();
+    std::set<char> used;
+    for (size_t i = 0; i < wanted.size(); ++i) {
+        const auto pin = std::find_if(pins_.begin(), pins_.end(),
+                                      [&](const Pin& p) { return p.strName == pins[i]; });
+        PlanOutput output;
+        output.dblWanted = wanted[i];
+        output.strPin = pin->strName;
+        output.strSource = fields.FindAs<ListField>(pin->strSource)->Text();
+        const char letter =
+            static_cast<char>(std::toupper(static_cast<unsigned char>(output.strSource[0])));
+        const double divisor = mShared::GetNonZeroDivisor(output.strSource);
+        const std::string want = DesiredText(wanted[i]);
+        std::string desired = Trim(fields.Find(pin->strDesired)->Caption());
+        std::string shown = Trim(fields.FindAs<ListField>(pin->strActual)->Text());
+        bool solved = true;
+        if (letter == 'R') {
+            output.lngPPM = 0;
+            output.strActual = shown;
+        } else if (letter == 'C' || letter == 'S' || letter == 'U') {
+            used.insert(letter);
+            const Loop& loop = LoopOf(letter);
+            std::string loopActual;
+            solved = ParseActual(fields.FindAs<ListField>(loop.strActual)->Text(), loopActual,
+                                 output.lngPPM);
+            if (letter == 'C') {
+                // The window names a CPLL output by its source; its frequency is the CPLL's
+                // divided by the divider, as the window divides the other loops for theirs.
+                desired =
+                    DesiredText(Val(fields.FindAs<TextField>(loop.strField)->Text()) / divisor);
+                shown = mShared::FormatFrequencyFixed(Val(loopActual) / divisor);
+            }
+            output.strActual = shown;
+        } else {
+            solved = false;
+        }
+        if (desired != want && problem.empty())
+            problem = output.strPin + " gives " + desired + " MHz, not " + Megahertz(wanted[i]);
+        if (!solved && problem.empty())
+            problem = "no P and Q give " + Megahertz(wanted[i]) + " on " + output.strPin;
+        output.dblActual = Val(output.strActual);
+        result.aOutputs.push_back(output);
+    }
+    for (const Loop& loop : Loops()) {
+        if (used.count(loop.chrLetter) == 0)
+            continue;
+        clsPLL& pll = loop.chrLetter == 'C' ? form.CPLL() : loop.chrLetter == 'S' ? form.SPLL()
+                                                                                   : form.UPLL();
+        const std::string data = fields.FindAs<ListField>(loop.strData)->Text();
+        PlanLoop planned;
+        planned.strLoop = loop.strName;
+        planned.dblTarget = Val(fields.FindAs<TextField>(loop.strField)->Text());
+        planned.dblP = pll.GetP(data);
+        planned.dblQ = pll.GetQ(data);
+        planned.dblVCO = pll.GetVCO(data);
+        result.aLoops.push_back(planned);
+    }
+}
+
+}  // namespace pendulon

@@ -1,0 +1,122 @@
+#pragma once
+#include <atomic>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "planner/clsPlan.hpp"
+#include "planner/clsPlanResult.hpp"
+
+namespace pendulon {
+
+class Application;
+class Configurator;
+class PlannerHost;
+class clsPlannerRun;
+
+// How one device serves a plan, found in the device's own window. A family planner proposes
+// configurations (what a user sets in the window: sources and dividers of the outputs, the
+// frequencies of the loops); each is tried in a new document of the device by setting its
+// fields as a user does and pressing Calculate, and what the window then shows is the result:
+// actual frequencies, ppm, loop solutions, limit colours and supply current. The configuration
+// with the smallest worst |ppm| wins; of equal ones, the one of lower typical current, then the
+// one proposed first.
+class clsDevicePlanner {
+  public:
+    clsDevicePlanner(const PlannerHost& host, std::string device);
+    virtual ~clsDevicePlanner();
+    clsDevicePlanner(const clsDevicePlanner&) = delete;
+    clsDevicePlanner& operator=(const clsDevicePlanner&) = delete;
+
+    // The planner of a device of the table, or nullptr for another name.
+    static std::unique_ptr<clsDevicePlanner> Create(const PlannerHost& host,
+                                                    const std::string& device);
+
+    const std::string& Device() const { return device_; }
+
+    // Tries the plan. cancel, when it becomes true, ends the work early; the result is then of
+    // no use.
+    clsPlanResult Plan(const clsPlan& plan, const std::atomic<bool>& cancel);
+
+    // Opens a result of this device in the application as a new document, made as File, New
+    // makes it and set up as the result's actions say, and checks that its window shows the
+    // outputs the result promises. An empty text when it does; else what went wrong (no new
+    // document, or a window that shows otherwise), and the document stays as it came.
+    std::string Open(Application& app, const clsPlanResult& result) const;
+
+  protected:
+    // A configuration to try: what a user does after choosing the voltage, the package and the
+    // reference, and on which pin each wanted output comes out.
+    struct Candidate {
+        std::vector<PlanAction> aActions;
+        std::vector<std::string> astrPins;
+        // Set when the configuration has been read: in a new document of its own (confirmed),
+        // or by the family in a window it worked in before (then it is read once more in a new
+        // document before it is taken, as Open will make it).
+        bool blnRead = false;
+        bool blnConfirmed = false;
+        clsPlanResult reading;
+        std::string strProblem;
+    };
+
+    // What the family planners have in hand while they propose configurations.
+    struct Context {
+        clsPlannerRun& run;
+        const clsPlan& plan;
+        // The wanted frequencies as the window's fields keep them.
+        const std::vector<double>& adblWanted;
+        // The reference as the window has it.
+        double dblReference;
+        // The actions up to here: voltage, package, reference.
+        const std::vector<PlanAction>& aPrefix;
+        const std::atomic<bool>& cancel;
+    };
+
+    // The outputs of the device that can carry a wanted frequency.
+    virtual int OutputCount(Configurator& document) const = 0;
+    // The range of an output frequency at the window's present voltage, for the reason given
+    // when a wanted frequency lies outside it.
+    virtual void OutputRange(Configurator& document, double& minimum, double& maximum) const = 0;
+    // The package: what a user sets after the voltage (the QX4860 comes in two).
+    virtual std::vector<PlanAction> PackageActions(Configurator& document,
+                                                   const clsPlan& plan) const;
+    // How a user gives the window this reference; the default types it into cboFRef.
+    virtual std::vector<PlanAction> ReferenceActions(Configurator& document,
+                                                     double reference) const;
+    // The configurations worth trying at this reference, best first where the family can tell.
+    // None, with the reason in reason, when the device cannot give the wanted outputs at all.
+    virtual std::vector<Candidate> Candidates(const Context& context, std::string& reason) = 0;
+    // Reads the wanted outputs (on the candidate's pins) and the loops in use as the window
+    // shows them; a problem (an output the window does not give as wanted) goes to problem.
+    virtual void Read(Configurator& document, const std::vector<double>& wanted,
+                      const std::vector<std::string>& pins, clsPlanResult& result,
+                      std::string& problem) const = 0;
+
+    // Tries a configuration in a new document of the run and reads it.
+    void Evaluate(clsPlannerRun& run, const std::vector<double>& wanted, Candidate& candidate) const;
+    // Reads the configuration the document shows now into the candidate; reports is the count
+    // of error reports the run had shown before the candidate's actions.
+    void ReadDocument(clsPlannerRun& run, Configurator& document, const std::vector<double>& wanted,
+                      size_t reports, Candidate& candidate) const;
+    // What a window shows beside the outputs and loops: pins, reference, current, the fields it
+    // marks out of limits.
+    void ReadCommon(Configurator& document, clsPlanResult& result) const;
+
+    // Helpers for the family planners.
+    // "48 MHz", "33.333 MHz".
+    static std::string Megahertz(double frequency);
+    // "3.3 V", "5 V".
+    static std::string Volts(double voltage);
+    // The number and the PPM of an actual-frequency text such as "33.33301  PPM:2"; false when
+    // the text holds no PPM (an "Off" entry).
+    static bool ParseActual(const std::string& text, std::string& actual, std::int32_t& ppm);
+    // The desired frequency as a window writes it ("24.57600"), for the comparison of a wanted
+    // frequency with the desired frequency the window derives from the loop and divider.
+    static std::string DesiredText(double frequency);
+
+  private:
+    const PlannerHost& host_;
+    std::string device_;
+};
+
+}  // namespace pendulon
