@@ -234,96 +234,165 @@ std::vector<clsDevicePlanner::Candidate> cls7311Planner::Candidates(const Contex
         return it == ppm.end() ? mShared::kNoSolutionPPM : it->second;
     };
 
-    // Each output takes the reference or one of the loops; the outputs on a loop share its
-    // frequency. Every such division is tried with the loop frequencies of smallest |ppm|.
-    std::vector<std::vector<char>> letters(count);
-    for (size_t i = 0; i < count; ++i) {
-        for (const char letter : {'R', 'C', 'S', 'U'})
-            if (std::any_of(options[i].begin(), options[i].end(),
-                            [letter](const Option& o) { return o.chrLetter == letter; }))
-                letters[i].push_back(letter);
+    // The loop frequencies the window solved, numbered per loop from the best (smallest |ppm|,
+    // then lowest frequency) on, so that the smaller number is the better frequency.
+    const std::string letters = "CSU";
+    std::map<char, std::vector<std::string>> ranked;
+    for (const char letter : letters) {
+        std::vector<std::string> solved;
+        for (const std::string& text : texts[letter])
+            if (loopPPM(letter, text) < mShared::kNoSolutionPPM)
+                solved.push_back(text);
+        std::stable_sort(solved.begin(), solved.end(), [&](const std::string& a, const std::string& b) {
+            return std::make_pair(loopPPM(letter, a), Val(a)) <
+                   std::make_pair(loopPPM(letter, b), Val(b));
+        });
+        ranked[letter] = solved;
     }
-    std::vector<Assignment> found;
-    std::set<std::string> seen;
-    std::vector<size_t> choice(count, 0);
-    while (!context.cancel) {
-        // The loop frequencies every output of a loop can take, best first.
-        std::map<char, std::vector<std::string>> common;
-        bool possible = true;
-        for (const Loop& loop : Loops()) {
-            std::vector<std::string> shared;
-            bool first = true;
-            for (size_t i = 0; i < count; ++i) {
-                if (letters[i][choice[i]] != loop.chrLetter)
+    // Per output and source (reference or loop): the loop frequencies it can take, by number,
+    // and for each the entry and the pins that give it.
+    struct Way {
+        int intText = -1;
+        std::string strEntry;
+        const std::vector<size_t>* pins = nullptr;
+    };
+    std::vector<std::map<char, std::vector<Way>>> ways(count);
+    for (size_t i = 0; i < count; ++i) {
+        for (const Option& o : options[i]) {
+            Way way;
+            way.strEntry = o.strEntry;
+            way.pins = &pinsOfEntry[o.strEntry];
+            if (o.chrLetter != 'R') {
+                const auto& list = ranked[o.chrLetter];
+                const auto at = std::find(list.begin(), list.end(), o.strText);
+                if (at == list.end())
                     continue;
-                std::vector<std::string> own;
-                for (const Option& o : options[i])
-                    if (o.chrLetter == loop.chrLetter &&
-                        loopPPM(loop.chrLetter, o.strText) < mShared::kNoSolutionPPM)
-                        own.push_back(o.strText);
+                way.intText = static_cast<int>(at - list.begin());
+            }
+            ways[i][o.chrLetter].push_back(way);
+        }
+        for (auto& [letter, list] : ways[i])
+            std::sort(list.begin(), list.end(),
+                      [](const Way& a, const Way& b) { return a.intText < b.intText; });
+    }
+    std::vector<std::vector<char>> sources(count);
+    for (size_t i = 0; i < count; ++i)
+        for (const char letter : {'R', 'C', 'S', 'U'})
+            if (ways[i].count(letter) != 0)
+                sources[i].push_back(letter);
+    if (std::any_of(sources.begin(), sources.end(), [](const auto& s) { return s.empty(); })) {
+        sources.clear();
+    }
+
+    // Each output takes the reference or one of the loops; the outputs on a loop share its
+    // frequency. Every such division is tried with the loop frequencies the outputs on each loop
+    // can all take, best first, until the outputs find pins.
+    // Outputs of the same wanted frequency are alike: of their divisions only one order is
+    // tried, the one that gives them sources in the order of the list (twin: the output of the
+    // same frequency before it).
+    std::vector<size_t> twin(count);
+    for (size_t i = 0; i < count; ++i) {
+        twin[i] = i;
+        for (size_t j = 0; j < i; ++j)
+            if (DesiredText(wanted[j]) == DesiredText(wanted[i]))
+                twin[i] = j;
+    }
+    std::map<char, std::vector<double>> values;
+    for (const auto& [letter, list] : ranked)
+        for (const std::string& text : list) values[letter].push_back(Val(text));
+    // The best assignments found so far, best first, no more than are tried.
+    std::vector<Assignment> found;
+    auto keep = [&found](Assignment assignment) {
+        for (const Assignment& other : found)
+            if (other.astrEntries == assignment.astrEntries && other.aPins == assignment.aPins &&
+                other.texts == assignment.texts)
+                return;
+        const auto at = std::upper_bound(
+            found.begin(), found.end(), assignment,
+            [](const Assignment& a, const Assignment& b) { return a.Key() < b.Key(); });
+        found.insert(at, std::move(assignment));
+        if (found.size() > kAssignmentsTried)
+            found.pop_back();
+    };
+    std::vector<size_t> choice(count, 0);
+    std::vector<int> common;
+    std::vector<int> kept;
+    auto canonical = [&] {
+        for (size_t i = 0; i < count; ++i)
+            if (twin[i] != i && choice[i] < choice[twin[i]])
+                return false;
+        return true;
+    };
+    while (!sources.empty() && !context.cancel) {
+        std::map<char, std::vector<int>> shared;
+        bool possible = canonical();
+        for (const char letter : letters) {
+            if (!possible)
+                break;
+            bool first = true;
+            for (size_t i = 0; i < count && possible; ++i) {
+                if (sources[i][choice[i]] != letter)
+                    continue;
+                const auto& own = ways[i][letter];
                 if (first) {
-                    shared = own;
+                    common.clear();
+                    for (const Way& way : own) common.push_back(way.intText);
                     first = false;
                 } else {
-                    std::vector<std::string> kept;
-                    for (const std::string& text : shared)
-                        if (std::find(own.begin(), own.end(), text) != own.end())
+                    kept.clear();
+                    for (const int text : common)
+                        if (std::any_of(own.begin(), own.end(),
+                                        [text](const Way& w) { return w.intText == text; }))
                             kept.push_back(text);
-                    shared = kept;
+                    common.swap(kept);
                 }
+                possible = !common.empty();
             }
-            if (first)
-                continue;
-            if (shared.empty()) {
-                possible = false;
+            if (!possible)
                 break;
-            }
-            std::stable_sort(shared.begin(), shared.end(),
-                             [&](const std::string& a, const std::string& b) {
-                                 return std::make_pair(loopPPM(loop.chrLetter, a), Val(a)) <
-                                        std::make_pair(loopPPM(loop.chrLetter, b), Val(b));
-                             });
-            common[loop.chrLetter] = shared;
+            if (!first)
+                shared[letter] = common;
+        }
+        // No better than the last one kept even with each loop's best frequency: not tried.
+        if (possible && found.size() == kAssignmentsTried) {
+            std::int32_t bound = 0;
+            for (const auto& [letter, list] : shared)
+                bound = std::max(bound, loopPPM(letter, ranked[letter][static_cast<size_t>(list[0])]));
+            possible = bound <= found.back().lngWorst;
         }
         if (possible) {
             std::map<char, size_t> pick;
-            for (const auto& [letter, list] : common) pick[letter] = 0;
+            for (const auto& [letter, list] : shared) pick[letter] = 0;
             for (int tries = 0; tries < kFrequencyChoices; ++tries) {
                 Assignment assignment;
                 std::vector<std::vector<size_t>> allowed(count);
                 for (size_t i = 0; i < count; ++i) {
-                    const char letter = letters[i][choice[i]];
-                    const std::string text =
-                        letter == 'R' ? std::string() : common[letter][pick[letter]];
-                    for (const Option& o : options[i]) {
-                        if (o.chrLetter == letter && o.strText == text) {
-                            assignment.astrEntries.push_back(o.strEntry);
-                            allowed[i] = pinsOfEntry[o.strEntry];
+                    const char letter = sources[i][choice[i]];
+                    const int text = letter == 'R' ? -1 : shared[letter][pick[letter]];
+                    for (const Way& way : ways[i][letter]) {
+                        if (way.intText == text) {
+                            assignment.astrEntries.push_back(way.strEntry);
+                            allowed[i] = *way.pins;
                             break;
                         }
                     }
                 }
                 for (const auto& [letter, index] : pick) {
-                    const std::string& text = common[letter][index];
+                    const auto number = static_cast<size_t>(shared[letter][index]);
+                    const std::string& text = ranked[letter][number];
                     assignment.texts[letter] = text;
                     assignment.lngWorst = std::max(assignment.lngWorst, loopPPM(letter, text));
-                    assignment.dblLoopSum += Val(text);
+                    assignment.dblLoopSum += values[letter][number];
                     ++assignment.intLoops;
                 }
                 if (MatchPins(allowed, pins_.size(), assignment.aPins)) {
-                    std::string key;
-                    for (size_t i = 0; i < count; ++i)
-                        key += assignment.astrEntries[i] + "@" +
-                               std::to_string(assignment.aPins[i]) + ";";
-                    for (const auto& [letter, text] : assignment.texts) key += text + ";";
-                    if (seen.insert(key).second)
-                        found.push_back(assignment);
+                    keep(std::move(assignment));
                     break;
                 }
                 // The next choice of frequencies, the first loop fastest.
                 bool carried = true;
                 for (auto& [letter, index] : pick) {
-                    if (++index < common[letter].size()) {
+                    if (++index < shared[letter].size()) {
                         carried = false;
                         break;
                     }
@@ -336,7 +405,7 @@ std::vector<clsDevicePlanner::Candidate> cls7311Planner::Candidates(const Contex
         // The next division of the outputs among the sources.
         size_t i = 0;
         for (; i < count; ++i) {
-            if (++choice[i] < letters[i].size())
+            if (++choice[i] < sources[i].size())
                 break;
             choice[i] = 0;
         }
@@ -351,10 +420,6 @@ std::vector<clsDevicePlanner::Candidate> cls7311Planner::Candidates(const Contex
                            : "no loop gives " + frequencies;
         return {};
     }
-    std::stable_sort(found.begin(), found.end(),
-                     [](const Assignment& a, const Assignment& b) { return a.Key() < b.Key(); });
-    if (found.size() > kAssignmentsTried)
-        found.resize(kAssignmentsTried);
 
     std::vector<Candidate> candidates;
     for (const Assignment& assignment : found) {

@@ -172,6 +172,10 @@ std::string clsDevicePlanner::Open(Application& app, const clsPlanResult& result
         return error;
     if (!clsPlannerRun::Apply(*document, result.aActions, error))
         return error;
+    return Shows(*document, result);
+}
+
+std::string clsDevicePlanner::Shows(Configurator& document, const clsPlanResult& result) const {
     std::vector<double> wanted;
     std::vector<std::string> pins;
     for (const PlanOutput& output : result.aOutputs) {
@@ -180,7 +184,7 @@ std::string clsDevicePlanner::Open(Application& app, const clsPlanResult& result
     }
     clsPlanResult shown;
     std::string problem;
-    Read(*document, wanted, pins, shown, problem);
+    Read(document, wanted, pins, shown, problem);
     if (!problem.empty())
         return problem;
     for (size_t i = 0; i < shown.aOutputs.size(); ++i) {
@@ -243,9 +247,18 @@ clsPlanResult clsDevicePlanner::Plan(const clsPlan& plan, const std::atomic<bool
                            std::to_string(outputs);
         return result;
     }
+    // A wanted frequency outside what an output of the device can give at this voltage.
     double minimum = 0;
     double maximum = 0;
     OutputRange(*document, minimum, maximum);
+    for (const double frequency : wanted) {
+        if (frequency > maximum || frequency < minimum) {
+            result.strReason = Megahertz(frequency) + (frequency > maximum ? " above the " : " below the ") +
+                               Megahertz(frequency > maximum ? maximum : minimum) +
+                               " output limit at " + Volts(plan.dblVoltage);
+            return result;
+        }
+    }
 
     // The references to try: the plan's, or each of the window's own list.
     std::vector<std::string> references;
@@ -344,24 +357,8 @@ clsPlanResult clsDevicePlanner::Plan(const clsPlan& plan, const std::atomic<bool
     }
 
     if (best == nullptr) {
-        if (!referenceReason.empty() && tried.empty() && familyReason.empty()) {
-            result.strReason = referenceReason;
-        } else if (tried.empty()) {
-            // Say first which wanted frequency lies outside what the outputs can give.
-            for (const double frequency : wanted) {
-                if (frequency > maximum) {
-                    result.strReason = Megahertz(frequency) + " above the " + Megahertz(maximum) +
-                                       " output limit at " + Volts(plan.dblVoltage);
-                    break;
-                }
-                if (frequency < minimum) {
-                    result.strReason = Megahertz(frequency) + " below the " + Megahertz(minimum) +
-                                       " output limit at " + Volts(plan.dblVoltage);
-                    break;
-                }
-            }
-            if (result.strReason.empty())
-                result.strReason = !familyReason.empty() ? familyReason : referenceReason;
+        if (tried.empty()) {
+            result.strReason = !familyReason.empty() ? familyReason : referenceReason;
         } else {
             result.strReason = problem;
         }

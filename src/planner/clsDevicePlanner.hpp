@@ -43,6 +43,9 @@ class clsDevicePlanner {
     // outputs the result promises. An empty text when it does; else what went wrong (no new
     // document, or a window that shows otherwise), and the document stays as it came.
     std::string Open(Application& app, const clsPlanResult& result) const;
+    // Whether a document of this device shows the outputs a result promises: an empty text, or
+    // what it shows otherwise.
+    std::string Shows(Configurator& document, const clsPlanResult& result) const;
 
   protected:
     // A configuration to try: what a user does after choosing the voltage, the package and the
