@@ -7,32 +7,21 @@
 #include "core/Text.hpp"
 #include "core/clsPLL.hpp"
 #include "core/mShared.hpp"
+#include "entryfile/ReadFile.hpp"
+#include "entryfile/clsEntryFile.hpp"
+#include "entryfile/clsEntryFile7311.hpp"
 #include "planner/clsPlannerRun.hpp"
+#include "shell/Application.hpp"
 #include "qx5140/frmQX5140.hpp"
 
 namespace pendulon {
 
-namespace {
-
-// One way of running the search: private loops for the wanted outputs, and the sensitivity
-// typed into txtPPM (empty: the window's own).
-struct Variant {
-    bool blnPrivate = false;
-    std::string strSensitivity;
-};
-
-// The largest sensitivity the window takes.
-constexpr std::int32_t kLargestSensitivity = 5000;
-// The sensitivity of a new window.
-constexpr std::int32_t kDefaultSensitivity = 1000;
-
-}  // namespace
 
 cls5140Planner::cls5140Planner(const PlannerHost& host, const std::string& device)
     : clsDevicePlanner(host, device),
-      pins_{{"CLKA", "txtClkA(0)", "cboClkA(0)", "lblClkASrcDiv", "chkPrivatePLLClockA"},
-            {"CLKB", "txtClkB", "cboClkB", "lblClkBSrcDiv", "chkPrivatePLLClockB"},
-            {"CLKC", "txtClkC", "cboClkC", "lblClkCSrcDiv", "chkPrivatePLLClockC"}} {}
+      pins_{{"CLKA", "txtClkA(0)", "cboClkA(0)", "lblClkASrcDiv"},
+            {"CLKB", "txtClkB", "cboClkB", "lblClkBSrcDiv"},
+            {"CLKC", "txtClkC", "cboClkC", "lblClkCSrcDiv"}} {}
 
 int cls5140Planner::OutputCount(Configurator&) const {
     return static_cast<int>(pins_.size());
@@ -47,54 +36,39 @@ void cls5140Planner::OutputRange(Configurator& document, double& minimum, double
 std::vector<clsDevicePlanner::Candidate> cls5140Planner::Candidates(const Context& context,
                                                                     std::string& reason) {
     const std::vector<double>& wanted = context.adblWanted;
-    std::vector<Variant> variants = {{false, ""}, {true, ""}, {false, "1"}, {true, "1"}};
-    if (context.plan.HasTolerance()) {
-        const std::int32_t tolerance = std::min(context.plan.lngTolerancePPM, kLargestSensitivity);
-        if (tolerance != kDefaultSensitivity && tolerance != 1)
-            variants.push_back({false, std::to_string(tolerance)});
-    }
     std::vector<std::string> pins;
-    for (size_t i = 0; i < wanted.size(); ++i) pins.push_back(pins_[i].strName);
+    std::vector<PlanAction> actions = context.aPrefix;
+    for (size_t i = 0; i < wanted.size(); ++i) {
+        pins.push_back(pins_[i].strName);
+        actions.push_back(
+            PlanAction::Set(pins_[i].strDesired, mShared::FormatFrequencyShort(wanted[i])));
+    }
+    actions.push_back(PlanAction::Click("cmdCalculate"));
 
     std::vector<Candidate> candidates;
-    for (const Variant& variant : variants) {
-        if (context.cancel)
-            break;
-        std::vector<PlanAction> actions = context.aPrefix;
-        if (variant.blnPrivate)
-            for (size_t i = 0; i < wanted.size(); ++i)
-                actions.push_back(PlanAction::Click(pins_[i].strPrivate));
-        if (!variant.strSensitivity.empty())
-            actions.push_back(PlanAction::Set("txtPPM", variant.strSensitivity));
-        for (size_t i = 0; i < wanted.size(); ++i)
-            actions.push_back(
-                PlanAction::Set(pins_[i].strDesired, mShared::FormatFrequencyShort(wanted[i])));
-        actions.push_back(PlanAction::Click("cmdCalculate"));
-
-        std::string error;
-        Configurator* document = context.run.NewDocument(error);
-        const size_t reports = context.run.ErrorReports();
-        if (document == nullptr || !clsPlannerRun::Apply(*document, actions, error)) {
-            reason = error;
-            continue;
-        }
-        // Each further press shows the next case.
-        const size_t cases = static_cast<frmQX5140&>(*document).mstrSources().size();
-        for (size_t shown = 0; shown < cases; ++shown) {
-            if (shown > 0) {
-                const PlanAction press = PlanAction::Click("cmdCalculate");
-                actions.push_back(press);
-                if (!clsPlannerRun::Apply(*document, {press}, error))
-                    break;
-            }
-            Candidate candidate;
-            candidate.aActions = actions;
-            candidate.astrPins = pins;
-            ReadDocument(context.run, *document, wanted, reports, candidate);
-            candidates.push_back(std::move(candidate));
-        }
+    std::string error;
+    Configurator* document = context.run.NewDocument(error);
+    const size_t reports = context.run.ErrorReports();
+    if (document == nullptr || !clsPlannerRun::Apply(*document, actions, error)) {
+        reason = error;
+        return candidates;
     }
-    if (candidates.empty() && reason.empty())
+    // Each further press shows the next case.
+    const size_t cases = static_cast<frmQX5140&>(*document).mstrSources().size();
+    for (size_t shown = 0; shown < cases && !context.cancel; ++shown) {
+        if (shown > 0) {
+            const PlanAction press = PlanAction::Click("cmdCalculate");
+            actions.push_back(press);
+            if (!clsPlannerRun::Apply(*document, {press}, error))
+                break;
+        }
+        Candidate candidate;
+        candidate.aActions = actions;
+        candidate.astrPins = pins;
+        ReadDocument(context.run, *document, wanted, reports, candidate);
+        candidates.push_back(std::move(candidate));
+    }
+    if (candidates.empty())
         reason = "its case search finds no case";
     return candidates;
 }
@@ -152,6 +126,29 @@ void cls5140Planner::Read(Configurator& document, const std::vector<double>& wan
         planned.dblVCO = loop.pll->GetVCO(data);
         result.aLoops.push_back(planned);
     }
+}
+
+std::string cls5140Planner::ReopenProblem(clsPlannerRun& run, Configurator& document,
+                                          const clsPlanResult& reading) const {
+    // The file as Save writes it, read back as Open reads it.
+    const char* const name = "plan.ent";
+    clsEntryFile7311& file = static_cast<frmQX5140&>(document).EntryFile();
+    file.MakeEntryFile();
+    const std::string text =
+        clsEntryFile7311::EntryFileText(file.Entry(), Device(), "", false, false);
+    clsEntryFile image(run.App().Errors());
+    if (!mFileAccessor::ParseFile(text, name, "", image))
+        return "its entry file cannot be read back";
+    std::string error;
+    Configurator* reopened = run.NewDocument(error);
+    if (reopened == nullptr)
+        return error;
+    if (!reopened->FillForm(image, name))
+        return "its entry file does not open";
+    const std::string shown = Shows(*reopened, reading);
+    if (!shown.empty())
+        return "its entry file opens on another case (" + shown + ")";
+    return {};
 }
 
 }  // namespace pendulon

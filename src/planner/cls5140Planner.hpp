@@ -8,10 +8,10 @@ namespace pendulon {
 
 // The QX5140: the wanted outputs go to CLKA, CLKB and CLKC in order, and the window's own case
 // search assigns the reference, the loops and the dividers. Each case the search finds is
-// shown by pressing Calculate again, and read as the window shows it. The search is run with
-// its defaults, with a private loop for every output, and each of these with a sensitivity
-// that admits only an exact reference or an exactly shared loop (and with the plan's tolerance
-// as the sensitivity, when it has one).
+// shown by pressing Calculate again, and read as the window shows it. The search runs as a new
+// window has it (no private loops, the sensitivity of 1000 ppm): the entry file keeps neither,
+// and a file opened again repeats the search and looks for its case among those of that search.
+// A case is taken only if its entry file opens on it again.
 class cls5140Planner : public clsDevicePlanner {
   public:
     cls5140Planner(const PlannerHost& host, const std::string& device);
@@ -23,6 +23,10 @@ class cls5140Planner : public clsDevicePlanner {
     void Read(Configurator& document, const std::vector<double>& wanted,
               const std::vector<std::string>& pins, clsPlanResult& result,
               std::string& problem) const override;
+    // The window's entry file, written and read back in memory and filled into a new document
+    // as File, Open fills it: the case that document shows must be the one saved.
+    std::string ReopenProblem(clsPlannerRun& run, Configurator& document,
+                              const clsPlanResult& reading) const override;
 
   private:
     struct Pin {
@@ -30,7 +34,6 @@ class cls5140Planner : public clsDevicePlanner {
         std::string strDesired;
         std::string strActual;
         std::string strSource;
-        std::string strPrivate;
     };
     std::vector<Pin> pins_;
 };

@@ -91,6 +91,11 @@ bool clsDevicePlanner::ParseActual(const std::string& text, std::string& actual,
     return true;
 }
 
+std::string clsDevicePlanner::ReopenProblem(clsPlannerRun&, Configurator&,
+                                            const clsPlanResult&) const {
+    return {};
+}
+
 std::vector<PlanAction> clsDevicePlanner::PackageActions(Configurator&, const clsPlan&) const {
     return {};
 }
@@ -339,6 +344,8 @@ clsPlanResult clsDevicePlanner::Plan(const clsPlan& plan, const std::atomic<bool
             again.aActions = candidate.aActions;
             again.astrPins = candidate.astrPins;
             Evaluate(run, wanted, again);
+            if (again.strProblem.empty() && run.Document() != nullptr)
+                again.strProblem = ReopenProblem(run, *run.Document(), again.reading);
             reading = &again;
         }
         if (Serves(reading->reading, reading->strProblem) &&

@@ -95,6 +95,12 @@ class clsDevicePlanner {
                       const std::vector<std::string>& pins, clsPlanResult& result,
                       std::string& problem) const = 0;
 
+    // Whether the document, saved as an entry file, opens again on the outputs of its reading:
+    // an empty text, or why not. Asked of the configurations a family read in a window of its
+    // own, which are taken only if they do; the default says yes.
+    virtual std::string ReopenProblem(clsPlannerRun& run, Configurator& document,
+                                      const clsPlanResult& reading) const;
+
     // Tries a configuration in a new document of the run and reads it.
     void Evaluate(clsPlannerRun& run, const std::vector<double>& wanted, Candidate& candidate) const;
     // Reads the configuration the document shows now into the candidate; reports is the count
