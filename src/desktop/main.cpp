@@ -5,6 +5,7 @@
 #include "desktop/DesktopPlatform.hpp"
 #include "desktop/DocumentViews.hpp"
 #include "desktop/MainWindow.hpp"
+#include "desktop/PlannerView.hpp"
 #include "desktop/ShellViews.hpp"
 #include "desktop/ViewRegistry.hpp"
 #include "desktop/WizardView.hpp"
@@ -29,6 +30,7 @@ int main(int argc, char** argv) {
     RegisterWizardView(views, app);
     MainWindow window(app, views);
     ConnectDesktopCommands(app);
+    ConnectPlannerDialog(app, window);
     platform.SetDialogParent(&window);
     app.OnEnd = [&window] {
         // Leave once the current event is done: the window closes without asking again.

@@ -65,6 +65,7 @@ frmMain::frmMain(Application& app) : Window("frmMain"), app_(app) {
     SetupMenu(mnuToolsCreateEPROMSaved, "&From Saved Entry File");
     SetupMenu(mnuToolsOptions, "&Options...");
     SetupMenu(mnuToolsLaunchKITE, "Launch &KITE");
+    SetupMenu(mnuToolsFrequencyPlanner, "&Frequency Planner...");
     SetupMenu(mnuWindow, "&Window");
     SetupMenu(mnuTile, "&Tile");
     SetupMenu(mnuCascade, "&Cascade");
@@ -94,7 +95,8 @@ frmMain::frmMain(Application& app) : Window("frmMain"), app_(app) {
         mnuView.AddItem(*item);
     mnuToolsCreateEPROM.AddItem(mnuToolsCreateEPROMNew);
     mnuToolsCreateEPROM.AddItem(mnuToolsCreateEPROMSaved);
-    for (MenuItem* item : {&mnuToolsCreateEPROM, &mnuToolsOptions, &mnuToolsLaunchKITE})
+    for (MenuItem* item : {&mnuToolsCreateEPROM, &mnuToolsFrequencyPlanner, &mnuToolsOptions,
+                           &mnuToolsLaunchKITE})
         mnuTools.AddItem(*item);
     mnuWindow.AddItem(mnuTile);
     mnuWindow.AddItem(mnuCascade);
@@ -140,6 +142,7 @@ frmMain::frmMain(Application& app) : Window("frmMain"), app_(app) {
     Register("picStatus", picStatus);
     Register("lblHelpInfo", lblHelpInfo);
     Register("lblStatus", lblStatus);
+    Register("mnuToolsFrequencyPlanner", mnuToolsFrequencyPlanner);
 
     mnuNew.OnClick = [this] { mnuNew_Click(); };
     mnuOpen.OnClick = [this] { mnuOpen_Click(); };
@@ -164,6 +167,7 @@ frmMain::frmMain(Application& app) : Window("frmMain"), app_(app) {
     mnuToolsCreateEPROMSaved.OnClick = [this] { mnuToolsCreateEPROMSaved_Click(); };
     mnuToolsOptions.OnClick = [this] { mnuToolsOptions_Click(); };
     mnuToolsLaunchKITE.OnClick = [this] { mnuToolsLaunchKITE_Click(); };
+    mnuToolsFrequencyPlanner.OnClick = [this] { mnuToolsFrequencyPlanner_Click(); };
     mnuTile.OnClick = [this] { mnuTile_Click(); };
     mnuCascade.OnClick = [this] { mnuCascade_Click(); };
     mnuPopupHelp.OnClick = [this] { mnuPopupHelp_Click(); };
@@ -620,6 +624,11 @@ void frmMain::mnuToolsOptions_Click() {
     frmOptions options(app_);
     options.Form_Load();
     app_.Services().ShowModal(options);
+}
+
+void frmMain::mnuToolsFrequencyPlanner_Click() {
+    if (ShowFrequencyPlanner)
+        ShowFrequencyPlanner();
 }
 
 void frmMain::mnuDecisionTree_Click() {

@@ -48,6 +48,7 @@ class frmMain : public Window {
     MenuItem mnuToolsCreateEPROMSaved;
     MenuItem mnuToolsOptions;
     MenuItem mnuToolsLaunchKITE;
+    MenuItem mnuToolsFrequencyPlanner;
     MenuItem mnuWindow;
     MenuItem mnuTile;
     MenuItem mnuCascade;
@@ -127,6 +128,7 @@ class frmMain : public Window {
     void mnuToolsCreateEPROMSaved_Click();
     void mnuToolsOptions_Click();
     void mnuToolsLaunchKITE_Click();
+    void mnuToolsFrequencyPlanner_Click();
     void mnuTile_Click();
     void mnuCascade_Click();
     void mnuPopupHelp_Click();
@@ -141,6 +143,8 @@ class frmMain : public Window {
     std::function<void(MenuItem&)> PopupMenu;
     // The view arranges the children: 1 tiles them, 0 cascades them.
     std::function<void(int)> Arrange;
+    // The view shows the frequency planner's window beside the documents.
+    std::function<void()> ShowFrequencyPlanner;
 
     // The path of the program's manual, which Help, Contents shows.
     std::string HelpFilePath() const;

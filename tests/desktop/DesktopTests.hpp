@@ -17,5 +17,6 @@ QObject* MakePrintPreviewViewTest();
 QObject* MakeWizardViewTest();
 QObject* MakeQX3350ViewTest();
 QObject* MakePinoutDrawingTest();
+QObject* MakePlannerViewTest();
 
 }  // namespace pendulon::test

@@ -26,7 +26,7 @@ int main(int argc, char** argv) {
                       pendulon::test::MakeConfiguratorViewsTest, pendulon::test::MakeQX7311ViewTest,
                       pendulon::test::MakeQX5140ViewTest, pendulon::test::MakePrintPreviewViewTest,
                       pendulon::test::MakeWizardViewTest, pendulon::test::MakeQX3350ViewTest,
-                      pendulon::test::MakePinoutDrawingTest}) {
+                      pendulon::test::MakePinoutDrawingTest, pendulon::test::MakePlannerViewTest}) {
         std::unique_ptr<QObject> test(make());
         // PENDULON_TEST_CLASS=QtPlatformTest runs one class, so that its functions can be named.
         const QByteArray only = qgetenv("PENDULON_TEST_CLASS");
