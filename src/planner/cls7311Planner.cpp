@@ -437,6 +437,7 @@ std::vector<clsDevicePlanner::Candidate> cls7311Planner::Candidates(const Contex
         candidate.aActions.push_back(PlanAction::Click("cmdCalculate"));
         for (size_t i = 0; i < count; ++i)
             candidate.astrPins.push_back(pins_[assignment.aPins[i]].strName);
+        candidate.lngKnownWorst = assignment.lngWorst;
         candidates.push_back(std::move(candidate));
     }
     return candidates;

@@ -274,6 +274,8 @@ clsPlanResult clsDevicePlanner::Plan(const clsPlan& plan, const std::atomic<bool
     }
 
     std::vector<Candidate> tried;
+    // The smallest worst |ppm| of the configurations read so far that serve.
+    std::int32_t bestWorst = mShared::kNoSolutionPPM;
     std::string familyReason;
     std::string referenceReason;
     for (const std::string& referenceText : references) {
@@ -310,8 +312,12 @@ clsPlanResult clsDevicePlanner::Plan(const clsPlan& plan, const std::atomic<bool
         for (Candidate& candidate : candidates) {
             if (cancel)
                 return result;
+            if (candidate.lngKnownWorst >= 0 && candidate.lngKnownWorst > bestWorst)
+                continue;
             if (!candidate.blnRead)
                 Evaluate(run, wanted, candidate);
+            if (Serves(candidate.reading, candidate.strProblem))
+                bestWorst = std::min(bestWorst, candidate.reading.lngWorstPPM);
             tried.push_back(std::move(candidate));
         }
     }

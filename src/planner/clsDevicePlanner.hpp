@@ -53,6 +53,10 @@ class clsDevicePlanner {
     struct Candidate {
         std::vector<PlanAction> aActions;
         std::vector<std::string> astrPins;
+        // The worst |ppm| the family knows the window will show, from the loops it solved in
+        // the window already; -1 when it cannot tell. A configuration known to be worse than
+        // one that serves already is not tried.
+        std::int32_t lngKnownWorst = -1;
         // Set when the configuration has been read: in a new document of its own (confirmed),
         // or by the family in a window it worked in before (then it is read once more in a new
         // document before it is taken, as Open will make it).
