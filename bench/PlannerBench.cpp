@@ -20,33 +20,21 @@ clsPlan ThreeOutputs(double reference) {
     return plan;
 }
 
-void BM_PlanThreeOutputsOneReference(benchmark::State& state) {
+// Argument 0: the reference (0 for any), argument 1: the threads.
+void BM_PlanThreeOutputs(benchmark::State& state) {
     const ShellPlannerHost host;
-    const clsPlan plan = ThreeOutputs(14.31818);
+    const clsPlan plan = ThreeOutputs(state.range(0) == 0 ? 0 : 14.31818);
     for (auto _ : state) {
-        auto results = clsFrequencyPlanner::Run(host, plan, static_cast<unsigned>(state.range(0)));
+        auto results = clsFrequencyPlanner::Run(host, plan, static_cast<unsigned>(state.range(1)));
         benchmark::DoNotOptimize(results.data());
     }
 }
-BENCHMARK(BM_PlanThreeOutputsOneReference)
-    ->ArgName("threads")
-    ->Arg(1)
-    ->Arg(2)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
-
-void BM_PlanThreeOutputsAnyReference(benchmark::State& state) {
-    const ShellPlannerHost host;
-    const clsPlan plan = ThreeOutputs(0);
-    for (auto _ : state) {
-        auto results = clsFrequencyPlanner::Run(host, plan, static_cast<unsigned>(state.range(0)));
-        benchmark::DoNotOptimize(results.data());
-    }
-}
-BENCHMARK(BM_PlanThreeOutputsAnyReference)
-    ->ArgName("threads")
-    ->Arg(1)
-    ->Arg(2)
+BENCHMARK(BM_PlanThreeOutputs)
+    ->ArgNames({"one_reference", "threads"})
+    ->Args({1, 1})
+    ->Args({1, 2})
+    ->Args({0, 1})
+    ->Args({0, 2})
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 

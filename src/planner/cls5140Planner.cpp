@@ -19,9 +19,9 @@ namespace pendulon {
 
 cls5140Planner::cls5140Planner(const PlannerHost& host, const std::string& device)
     : clsDevicePlanner(host, device),
-      pins_{{"CLKA", "txtClkA(0)", "cboClkA(0)", "lblClkASrcDiv"},
-            {"CLKB", "txtClkB", "cboClkB", "lblClkBSrcDiv"},
-            {"CLKC", "txtClkC", "cboClkC", "lblClkCSrcDiv"}} {}
+      pins_{{"CLKA", "lblClkASrcDiv", "txtClkA(0)", "cboClkA(0)"},
+            {"CLKB", "lblClkBSrcDiv", "txtClkB", "cboClkB"},
+            {"CLKC", "lblClkCSrcDiv", "txtClkC", "cboClkC"}} {}
 
 int cls5140Planner::OutputCount(Configurator&) const {
     return static_cast<int>(pins_.size());
@@ -80,23 +80,22 @@ void cls5140Planner::Read(Configurator& document, const std::vector<double>& wan
     const FieldRegistry& fields = form.Fields();
     std::set<char> used;
     for (size_t i = 0; i < wanted.size(); ++i) {
-        const auto pin = std::find_if(pins_.begin(), pins_.end(),
-                                      [&](const Pin& p) { return p.strName == pins[i]; });
+        const Pin& pin = PinNamed(pins_, pins[i]);
         PlanOutput output;
         output.dblWanted = wanted[i];
-        output.strPin = pin->strName;
-        output.strSource = Trim(fields.Find(pin->strSource)->Caption());
-        const std::string desired = Trim(fields.FindAs<TextField>(pin->strDesired)->Text());
+        output.strPin = pin.strName;
+        output.strSource = Trim(fields.Find(pin.strSource)->Caption());
+        const std::string desired = Trim(fields.FindAs<TextField>(pin.strDesired)->Text());
         if (desired != mShared::FormatFrequencyShort(wanted[i]) && problem.empty())
-            problem = output.strPin + " takes " + desired + " MHz, not " + Megahertz(wanted[i]);
+            problem = OtherThanWanted(output, desired);
         const char letter = output.strSource.empty() ? '\0' : output.strSource[0];
         if (output.strSource.empty() || output.strSource == "Off") {
             if (problem.empty())
                 problem = "no case of its search gives " + Megahertz(wanted[i]) + " a source";
-        } else if (!ParseActual(fields.FindAs<ListField>(pin->strActual)->Text(), output.strActual,
+        } else if (!ParseActual(fields.FindAs<ListField>(pin.strActual)->Text(), output.strActual,
                                 output.lngPPM)) {
             if (problem.empty())
-                problem = "no P and Q give " + Megahertz(wanted[i]) + " on " + output.strPin;
+                problem = Unsolved(output);
         }
         if (letter == 'C' || letter == 'S' || letter == 'U')
             used.insert(letter);
@@ -117,14 +116,8 @@ void cls5140Planner::Read(Configurator& document, const std::vector<double>& wan
     for (const auto& loop : loops) {
         if (used.count(loop.chrLetter) == 0)
             continue;
-        const std::string data = loop.data->Text();
-        PlanLoop planned;
-        planned.strLoop = loop.strName;
-        planned.dblTarget = chosen[loop.index].dblTargetVCO;
-        planned.dblP = loop.pll->GetP(data);
-        planned.dblQ = loop.pll->GetQ(data);
-        planned.dblVCO = loop.pll->GetVCO(data);
-        result.aLoops.push_back(planned);
+        result.aLoops.push_back(SolvedLoop(loop.strName, chosen[loop.index].dblTargetVCO,
+                                           *loop.pll, loop.data->Text()));
     }
 }
 

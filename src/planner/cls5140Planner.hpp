@@ -29,12 +29,6 @@ class cls5140Planner : public clsDevicePlanner {
                               const clsPlanResult& reading) const override;
 
   private:
-    struct Pin {
-        std::string strName;
-        std::string strDesired;
-        std::string strActual;
-        std::string strSource;
-    };
     std::vector<Pin> pins_;
 };
 

@@ -413,11 +413,8 @@ std::vector<clsDevicePlanner::Candidate> cls7311Planner::Candidates(const Contex
             break;
     }
     if (found.empty()) {
-        std::string frequencies;
-        for (size_t i = 0; i < count; ++i)
-            frequencies += (i == 0 ? "" : i + 1 == count ? " and " : ", ") + Megahertz(wanted[i]);
-        reason = count > 1 ? "its loops and outputs cannot give " + frequencies + " at once"
-                           : "no loop gives " + frequencies;
+        reason = count > 1 ? "its loops and outputs cannot give " + Together(wanted) + " at once"
+                           : "no loop gives " + Together(wanted);
         return {};
     }
 
@@ -450,18 +447,17 @@ void cls7311Planner::Read(Configurator& document, const std::vector<double>& wan
     const FieldRegistry& fields = form.Fields();
     std::set<char> used;
     for (size_t i = 0; i < wanted.size(); ++i) {
-        const auto pin = std::find_if(pins_.begin(), pins_.end(),
-                                      [&](const Pin& p) { return p.strName == pins[i]; });
+        const Pin& pin = PinNamed(pins_, pins[i]);
         PlanOutput output;
         output.dblWanted = wanted[i];
-        output.strPin = pin->strName;
-        output.strSource = fields.FindAs<ListField>(pin->strSource)->Text();
+        output.strPin = pin.strName;
+        output.strSource = fields.FindAs<ListField>(pin.strSource)->Text();
         const char letter =
             static_cast<char>(std::toupper(static_cast<unsigned char>(output.strSource[0])));
         const double divisor = mShared::GetNonZeroDivisor(output.strSource);
         const std::string want = DesiredText(wanted[i]);
-        std::string desired = Trim(fields.Find(pin->strDesired)->Caption());
-        std::string shown = Trim(fields.FindAs<ListField>(pin->strActual)->Text());
+        std::string desired = Trim(fields.Find(pin.strDesired)->Caption());
+        std::string shown = Trim(fields.FindAs<ListField>(pin.strActual)->Text());
         bool solved = true;
         if (letter == 'R') {
             output.lngPPM = 0;
@@ -484,9 +480,9 @@ void cls7311Planner::Read(Configurator& document, const std::vector<double>& wan
             solved = false;
         }
         if (desired != want && problem.empty())
-            problem = output.strPin + " gives " + desired + " MHz, not " + Megahertz(wanted[i]);
+            problem = OtherThanWanted(output, desired);
         if (!solved && problem.empty())
-            problem = "no P and Q give " + Megahertz(wanted[i]) + " on " + output.strPin;
+            problem = Unsolved(output);
         output.dblActual = Val(output.strActual);
         result.aOutputs.push_back(output);
     }
@@ -495,14 +491,9 @@ void cls7311Planner::Read(Configurator& document, const std::vector<double>& wan
             continue;
         clsPLL& pll = loop.chrLetter == 'C' ? form.CPLL() : loop.chrLetter == 'S' ? form.SPLL()
                                                                                    : form.UPLL();
-        const std::string data = fields.FindAs<ListField>(loop.strData)->Text();
-        PlanLoop planned;
-        planned.strLoop = loop.strName;
-        planned.dblTarget = Val(fields.FindAs<TextField>(loop.strField)->Text());
-        planned.dblP = pll.GetP(data);
-        planned.dblQ = pll.GetQ(data);
-        planned.dblVCO = pll.GetVCO(data);
-        result.aLoops.push_back(planned);
+        result.aLoops.push_back(SolvedLoop(loop.strName,
+                                           Val(fields.FindAs<TextField>(loop.strField)->Text()),
+                                           pll, fields.FindAs<ListField>(loop.strData)->Text()));
     }
 }
 

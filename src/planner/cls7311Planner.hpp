@@ -28,13 +28,6 @@ class cls7311Planner : public clsDevicePlanner {
               std::string& problem) const override;
 
   private:
-    // An output pin and its fields: source list, desired label, actual list.
-    struct Pin {
-        std::string strName;
-        std::string strSource;
-        std::string strDesired;
-        std::string strActual;
-    };
     // A loop and its fields: desired frequency, actual frequency with PPM, data list.
     struct Loop {
         char chrLetter;

@@ -9,6 +9,7 @@
 #include "configurators/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
+#include "core/clsPLL.hpp"
 #include "core/mShared.hpp"
 #include "planner/cls3350Planner.hpp"
 #include "planner/cls4860FamilyPlanner.hpp"
@@ -73,6 +74,43 @@ std::string clsDevicePlanner::Megahertz(double frequency) {
 
 std::string clsDevicePlanner::Volts(double voltage) {
     return GeneralNumber(voltage) + " V";
+}
+
+const clsDevicePlanner::Pin& clsDevicePlanner::PinNamed(const std::vector<Pin>& pins,
+                                                        const std::string& name) {
+    for (const Pin& pin : pins)
+        if (pin.strName == name)
+            return pin;
+    return pins.front();
+}
+
+PlanLoop clsDevicePlanner::SolvedLoop(const std::string& name, double target, clsPLL& pll,
+                                      const std::string& data) {
+    PlanLoop loop;
+    loop.strLoop = name;
+    loop.dblTarget = target;
+    loop.dblP = pll.GetP(data);
+    loop.dblQ = pll.GetQ(data);
+    loop.dblVCO = pll.GetVCO(data);
+    return loop;
+}
+
+std::string clsDevicePlanner::Together(const std::vector<double>& frequencies) {
+    std::string text;
+    for (size_t i = 0; i < frequencies.size(); ++i) {
+        if (i > 0)
+            text += i + 1 == frequencies.size() ? " and " : ", ";
+        text += Megahertz(frequencies[i]);
+    }
+    return text;
+}
+
+std::string clsDevicePlanner::OtherThanWanted(const PlanOutput& output, const std::string& desired) {
+    return output.strPin + " gives " + desired + " MHz, not " + Megahertz(output.dblWanted);
+}
+
+std::string clsDevicePlanner::Unsolved(const PlanOutput& output) {
+    return "no P and Q give " + Megahertz(output.dblWanted) + " on " + output.strPin;
 }
 
 std::string clsDevicePlanner::DesiredText(double frequency) {

@@ -12,6 +12,7 @@ namespace pendulon {
 class Application;
 class Configurator;
 class PlannerHost;
+class clsPLL;
 class clsPlannerRun;
 
 // How one device serves a plan, found in the device's own window. A family planner proposes
@@ -33,6 +34,15 @@ class clsDevicePlanner {
                                                     const std::string& device);
 
     const std::string& Device() const { return device_; }
+
+    // An output pin and the fields of the window that show it: its source (a list, or the
+    // QX5140's assignment label), its desired frequency and its actual frequency.
+    struct Pin {
+        std::string strName;
+        std::string strSource;
+        std::string strDesired;
+        std::string strActual;
+    };
 
     // Tries the plan. cancel, when it becomes true, ends the work early; the result is then of
     // no use.
@@ -116,6 +126,17 @@ class clsDevicePlanner {
     void ReadCommon(Configurator& document, clsPlanResult& result) const;
 
     // Helpers for the family planners.
+    // The pin of that name.
+    static const Pin& PinNamed(const std::vector<Pin>& pins, const std::string& name);
+    // A loop as its data list shows the solution in force.
+    static PlanLoop SolvedLoop(const std::string& name, double target, clsPLL& pll,
+                               const std::string& data);
+    // "33.333 MHz, 48 MHz and 24.576 MHz".
+    static std::string Together(const std::vector<double>& frequencies);
+    // Why an output read is not the wanted one: its desired frequency differs, or its loop
+    // has no solution.
+    static std::string OtherThanWanted(const PlanOutput& output, const std::string& desired);
+    static std::string Unsolved(const PlanOutput& output);
     // "48 MHz", "33.333 MHz".
     static std::string Megahertz(double frequency);
     // "3.3 V", "5 V".

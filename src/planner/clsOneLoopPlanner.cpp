@@ -100,13 +100,9 @@ std::vector<clsDevicePlanner::Candidate> clsOneLoopPlanner::Candidates(const Con
         candidate.astrPins = pins;
         candidates.push_back(std::move(candidate));
     }
-    if (candidates.empty()) {
-        std::string frequencies;
-        for (size_t i = 0; i < count; ++i)
-            frequencies += (i == 0 ? "" : i + 1 == count ? " and " : ", ") + Megahertz(wanted[i]);
-        reason = count > 1 ? "its one PLL cannot give " + frequencies + " at once"
-                           : "no divider of its PLL gives " + frequencies;
-    }
+    if (candidates.empty())
+        reason = count > 1 ? "its one PLL cannot give " + Together(wanted) + " at once"
+                           : "no divider of its PLL gives " + Together(wanted);
     return candidates;
 }
 
@@ -116,36 +112,28 @@ void clsOneLoopPlanner::Read(Configurator& document, const std::vector<double>& 
     const FieldRegistry& fields = document.Fields();
     bool loopUsed = false;
     for (size_t i = 0; i < wanted.size(); ++i) {
-        const auto pin = std::find_if(layout_.aPins.begin(), layout_.aPins.end(),
-                                      [&](const Pin& p) { return p.strName == pins[i]; });
+        const Pin& pin = PinNamed(layout_.aPins, pins[i]);
         PlanOutput output;
         output.dblWanted = wanted[i];
-        output.strPin = pin->strName;
-        output.strSource = fields.FindAs<ListField>(pin->strSource)->Text();
+        output.strPin = pin.strName;
+        output.strSource = fields.FindAs<ListField>(pin.strSource)->Text();
         loopUsed = loopUsed || StartsWithNoCase(output.strSource, "P");
-        const std::string desired = Trim(fields.Find(pin->strDesired)->Caption());
-        const std::string actual = fields.FindAs<ListField>(pin->strActual)->Text();
+        const std::string desired = Trim(fields.Find(pin.strDesired)->Caption());
+        const std::string actual = fields.FindAs<ListField>(pin.strActual)->Text();
         if (desired != DesiredText(wanted[i]) && problem.empty())
-            problem = output.strPin + " gives " + desired + " MHz, not " + Megahertz(wanted[i]);
+            problem = OtherThanWanted(output, desired);
         if (!ParseActual(actual, output.strActual, output.lngPPM)) {
             if (problem.empty())
-                problem = "no P and Q give " + Megahertz(wanted[i]) + " on " + output.strPin;
+                problem = Unsolved(output);
         } else {
             output.dblActual = Val(output.strActual);
         }
         result.aOutputs.push_back(output);
     }
-    if (loopUsed) {
-        clsPLL& loop = Loop(document);
-        const std::string data = fields.FindAs<ListField>(layout_.strDataList)->Text();
-        PlanLoop pll;
-        pll.strLoop = "PLL";
-        pll.dblTarget = Val(fields.FindAs<TextField>(layout_.strLoopField)->Text());
-        pll.dblP = loop.GetP(data);
-        pll.dblQ = loop.GetQ(data);
-        pll.dblVCO = loop.GetVCO(data);
-        result.aLoops.push_back(pll);
-    }
+    if (loopUsed)
+        result.aLoops.push_back(
+            SolvedLoop("PLL", Val(fields.FindAs<TextField>(layout_.strLoopField)->Text()),
+                       Loop(document), fields.FindAs<ListField>(layout_.strDataList)->Text()));
 }
 
 }  // namespace pendulon

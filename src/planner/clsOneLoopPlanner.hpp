@@ -14,13 +14,6 @@ class clsPLL;
 // be that frequency divided by a divider of its list, to the five decimals the window shows.
 class clsOneLoopPlanner : public clsDevicePlanner {
   public:
-    // An output pin and its fields: source list, desired label, actual list.
-    struct Pin {
-        std::string strName;
-        std::string strSource;
-        std::string strDesired;
-        std::string strActual;
-    };
     // The fields of the loop: its desired frequency and its data list.
     struct Layout {
         std::vector<Pin> aPins;

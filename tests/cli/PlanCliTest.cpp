@@ -19,17 +19,6 @@ using pendulon::test::RunCli;
 
 const std::vector<std::string> kFixedDate = {"SOURCE_DATE_EPOCH=1700000000"};
 
-struct Folder {
-    Folder() : path(pendulon::test::MakeTempDir()) {}
-    ~Folder() {
-        std::error_code ec;
-        std::filesystem::remove_all(path, ec);
-    }
-    std::string File(const std::string& name) const {
-        return (std::filesystem::path(path) / name).string();
-    }
-    std::string path;
-};
 
 std::vector<std::string> ThreeOutputs() {
     return {"plan", "--ref", "14.31818", "--voltage", "3.3", "--out", "33.333",
@@ -108,9 +97,9 @@ TEST(PlanCli, TheTableHasTheRankedRowsAndTheDetailsOfEachDeviceThatServes) {
 // for the outputs of a loop (the QX7311 family shows the PPM on the loop), and the loop's P and
 // Q. The vector is the one the document's own command writes.
 TEST(PlanCli, SaveAndJedWriteTheBestResultAsItsWindowWouldAndItOpensOnThePromise) {
-    Folder folder;
-    const std::string ent = folder.File("best.ent");
-    const std::string jed = folder.File("best.jed");
+    pendulon::test::TempDir folder;
+    const std::string ent = folder / "best.ent";
+    const std::string jed = folder / "best.jed";
     const CliResult run =
         RunCli(With(ThreeOutputs(), {"--json", "--save", ent, "--jed", jed}), kFixedDate);
     ASSERT_EQ(run.exitCode, 0) << run.err;
@@ -148,7 +137,7 @@ TEST(PlanCli, SaveAndJedWriteTheBestResultAsItsWindowWouldAndItOpensOnThePromise
     }
 
     // The same settings in a new document give the same vector, byte for byte.
-    const std::string again = folder.File("again.jed");
+    const std::string again = folder / "again.jed";
     std::vector<std::string> args = {"new", "QX7312"};
     for (const auto& setting : best["settings"]) args.push_back(setting);
     args.insert(args.end(), {"--jed", again});
@@ -159,8 +148,8 @@ TEST(PlanCli, SaveAndJedWriteTheBestResultAsItsWindowWouldAndItOpensOnThePromise
 }
 
 TEST(PlanCli, AQX5140ResultSavedOpensOnTheSameOutputs) {
-    Folder folder;
-    const std::string ent = folder.File("qx5140.ent");
+    pendulon::test::TempDir folder;
+    const std::string ent = folder / "qx5140.ent";
     const CliResult run =
         RunCli(With(ThreeOutputs(), {"--device", "QX5140", "--json", "--save", ent}), kFixedDate);
     ASSERT_EQ(run.exitCode, 0) << run.err;
@@ -184,9 +173,9 @@ TEST(PlanCli, AQX5140ResultSavedOpensOnTheSameOutputs) {
 }
 
 TEST(PlanCli, WhenNoDeviceServesNothingIsWrittenAndTheStatusIsOne) {
-    Folder folder;
-    const std::string ent = folder.File("kept.ent");
-    const std::string jed = folder.File("none.jed");
+    pendulon::test::TempDir folder;
+    const std::string ent = folder / "kept.ent";
+    const std::string jed = folder / "none.jed";
     {
         std::ofstream keep(ent, std::ios::binary);
         keep << "kept as it was\r\n";
@@ -202,9 +191,9 @@ TEST(PlanCli, WhenNoDeviceServesNothingIsWrittenAndTheStatusIsOne) {
 // The QX5140 is the only device that serves 0.5 and 0.92327 MHz, and it has no EPROM vector:
 // asked for one, the command writes neither file.
 TEST(PlanCli, AVectorTheBestDeviceCannotMakeWritesNothing) {
-    Folder folder;
-    const std::string ent = folder.File("qx5140.ent");
-    const std::string jed = folder.File("qx5140.jed");
+    pendulon::test::TempDir folder;
+    const std::string ent = folder / "qx5140.ent";
+    const std::string jed = folder / "qx5140.jed";
     const CliResult run = RunCli({"plan", "--ref", "14.31818", "--voltage", "3.3", "--out", "0.5",
                                   "--out", "0.92327", "--save", ent, "--jed", jed});
     EXPECT_EQ(run.exitCode, 1);

@@ -16,7 +16,6 @@
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
-#include <future>
 #include <memory>
 
 #include "DesktopTests.hpp"
@@ -29,6 +28,7 @@
 #include "planner/frmPlanner.hpp"
 #include "platform/HeadlessPlatform.hpp"
 #include "shell/Application.hpp"
+#include "planner/GatedHost.hpp"
 #include "shell/ShellPlannerHost.hpp"
 #include "shell/frmMain.hpp"
 
@@ -36,19 +36,6 @@ namespace pendulon::test {
 
 namespace {
 
-// The program's own host, whose runs wait at their start until the test lets them go.
-class GatedHost : public ShellPlannerHost {
-  public:
-    void StartRun(Application& app) const override {
-        gate_.wait();
-        ShellPlannerHost::StartRun(app);
-    }
-    void Open() { opener_.set_value(); }
-
-  private:
-    std::promise<void> opener_;
-    std::shared_future<void> gate_ = opener_.get_future().share();
-};
 
 struct PlannerFixture {
     HeadlessPlatform platform;

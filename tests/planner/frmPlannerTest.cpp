@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <future>
 #include <memory>
 #include <string>
 
@@ -10,6 +9,7 @@
 #include "platform/HeadlessPlatform.hpp"
 #include "platform/UserInput.hpp"
 #include "shell/Application.hpp"
+#include "planner/GatedHost.hpp"
 #include "shell/ShellPlannerHost.hpp"
 #include "shell/frmMain.hpp"
 
@@ -18,20 +18,8 @@
 namespace pendulon {
 namespace {
 
-// The program's own host, whose runs wait at their start until the test lets them go: a plan
-// that is still running when the test looks.
-class GatedHost : public ShellPlannerHost {
-  public:
-    void StartRun(Application& app) const override {
-        gate_.wait();
-        ShellPlannerHost::StartRun(app);
-    }
-    void Open() { opener_.set_value(); }
+using test::GatedHost;
 
-  private:
-    std::promise<void> opener_;
-    std::shared_future<void> gate_ = opener_.get_future().share();
-};
 
 struct PlannerWindow {
     explicit PlannerWindow(const PlannerHost* plannerHost = nullptr) {
