@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QFont>
 #include <QFontMetrics>
 #include <QGridLayout>
@@ -49,11 +50,21 @@ QWidget* ConfiguratorView::PowerRoom(const QSize& minimum) {
 }
 
 void ConfiguratorView::FitDocumentWindow() {
-    if (auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget())) {
-        const QSize need = sub->sizeHint();
-        if (sub->width() < need.width() || sub->height() < need.height())
-            sub->resize(sub->size().expandedTo(need));
-    }
+    auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget());
+    if (sub == nullptr || sub->isMaximized() || sub->isMinimized())
+        return;
+    const QSize need = sub->sizeHint();
+    if (sub->width() < need.width() || sub->height() < need.height())
+        sub->resize(sub->size().expandedTo(need));
+}
+
+bool ConfiguratorView::event(QEvent* event) {
+    const bool handled = QWidget::event(event);
+    // Fields that the options show (more rows, a second frequency) make the form larger: its
+    // window grows with it, so that nothing is cut off.
+    if (event->type() == QEvent::LayoutRequest && shown_)
+        FitDocumentWindow();
+    return handled;
 }
 
 QLabel* ConfiguratorView::Label(const QString& name, QWidget* parent) {
@@ -245,8 +256,12 @@ void ConfiguratorView::Bind() {
     power_ = new FloatingPanel(app_, form_.picPower, twipsPerPixelX_, twipsPerPixelY_, this);
     power_->SetRoom(powerSlot_);
     debug_ = new FloatingPanel(app_, form_.picDebugWindow, twipsPerPixelX_, twipsPerPixelY_, this);
-    if (layout() != nullptr)
+    if (layout() != nullptr) {
         layout()->setSizeConstraint(QLayout::SetMinimumSize);
+        // A window larger than the form (maximised, tiled) keeps the form's shape at its top
+        // left rather than stretching the fields across the screen.
+        layout()->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    }
     adjustSize();
     // The panels float over the fields.
     power_->raise();

@@ -80,6 +80,7 @@ class ConfiguratorView : public QWidget {
     void FitDocumentWindow();
 
     void showEvent(QShowEvent* event) override;
+    bool event(QEvent* event) override;
 
   private:
     Configurator& form_;

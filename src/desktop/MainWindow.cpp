@@ -23,7 +23,10 @@
 #include "desktop/Binder.hpp"
 #include "desktop/KeyModifiers.hpp"
 #include "desktop/ViewRegistry.hpp"
+#include "platform/HeadlessPlatform.hpp"
 #include "shell/Application.hpp"
+#include "shell/ConfiguratorFactory.hpp"
+#include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
 
 namespace pendulon {
@@ -67,6 +70,9 @@ MainWindow::MainWindow(Application& app, ViewRegistry& views, QWidget* parent)
 
     mdi_ = new QMdiArea(this);
     mdi_->setObjectName("mdiArea");
+    // A document window that reaches past the workspace's edge is reached by scrolling.
+    mdi_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    mdi_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdi_->viewport()->installEventFilter(this);
     setCentralWidget(mdi_);
 
@@ -100,10 +106,12 @@ MainWindow::MainWindow(Application& app, ViewRegistry& views, QWidget* parent)
     // Arranging the children is the platform's part of Window, Tile (1) and Cascade (0).
     main.Arrange = [this](int how) {
         if (how == 1)
-            mdi_->tileSubWindows();
+            TileDocuments();
         else
             mdi_->cascadeSubWindows();
     };
+    // A first start opens the main window as large as the largest document needs.
+    main.MeasureDocuments = [this] { return MeasureDocuments(); };
 
     app_.OnChildLoaded = [this](Window& child) { AddChild(child); };
     app_.OnChildUnloading = [this](Window& child) { RemoveChild(child); };
@@ -115,6 +123,7 @@ MainWindow::~MainWindow() {
     app_.Main().RemoveObserver(observerId_);
     app_.Main().PopupMenu = nullptr;
     app_.Main().Arrange = nullptr;
+    app_.Main().MeasureDocuments = nullptr;
     app_.OnChildLoaded = nullptr;
     app_.OnChildUnloading = nullptr;
 }
@@ -279,7 +288,70 @@ void MainWindow::AddChild(Window& child) {
             sub->setWindowTitle(QString::fromStdString(changed.Caption()));
     });
     sub->show();
+    // The window opens whole, where its model puts it (the workspace's top left corner), never
+    // left of or above the workspace: what does not fit is reached with the scroll bars.
+    const double tppX = std::max(1, app_.Services().TwipsPerPixelX());
+    const double tppY = std::max(1, app_.Services().TwipsPerPixelY());
+    sub->resize(sub->size().expandedTo(sub->sizeHint()));
+    sub->move(std::max(0, int(std::lround(child.Left() / tppX))),
+              std::max(0, int(std::lround(child.Top() / tppY))));
     mdi_->setActiveSubWindow(sub);
+}
+
+void MainWindow::TileDocuments() {
+    // Side by side, filling the workspace; a window never smaller than its fields need, so
+    // that the workspace scrolls rather than the main window growing past the screen.
+    QList<QMdiSubWindow*> windows;
+    for (QMdiSubWindow* sub : mdi_->subWindowList())
+        if (sub->isVisible() && !sub->isMinimized())
+            windows << sub;
+    if (windows.isEmpty())
+        return;
+    const int count = int(windows.size());
+    const int columns = int(std::ceil(std::sqrt(double(count))));
+    const int rows = (count + columns - 1) / columns;
+    const QSize room = mdi_->viewport()->size();
+    const int cellWidth = room.width() / columns;
+    const int cellHeight = room.height() / rows;
+    for (int i = 0; i < count; ++i) {
+        QMdiSubWindow* sub = windows[i];
+        if (sub->isMaximized())
+            sub->showNormal();
+        const QSize least = sub->minimumSizeHint().expandedTo(sub->minimumSize());
+        sub->setGeometry((i % columns) * cellWidth, (i / columns) * cellHeight,
+                         std::max(cellWidth, least.width()), std::max(cellHeight, least.height()));
+    }
+}
+
+std::pair<double, double> MainWindow::MeasureDocuments() {
+    // Every document view, built once over a model of its own, in a frame as the workspace
+    // shows it; the fonts decide, so the answer is kept for the life of the program.
+    static QSize largest;
+    if (largest.isEmpty()) {
+        HeadlessPlatform platform;
+        Application scratch(platform);
+        scratch.Main().MDIForm_Load("");
+        for (const char* device : {"QX6105A", "QX3350", "QX4860", "QX7311", "QX5140"}) {
+            scratch.DeviceForm().mstrCurrentDevice = device;
+            std::unique_ptr<Configurator> form = CreateConfigurator(scratch, device);
+            if (!form)
+                continue;
+            form->Form_Load();
+            QMdiSubWindow frame;
+            QWidget* view = views_.Create(*form, &frame);
+            frame.setWidget(view);
+            largest = largest.expandedTo(frame.sizeHint());
+            frame.setWidget(nullptr);
+            delete view;
+        }
+    }
+    // The main window around the workspace: the menus, the status strip, the workspace's frame.
+    const int frame = 2 * mdi_->frameWidth();
+    const QSize need(largest.width() + frame,
+                     largest.height() + frame + menuBar()->sizeHint().height() +
+                         statusBar()->sizeHint().height());
+    return {need.width() * double(app_.Services().TwipsPerPixelX()),
+            need.height() * double(app_.Services().TwipsPerPixelY())};
 }
 
 void MainWindow::RemoveChild(Window& child) {

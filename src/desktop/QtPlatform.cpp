@@ -414,6 +414,15 @@ double QtPlatform::ScreenHeight() {
     return screen == nullptr ? 768.0 * 15 : screen->geometry().height() * TwipsPerPixelY();
 }
 
+PlatformServices::Area QtPlatform::ScreenWorkArea() {
+    QScreen* screen = PrimaryScreen();
+    if (screen == nullptr)
+        return PlatformServices::ScreenWorkArea();
+    const QRect room = screen->availableGeometry();
+    const double x = TwipsPerPixelX(), y = TwipsPerPixelY();
+    return Area{room.x() * x, room.y() * y, room.width() * x, room.height() * y};
+}
+
 int QtPlatform::TwipsPerPixelX() {
     QScreen* screen = PrimaryScreen();
     return screen == nullptr ? 15 : TwipsPerPixel(screen->logicalDotsPerInchX());

@@ -56,6 +56,7 @@ class QtPlatform : public PlatformServices {
     void SetMousePointer(int pointer) override;
     double ScreenWidth() override;
     double ScreenHeight() override;
+    Area ScreenWorkArea() override;
     int TwipsPerPixelX() override;
     int TwipsPerPixelY() override;
     const TextMetrics& Metrics() override;
