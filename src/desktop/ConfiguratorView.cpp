@@ -23,6 +23,7 @@
 #include "desktop/FloatingPanel.hpp"
 #include "desktop/NamedWidgets.hpp"
 #include "desktop/PictureView.hpp"
+#include "graphics/clsGraphics.hpp"
 #include "platform/PictureBox.hpp"
 
 namespace pendulon {
@@ -131,15 +132,21 @@ QGroupBox* ConfiguratorView::LimitsGroup(bool namedLabels) {
     grid->addWidget(caption("lblMaximum", "Maximum"), 0, 2, Qt::AlignHCenter);
     const char* rowNames[] = {"lblLimitFrequency", "lblLimitP", "lblLimitQ"};
     const char* rowTexts[] = {"PLL", "P", "Q"};
+    // Limit fields keep the width of their numbers.
+    const auto limitField = [&](const QString& name) {
+        QLineEdit* field = Text(name, group, 7);
+        field->setFixedWidth(field->minimumWidth());
+        return field;
+    };
     for (int i = 0; i < 3; ++i) {
         grid->addWidget(caption(rowNames[i], rowTexts[i]), i + 1, 0);
-        grid->addWidget(Text(QString("txtPLLMin(%1)").arg(i), group, 7), i + 1, 1);
-        grid->addWidget(Text(QString("txtPLLMax(%1)").arg(i), group, 7), i + 1, 2);
+        grid->addWidget(limitField(QString("txtPLLMin(%1)").arg(i)), i + 1, 1);
+        grid->addWidget(limitField(QString("txtPLLMax(%1)").arg(i)), i + 1, 2);
     }
     grid->addWidget(Label("lblFRefMin", group), 4, 0);
-    grid->addWidget(Text("txtFRefMin", group, 7), 4, 1);
+    grid->addWidget(limitField("txtFRefMin"), 4, 1);
     grid->addWidget(Label("lblFRefMax", group), 5, 0);
-    grid->addWidget(Text("txtFRefMax", group, 7), 5, 2);
+    grid->addWidget(limitField("txtFRefMax"), 5, 2);
     auto* check = new QCheckBox(group);
     check->setObjectName("chkUseDefault");
     grid->addWidget(check, 6, 0, 1, 2);
@@ -194,23 +201,11 @@ QLabel* ConfiguratorView::DeviceLabel() {
 }
 
 QSizeF ConfiguratorView::Overflow(const PictureBox& picture) {
-    double over_x = 0, over_y = 0;
-    for (const DrawOp& op : picture.DisplayList()) {
-        double left = std::min(op.x1, op.x2), right = std::max(op.x1, op.x2);
-        double top = std::min(op.y1, op.y2), bottom = std::max(op.y1, op.y2);
-        if (op.type == DrawOp::Type::Text) {
-            right = op.x1 + picture.Metrics().TextWidth(op.font, op.text);
-            bottom = op.y1 + picture.Metrics().TextHeight(op.font, op.text);
-        } else if (op.type == DrawOp::Type::Arc) {
-            left = op.x1 - op.radius;
-            right = op.x1 + op.radius;
-            top = op.y1 - op.radius;
-            bottom = op.y1 + op.radius;
-        }
-        over_x = std::max({over_x, -left, right - picture.Width()});
-        over_y = std::max({over_y, -top, bottom - picture.Height()});
-    }
-    return QSizeF(over_x, over_y);
+    if (picture.DisplayList().empty())
+        return QSizeF(0, 0);
+    const clsGraphics::Bounds drawn = clsGraphics::DrawingBounds(picture);
+    return QSizeF(std::max({0.0, -drawn.Left, drawn.Right - picture.Width()}),
+                  std::max({0.0, -drawn.Top, drawn.Bottom - picture.Height()}));
 }
 
 PictureView* ConfiguratorView::PinoutPicture(double width, double height,

@@ -74,6 +74,8 @@ class QtPlatform : public PlatformServices {
     std::unique_ptr<QPrinter> printer_;
     std::unique_ptr<QtTextMetrics> metrics_;
     int pointer_ = kPointerDefault;
+    // The folder of the file last chosen in a file dialog.
+    QString lastFolder_;
 };
 
 }  // namespace pendulon

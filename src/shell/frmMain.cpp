@@ -43,11 +43,11 @@ frmMain::frmMain(Application& app) : Window("frmMain"), app_(app) {
     SetupMenu(mnuOpen, "&Open...", "Ctrl+O");
     SetupMenu(mnuSave, "&Save", "Ctrl+S");
     SetupMenu(mnuSaveAs, "Save &As...");
-    SetupMenu(mnuClose, "&Close");
+    SetupMenu(mnuClose, "&Close", "Ctrl+W");
     SetupMenu(mnuConfiguration, "Configuration &Info...");
     SetupMenu(mnuPrint, "&Print...", "Ctrl+P");
     SetupMenu(mnuPrintSetup, "P&rint Setup...");
-    SetupMenu(mnuExit, "E&xit");
+    SetupMenu(mnuExit, "E&xit", "Ctrl+Q");
     mnuFilePathArray[0].SetCaption("-");
     for (auto& item : mnuFilePathArray) item->SetVisible(false);
     SetupMenu(mnuEdit, "&Edit");
@@ -82,25 +82,31 @@ frmMain::frmMain(Application& app) : Window("frmMain"), app_(app) {
     mnuViewDebugWindow.SetVisible(false);
     mnuToolsLaunchKITE.SetEnabled(false);
 
-    // Menu tree.
-    for (MenuItem* item : {&mnuNew, &mnuOpen, &mnuSave, &mnuSaveAs, &mnuClose, &mnuConfiguration,
-                           &mnuPrint, &mnuPrintSetup})
+    // Menu tree, with a line between the groups of each menu.
+    for (MenuItem& line : mnuGroupLines) line.SetCaption("-");
+    MenuItem* line = mnuGroupLines.data();
+    for (MenuItem* item : {&mnuNew, &mnuOpen, &mnuSave, &mnuSaveAs, line, &mnuClose, line + 1,
+                           &mnuConfiguration, line + 2, &mnuPrint, &mnuPrintSetup})
         mnuFile.AddItem(*item);
+    // The recent files bring their own line.
     for (auto& item : mnuFilePathArray) mnuFile.AddItem(*item);
+    mnuFile.AddItem(line[3]);
     mnuFile.AddItem(mnuExit);
-    for (MenuItem* item : {&mnuEditCut, &mnuEditCopy, &mnuEditPaste, &mnuEditSelectAll})
+    for (MenuItem* item : {&mnuEditCut, &mnuEditCopy, &mnuEditPaste, line + 4, &mnuEditSelectAll})
         mnuEdit.AddItem(*item);
     mnuViewEntryFile.AddItem(mnuViewEntryFileNew);
     mnuViewEntryFile.AddItem(mnuViewEntryFileSaved);
-    for (MenuItem* item : {&mnuViewPower, &mnuViewDebugWindow, &mnuViewEntryFile})
+    for (MenuItem* item : {&mnuViewPower, &mnuViewDebugWindow, line + 5, &mnuViewEntryFile})
         mnuView.AddItem(*item);
     mnuToolsCreateEPROM.AddItem(mnuToolsCreateEPROMNew);
     mnuToolsCreateEPROM.AddItem(mnuToolsCreateEPROMSaved);
-    for (MenuItem* item : {&mnuToolsCreateEPROM, &mnuToolsOptions, &mnuToolsLaunchKITE})
+    for (MenuItem* item :
+         {&mnuToolsCreateEPROM, line + 6, &mnuToolsOptions, line + 7, &mnuToolsLaunchKITE})
         mnuTools.AddItem(*item);
     mnuWindow.AddItem(mnuTile);
     mnuWindow.AddItem(mnuCascade);
-    for (MenuItem* item : {&mnuPopupHelp, &mnuDecisionTree, &mnuAbout, &mnuAboutKITE})
+    for (MenuItem* item :
+         {&mnuPopupHelp, line + 8, &mnuDecisionTree, line + 9, &mnuAbout, &mnuAboutKITE})
         mnuHelp.AddItem(*item);
 
     Register("mnuFile", mnuFile);

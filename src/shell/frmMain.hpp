@@ -1,4 +1,5 @@
 #pragma once
+#include <array>
 #include <functional>
 #include <string>
 #include <utility>
@@ -57,6 +58,8 @@ class frmMain : public Window {
     MenuItem mnuDecisionTree;
     MenuItem mnuAbout;
     MenuItem mnuAboutKITE;
+    // The lines between the groups of the menus; they are no fields of the window.
+    std::array<MenuItem, 10> mnuGroupLines;
 
     // Status strip: the hint on the left three quarters, the status on the rest.
     PictureBox picStatus;

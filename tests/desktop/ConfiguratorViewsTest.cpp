@@ -244,7 +244,7 @@ class ConfiguratorViewsTest : public QObject {
         }
     }
 
-    void qx4860PanelsShowFourRowsAndScrollTogether() {
+    void qx4860RowsStayWholeAndScrollAsOneWithAHeadingOnEveryColumn() {
         DocumentFixture f;
         QVERIFY(f.ShowAndActivate());
         f.NewDocument("QX4860");
@@ -255,30 +255,46 @@ class ConfiguratorViewsTest : public QObject {
         QVERIFY(view != nullptr);
         QCOMPARE(view->findChild<QGroupBox*>("fraFrequencies")->title(),
                  QString("PLL/Output Frequencies (FS3..FS0)"));
-        QWidget* outputs = view->OutputPanel();
-        QWidget* data = view->PLLDataPanel();
+        QWidget* rows = view->RowPanel();
         // 360 twips a row at 15 twips a pixel: 24 pixels, four rows in sight.
-        QCOMPARE(outputs->parentWidget()->height(), 4 * 24);
-        QCOMPARE(data->parentWidget()->height(), 4 * 24);
-        QCOMPARE(outputs->y(), 0);
-        auto* outputBar = view->findChild<QScrollBar*>("vsbOutput");
-        auto* dataBar = view->findChild<QScrollBar*>("vsbPLLData");
-        QTRY_VERIFY(outputBar->isVisible());
-        QCOMPARE(outputBar->maximum(), form.vsbOutput.Max());
-        outputBar->setValue(3);
+        QCOMPARE(rows->parentWidget()->height(), 4 * 24);
+        QCOMPARE(rows->y(), 0);
+        // One scroll bar; the form's second one has nothing of its own to move.
+        auto* bar = view->findChild<QScrollBar*>("vsbOutput");
+        QTRY_VERIFY(bar->isVisible());
+        QCOMPARE(view->findChildren<QScrollBar*>().size(), 1);
+        QCOMPARE(bar->maximum(), form.vsbOutput.Max());
+        bar->setValue(3);
         QCOMPARE(form.vsbOutput.Value(), 3);
         QCOMPARE(form.vsbPLLData.Value(), 3);
-        QCOMPARE(dataBar->value(), 3);
-        QCOMPARE(outputs->y(), -3 * 24);
-        QCOMPARE(data->y(), -3 * 24);
-        // Row 3 is now the top row of both panels.
-        auto* row3 = view->findChild<QLineEdit*>("txtPLL(3)");
-        QCOMPARE(row3->mapTo(outputs->parentWidget(), QPoint(0, 0)).y(), 1);
+        QCOMPARE(rows->y(), -3 * 24);
+        // Row 3 is the top row, whole: its frequency and its loop's solutions side by side.
+        const int top = view->findChild<QLineEdit*>("txtPLL(3)")->mapTo(rows->parentWidget(),
+                                                                         QPoint(0, 0)).y();
+        QCOMPARE(top, 1);
+        QCOMPARE(view->findChild<QComboBox*>("cboPLLData(3)")->mapTo(rows->parentWidget(),
+                                                                       QPoint(0, 0)).y(),
+                 top);
         KeepPicture(view, "frmQX4860-scrolled");
-        dataBar->setValue(1);
-        QCOMPARE(outputBar->value(), 1);
-        QCOMPARE(outputs->y(), -24);
-        QCOMPARE(data->y(), -24);
+        // Keyboard moves through the rows scroll the one table.
+        form.vsbPLLData.SetValue(1);
+        QCOMPARE(bar->value(), 1);
+        QCOMPARE(rows->y(), -24);
+        // Every column of the rows has a heading above it.
+        QList<QLabel*> headings;
+        for (QLabel* label : view->findChildren<QLabel*>())
+            if (label->isVisible() && !rows->isAncestorOf(label) && !label->text().isEmpty())
+                headings << label;
+        for (const char* cell : {"lblSelectIndex(0)", "txtPLL(0)", "lblDesiredClkA(0)",
+                                 "cboActualClkA(0)", "lblDesiredRefClk(0)", "cboActualRefClk(0)",
+                                 "lblPLLDataIndex(0)", "cboPLLData(0)"}) {
+            auto* widget = view->findChild<QWidget*>(cell);
+            const int x = widget->mapTo(view, QPoint(0, 0)).x();
+            const bool headed = std::any_of(headings.begin(), headings.end(), [&](QLabel* h) {
+                return h->mapTo(view, QPoint(0, 0)).x() == x;
+            });
+            QVERIFY2(headed, cell);
+        }
     }
 
     void qx4860EightPinShowsFourRowsWithoutScrolling() {
