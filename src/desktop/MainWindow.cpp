@@ -299,8 +299,9 @@ void MainWindow::AddChild(Window& child) {
 }
 
 void MainWindow::TileDocuments() {
-    // Side by side, filling the workspace; a window never smaller than its fields need, so
-    // that the workspace scrolls rather than the main window growing past the screen.
+    // Side by side, sharing the workspace; a window is never made smaller than its fields need
+    // and never covers another: where they do not fit the workspace scrolls, and the main
+    // window stays on the screen.
     QList<QMdiSubWindow*> windows;
     for (QMdiSubWindow* sub : mdi_->subWindowList())
         if (sub->isVisible() && !sub->isMinimized())
@@ -311,15 +312,21 @@ void MainWindow::TileDocuments() {
     const int columns = int(std::ceil(std::sqrt(double(count))));
     const int rows = (count + columns - 1) / columns;
     const QSize room = mdi_->viewport()->size();
-    const int cellWidth = room.width() / columns;
-    const int cellHeight = room.height() / rows;
-    for (int i = 0; i < count; ++i) {
-        QMdiSubWindow* sub = windows[i];
-        if (sub->isMaximized())
-            sub->showNormal();
-        const QSize least = sub->minimumSizeHint().expandedTo(sub->minimumSize());
-        sub->setGeometry((i % columns) * cellWidth, (i / columns) * cellHeight,
-                         std::max(cellWidth, least.width()), std::max(cellHeight, least.height()));
+    const QSize cell(room.width() / columns, room.height() / rows);
+    int y = 0;
+    for (int row = 0; row < rows; ++row) {
+        int x = 0;
+        int rowHeight = 0;
+        for (int column = 0; column < columns && row * columns + column < count; ++column) {
+            QMdiSubWindow* sub = windows[row * columns + column];
+            if (sub->isMaximized())
+                sub->showNormal();
+            const QSize size = cell.expandedTo(sub->minimumSizeHint()).expandedTo(sub->minimumSize());
+            sub->setGeometry(x, y, size.width(), size.height());
+            x += size.width();
+            rowHeight = std::max(rowHeight, size.height());
+        }
+        y += rowHeight;
     }
 }
 

@@ -40,10 +40,7 @@ QGroupBox* OptionGroup(QWidget* parent, const char* name,
 
 QX3350View::QX3350View(frmQX3350& form, Application& app, QWidget* parent, int twipsPerPixelX,
                        int twipsPerPixelY)
-    : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY),
-      form_(form),
-      twipsPerPixelX_(twipsPerPixelX),
-      twipsPerPixelY_(twipsPerPixelY) {
+    : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY) {
     auto* root = new QVBoxLayout(this);
     root->setContentsMargins(8, 8, 8, 8);
     root->setSpacing(8);
@@ -156,6 +153,7 @@ QX3350View::QX3350View(frmQX3350& form, Application& app, QWidget* parent, int t
     root->addLayout(bottom);
 
     Bind();
+    // The panel first shows where the note stands, and stays there while the user lets it.
     PowerPanel()->SetRoom(powerPlace_);
     // From the reference straight on to the frequency and the output, then the options.
     QWidget* previous = nullptr;
@@ -171,24 +169,7 @@ QX3350View::QX3350View(frmQX3350& form, Application& app, QWidget* parent, int t
         if (widget != nullptr)
             previous = widget;
     }
-    PlacePowerPanel();
     SetFirstField(findChild<QWidget*>("txtPLL"));
-}
-
-void QX3350View::PlacePowerPanel() {
-    if (layout() != nullptr)
-        layout()->activate();
-    const QPoint at = powerPlace_->mapTo(this, QPoint(0, 0));
-    placed_ = QPoint(int(at.x() * twipsPerPixelX_), int(at.y() * twipsPerPixelY_));
-    form_.picPower.Move(placed_.x(), placed_.y());
-}
-
-void QX3350View::resizeEvent(QResizeEvent* event) {
-    ConfiguratorView::resizeEvent(event);
-    // The panel keeps to its place while the user has not moved it elsewhere.
-    if (powerPlace_ != nullptr && int(form_.picPower.Left()) == placed_.x() &&
-        int(form_.picPower.Top()) == placed_.y())
-        PlacePowerPanel();
 }
 
 }  // namespace pendulon

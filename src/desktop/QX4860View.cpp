@@ -156,6 +156,8 @@ QX4860View::QX4860View(frmQX4860& form, Application& app, QWidget* parent, int t
     bottom->addWidget(LimitsGroup(true), 0, Qt::AlignTop);
     bottom->addWidget(PinoutPicture(3600, 2700, [&form] { form.DisplayPinout(); }), 0,
                       Qt::AlignLeft | Qt::AlignTop);
+    // The power figures float; until the user puts them elsewhere they sit here, over nothing.
+    bottom->addWidget(PowerRoom(QSize(1, 1)), 0, Qt::AlignLeft | Qt::AlignTop);
     bottom->addStretch();
     bottom->addWidget(CalculateButton(), 0, Qt::AlignRight | Qt::AlignBottom);
     root->addLayout(bottom);

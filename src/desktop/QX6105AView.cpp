@@ -94,6 +94,8 @@ QX6105AView::QX6105AView(frmQX6105A& form, Application& app, QWidget* parent, in
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(PinoutPicture(3600, 2100, [&form] { form.DisplayPinout(); }), 0,
                       Qt::AlignLeft | Qt::AlignTop);
+    // The power figures float; until the user puts them elsewhere they sit here, over nothing.
+    bottom->addWidget(PowerRoom(QSize(1, 1)), 0, Qt::AlignLeft | Qt::AlignTop);
     bottom->addStretch();
     bottom->addWidget(CalculateButton(), 0, Qt::AlignRight | Qt::AlignBottom);
     root->addLayout(bottom);
