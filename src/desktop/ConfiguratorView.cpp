@@ -217,31 +217,45 @@ PictureView* ConfiguratorView::PinoutPicture(double width, double height,
         form_.picPinout.SetHeight(height);
     }
     pinout_ = new PictureView(form_.picPinout, twipsPerPixelX_, twipsPerPixelY_, this);
+    redrawPinout_ = redraw;
     if (redraw) {
         redraw();
-        // Long pin names in a wide font may reach past the picture: widen it on both sides,
-        // keeping the chip in the middle, and draw again.
-        // The chip's place is snapped to whole pixels, so a pixel more on each side it overflows.
-        auto more = [](double over, int pixel) {
-            return over > 0 ? 2 * (std::ceil(over / pixel) + 1) * pixel : 0.0;
-        };
-        for (int attempt = 0; attempt < 3; ++attempt) {
-            const QSizeF over = Overflow(form_.picPinout);
-            if (over.width() <= 0 && over.height() <= 0)
-                break;
-            form_.picPinout.SetWidth(form_.picPinout.Width() + more(over.width(), twipsPerPixelX_));
-            form_.picPinout.SetHeight(form_.picPinout.Height() +
-                                      more(over.height(), twipsPerPixelY_));
-            redraw();
-        }
+        FitPinout();
     }
     pinout_->setFixedSize(pinout_->sizeHint());
-    // The picture is sized when the chip is drawn; the view keeps its size in step.
+    // The picture is sized when the chip is drawn; the view keeps its size in step. A mode
+    // that draws longer pin names (a suspend pin) makes the picture wider, once it is drawn.
     pinoutObserver_ = form_.picPinout.AddObserver([this](Field&) {
+        if (!fittingPinout_ && redrawPinout_) {
+            const QSizeF over = Overflow(form_.picPinout);
+            if (over.width() > 0 || over.height() > 0)
+                QTimer::singleShot(0, this, [this] { FitPinout(); });
+        }
         if (pinout_->size() != pinout_->sizeHint())
             pinout_->setFixedSize(pinout_->sizeHint());
     });
     return pinout_;
+}
+
+void ConfiguratorView::FitPinout() {
+    if (fittingPinout_ || !redrawPinout_)
+        return;
+    fittingPinout_ = true;
+    // Long pin names in a wide font may reach past the picture: widen it on both sides,
+    // keeping the chip in the middle, and draw again. The chip's place is snapped to whole
+    // pixels, so a pixel more on each side it overflows.
+    auto more = [](double over, int pixel) {
+        return over > 0 ? 2 * (std::ceil(over / pixel) + 1) * pixel : 0.0;
+    };
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        const QSizeF over = Overflow(form_.picPinout);
+        if (over.width() <= 0 && over.height() <= 0)
+            break;
+        form_.picPinout.SetWidth(form_.picPinout.Width() + more(over.width(), twipsPerPixelX_));
+        form_.picPinout.SetHeight(form_.picPinout.Height() + more(over.height(), twipsPerPixelY_));
+        redrawPinout_();
+    }
+    fittingPinout_ = false;
 }
 
 void ConfiguratorView::Bind() {

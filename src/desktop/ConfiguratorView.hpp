@@ -64,6 +64,8 @@ class ConfiguratorView : public QWidget {
     // picture has its size.
     PictureView* PinoutPicture(double width, double height, const std::function<void()>& redraw);
 
+    // Widens the pinout's picture until the chip drawn in it fits, drawing it anew.
+    void FitPinout();
     // How far a drawing reaches past its picture on the worse side, across and down, in
     // twips; zero where it fits.
     static QSizeF Overflow(const PictureBox& picture);
@@ -92,6 +94,8 @@ class ConfiguratorView : public QWidget {
     FloatingPanel* debug_ = nullptr;
     PictureView* pinout_ = nullptr;
     int pinoutObserver_ = 0;
+    std::function<void()> redrawPinout_;
+    bool fittingPinout_ = false;
     QPointer<QWidget> powerSlot_;
     QWidget* firstField_ = nullptr;
     bool shown_ = false;
