@@ -19,6 +19,7 @@
 #include <cmath>
 
 #include "configurators/Configurator.hpp"
+#include "desktop/AccessibleNames.hpp"
 #include "desktop/Binder.hpp"
 #include "desktop/FloatingPanel.hpp"
 #include "desktop/NamedWidgets.hpp"
@@ -65,6 +66,9 @@ bool ConfiguratorView::event(QEvent* event) {
     // window grows with it, so that nothing is cut off.
     if (event->type() == QEvent::LayoutRequest && shown_)
         FitDocumentWindow();
+    // Captions and places change with the options: the fields' names follow.
+    if (event->type() == QEvent::LayoutRequest)
+        NameFieldsFromLabels(this);
     return handled;
 }
 
@@ -99,7 +103,8 @@ QLabel* ConfiguratorView::Heading(const QString& text, QWidget* parent) {
 }
 
 QGroupBox* ConfiguratorView::VoltageGroup() {
-    auto* group = new QGroupBox(this);
+    // The form's frame gives the title where it has one.
+    auto* group = new QGroupBox(tr("Voltage"), this);
     group->setObjectName("fraVoltage");
     auto* layout = new QVBoxLayout(group);
     for (const char* name : {"opt5V", "opt3V"}) {
@@ -111,7 +116,7 @@ QGroupBox* ConfiguratorView::VoltageGroup() {
 }
 
 QGroupBox* ConfiguratorView::ReferenceGroup() {
-    auto* group = new QGroupBox(this);
+    auto* group = new QGroupBox(tr("Reference"), this);
     group->setObjectName("fraReference");
     auto* layout = new QVBoxLayout(group);
     layout->addWidget(List("cboFRef", group, 14));
@@ -272,6 +277,7 @@ void ConfiguratorView::Bind() {
         layout()->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     }
     adjustSize();
+    NameFieldsFromLabels(this);
     // The panels float over the fields.
     power_->raise();
     debug_->raise();

@@ -50,8 +50,8 @@ QX7311View::QX7311View(frmQX7311& form, Application& app, QWidget* parent, int t
                        int twipsPerPixelY)
     : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY), form_(form), app_(app) {
     auto* root = new QVBoxLayout(this);
-    root->setContentsMargins(8, 8, 8, 8);
-    root->setSpacing(6);
+    root->setContentsMargins(8, 4, 8, 4);
+    root->setSpacing(4);
 
     // Top row: model, voltage, reference and options; the device and Calculate at the right.
     auto* top = new QHBoxLayout;
