@@ -162,9 +162,16 @@ QGroupBox* ConfiguratorView::LimitsGroup(bool namedLabels) {
     return group;
 }
 
-void ConfiguratorView::ThreeLoopLimitRows(QGridLayout* grid, QWidget* group,
-                                          const std::function<QString(int)>& labelOf,
-                                          int fieldWidth) {
+QGroupBox* ConfiguratorView::ThreeLoopLimits(
+    const std::function<QLabel*(int column, QWidget* group)>& heading,
+    const std::function<QString(int)>& labelOf) {
+    QGroupBox* group = widgets::Group("fraLimits", this);
+    auto* grid = new QGridLayout(group);
+    grid->setHorizontalSpacing(4);
+    grid->setVerticalSpacing(3);
+    for (int c = 0; c < 6; ++c)
+        grid->addWidget(heading(c, group), 0, c + 1, Qt::AlignHCenter);
+    const int fieldWidth = QFontMetrics(font()).horizontalAdvance("0000.0") + 12;
     const auto limitField = [&](const QString& name) {
         QLineEdit* field = Text(name, group, 5);
         field->setFixedWidth(fieldWidth);
@@ -186,6 +193,52 @@ void ConfiguratorView::ThreeLoopLimitRows(QGridLayout* grid, QWidget* group,
     apply->setObjectName("cmdApplyLimits");
     apply->setAutoDefault(false);
     grid->addWidget(apply, 4, 5, 1, 2);
+    return group;
+}
+
+QVBoxLayout* ConfiguratorView::RootLayout(int vertical, int spacing) {
+    auto* root = new QVBoxLayout(this);
+    root->setContentsMargins(8, vertical, 8, vertical);
+    root->setSpacing(spacing);
+    return root;
+}
+
+void ConfiguratorView::AddDeviceAndCalculate(QHBoxLayout* top) {
+    top->addStretch();
+    top->addWidget(DeviceLabel(), 0, Qt::AlignVCenter | Qt::AlignRight);
+    top->addSpacing(16);
+    top->addWidget(CalculateButton(), 0, Qt::AlignVCenter | Qt::AlignRight);
+}
+
+QHBoxLayout* ConfiguratorView::PinoutAndPowerRoom(double width, double height,
+                                                  const std::function<void()>& redraw,
+                                                  const QSize& room) {
+    auto* chip = new QHBoxLayout;
+    QGroupBox* pinout = widgets::Group("fraPinout", this);
+    auto* pinoutLayout = new QVBoxLayout(pinout);
+    pinoutLayout->setContentsMargins(4, 4, 4, 4);
+    pinoutLayout->addWidget(PinoutPicture(width, height, redraw), 0,
+                            Qt::AlignHCenter | Qt::AlignTop);
+    chip->addWidget(pinout, 0, Qt::AlignTop);
+    chip->addWidget(PowerRoom(room), 1);
+    return chip;
+}
+
+void ConfiguratorView::ChainTabOrder(const QStringList& order) {
+    QWidget* before = nullptr;
+    for (const QString& name : order) {
+        QWidget* after = findChild<QWidget*>(name);
+        if (after == nullptr)
+            continue;
+        if (before != nullptr)
+            setTabOrder(before, after);
+        before = after;
+        // An editable list has the focus in its edit line: the keyboard goes on from there.
+        if (auto* list = qobject_cast<QComboBox*>(after); list != nullptr && list->lineEdit()) {
+            setTabOrder(list, list->lineEdit());
+            before = list->lineEdit();
+        }
+    }
 }
 
 QPushButton* ConfiguratorView::CalculateButton() {

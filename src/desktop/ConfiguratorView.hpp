@@ -2,6 +2,7 @@
 #include <QPointer>
 #include <QSize>
 #include <QSizeF>
+#include <QStringList>
 #include <QWidget>
 #include <functional>
 
@@ -9,7 +10,9 @@ class QComboBox;
 class QGridLayout;
 class QGroupBox;
 class QLabel;
+class QHBoxLayout;
 class QLineEdit;
+class QVBoxLayout;
 class QPushButton;
 
 namespace pendulon {
@@ -53,11 +56,22 @@ class ConfiguratorView : public QWidget {
     QGroupBox* ReferenceGroup();
     // The limit group. With named labels the row and column captions are fields of the form.
     QGroupBox* LimitsGroup(bool namedLabels);
-    // The limit rows of a three-loop die from grid row 1 on: a row per loop in the die's order
-    // (its caption label, named by labelOf, then minimum and maximum of frequency, P and Q), the
-    // reference row with Use Default and Apply. Limit fields are fieldWidth pixels wide.
-    void ThreeLoopLimitRows(QGridLayout* grid, QWidget* group,
-                            const std::function<QString(int)>& labelOf, int fieldWidth);
+    // The limit group of a three-loop die: the column headings that heading makes for columns
+    // 0 to 5 (minimum and maximum of frequency, P and Q), a row per loop in the die's order (its
+    // caption label named by labelOf), the reference row with Use Default and Apply.
+    QGroupBox* ThreeLoopLimits(const std::function<QLabel*(int column, QWidget* group)>& heading,
+                               const std::function<QString(int)>& labelOf);
+    // The root layout of a view: margins and spacing in pixels.
+    QVBoxLayout* RootLayout(int vertical, int spacing);
+    // The device's name and Calculate at the right end of the top row.
+    void AddDeviceAndCalculate(QHBoxLayout* top);
+    // The pinout in its frame at the given size in twips, with the room kept for the power
+    // figures beside it: until the user puts them elsewhere they sit there, over nothing.
+    QHBoxLayout* PinoutAndPowerRoom(double width, double height, const std::function<void()>& redraw,
+                                    const QSize& room);
+    // Sets the keyboard's order through the named widgets that exist; an editable list hands the
+    // keyboard on from its edit line.
+    void ChainTabOrder(const QStringList& order);
     QPushButton* CalculateButton();
     QLabel* DeviceLabel();
     // The pinout, in a picture of the given size in twips; redraw draws the chip anew once the

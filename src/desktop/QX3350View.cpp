@@ -41,9 +41,7 @@ QGroupBox* OptionGroup(QWidget* parent, const char* name,
 QX3350View::QX3350View(frmQX3350& form, Application& app, QWidget* parent, int twipsPerPixelX,
                        int twipsPerPixelY)
     : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY) {
-    auto* root = new QVBoxLayout(this);
-    root->setContentsMargins(8, 8, 8, 8);
-    root->setSpacing(8);
+    QVBoxLayout* root = RootLayout(8, 8);
 
     // Top row: clock source, reference, voltage, output level, package; the device at the right.
     auto* top = new QHBoxLayout;
@@ -156,19 +154,13 @@ QX3350View::QX3350View(frmQX3350& form, Application& app, QWidget* parent, int t
     // The panel first shows where the note stands, and stays there while the user lets it.
     PowerPanel()->SetRoom(powerPlace_);
     // From the reference straight on to the frequency and the output, then the options.
-    QWidget* previous = nullptr;
-    for (const char* name :
-         {"optCrystal",     "optExternal",  "cboFRef",       "txtPLL",         "cboClockDivisors",
-          "cboPLLData",     "cboActual",    "opt5V",         "opt3V",          "optTTL",
-          "optCMOS",        "optSOIC",      "optTSSOP",      "optPowerDown",   "optOutputEnable",
-          "chkSynchronous", "txtPLLMin(0)", "txtPLLMax(0)",  "txtPLLMin(1)",   "txtPLLMax(1)",
-          "txtPLLMin(2)",   "txtPLLMax(2)", "chkUseDefault", "cmdApplyLimits", "cmdCalculate"}) {
-        QWidget* widget = findChild<QWidget*>(name);
-        if (previous != nullptr && widget != nullptr)
-            setTabOrder(previous, widget);
-        if (widget != nullptr)
-            previous = widget;
-    }
+    ChainTabOrder({"optCrystal",     "optExternal",  "cboFRef",       "txtPLL",
+                   "cboClockDivisors", "cboPLLData",  "cboActual",     "opt5V",
+                   "opt3V",          "optTTL",       "optCMOS",       "optSOIC",
+                   "optTSSOP",       "optPowerDown", "optOutputEnable", "chkSynchronous",
+                   "txtPLLMin(0)",   "txtPLLMax(0)", "txtPLLMin(1)",  "txtPLLMax(1)",
+                   "txtPLLMin(2)",   "txtPLLMax(2)", "chkUseDefault", "cmdApplyLimits",
+                   "cmdCalculate"});
     SetFirstField(findChild<QWidget*>("txtPLL"));
 }
 

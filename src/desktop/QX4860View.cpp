@@ -27,9 +27,7 @@ QX4860View::QX4860View(frmQX4860& form, Application& app, QWidget* parent, int t
     : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY),
       form_(form),
       twipsPerPixelY_(std::max(1, twipsPerPixelY)) {
-    auto* root = new QVBoxLayout(this);
-    root->setContentsMargins(8, 8, 8, 8);
-    root->setSpacing(8);
+    QVBoxLayout* root = RootLayout(8, 8);
 
     // Top row: package, voltage, reference, options; the device at the right.
     auto* top = new QHBoxLayout;

@@ -20,9 +20,7 @@ namespace pendulon {
 QX6105AView::QX6105AView(frmQX6105A& form, Application& app, QWidget* parent, int twipsPerPixelX,
                          int twipsPerPixelY)
     : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY) {
-    auto* root = new QVBoxLayout(this);
-    root->setContentsMargins(8, 8, 8, 8);
-    root->setSpacing(8);
+    QVBoxLayout* root = RootLayout(8, 8);
 
     // Top row: pin 8, voltage, reference, option; the device name at the right.
     auto* top = new QHBoxLayout;

@@ -7,6 +7,7 @@
 #include "platform/HeadlessPlatform.hpp"
 #include "platform/PictureBox.hpp"
 #include "platform/TextMetrics.hpp"
+#include "shell/ConfiguratorFactory.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
@@ -16,10 +17,6 @@
 
 namespace pendulon {
 namespace {
-
-const char* const kDevices[] = {"QX6105A", "QX6105AF", "QX6105AI", "QX7311",  "QX7311F",
-                                "QX7311I", "QX7312",   "QX7312F",  "QX7312I", "QX4860",
-                                "QX4860F", "QX4860I",  "QX5140",   "QX3350",  "QX3350I"};
 
 // Widths of a proportional sans-serif screen font, in thousandths of an em: capitals as wide as
 // they are in the common sans faces, lower case and everything else on the wide side.
@@ -63,7 +60,7 @@ std::pair<double, double> Extent(PictureBox& picture) {
 
 void ExpectEveryPinNameFits(frmDevice& select, double fill) {
     select.chkShowPinout.SetValue(1);
-    for (const char* device : kDevices) {
+    for (const char* device : TableDevices()) {
         OptionButton* option = select.OptionFor(device);
         ASSERT_NE(option, nullptr) << device;
         option->SetValue(true);

@@ -17,14 +17,11 @@
 #include "desktop/ConfiguratorView.hpp"
 #include "desktop/FloatingPanel.hpp"
 #include "platform/HeadlessPlatform.hpp"
+#include "shell/ConfiguratorFactory.hpp"
 
 namespace pendulon::test {
 
 namespace {
-
-const char* const kDevices[] = {"QX6105A", "QX6105AF", "QX6105AI", "QX3350",  "QX3350I",
-                                "QX4860",  "QX4860F",  "QX4860I",  "QX7311",  "QX7311F",
-                                "QX7311I", "QX7312",   "QX7312F",  "QX7312I", "QX5140"};
 
 // The headless platform on the screen the test runs on: its size and work area are Qt's.
 class ScreenPlatform : public HeadlessPlatform {
@@ -41,20 +38,8 @@ class ScreenPlatform : public HeadlessPlatform {
 };
 
 // The program on a first start (no settings at all) with the real main window and views.
-struct FirstStart {
-    ScreenPlatform platform;
-    std::unique_ptr<Application> app;
-    ViewRegistry views;
-    std::unique_ptr<MainWindow> window;
-
-    FirstStart() {
-        app = std::make_unique<Application>(platform);
-        RegisterDocumentViews(views, *app);
-        window = std::make_unique<MainWindow>(*app, views);
-        ConnectDesktopCommands(*app);
-        app->Main().MDIForm_Load("");
-    }
-    ~FirstStart() { window.reset(); }
+struct FirstStart : ProgramFixture<ScreenPlatform> {
+    FirstStart() : ProgramFixture<ScreenPlatform>(true) {}
 };
 
 // Where a widget's rectangle lies in the workspace's viewport.
@@ -177,14 +162,11 @@ class DocumentFitTest : public QObject {
     void everyDeviceIsWholeOrReachableOnAFirstStartAndMaximised() {
         const QSize screen = QGuiApplication::primaryScreen()->geometry().size();
         const QString size = QString("%1x%2").arg(screen.width()).arg(screen.height());
-        for (const char* device : kDevices) {
+        for (const char* device : TableDevices()) {
             FirstStart s;
             s.window->show();
             QVERIFY(QTest::qWaitForWindowExposed(s.window.get()));
-            frmDevice& select = s.app->DeviceForm();
-            select.CreateNew(true);
-            select.OptionFor(device)->SetValue(true);
-            select.cmdOK_Click();
+            s.NewDocument(device);
             QVERIFY(s.app->Document() != nullptr);
             // Calculated, so that the supply current shows where it is kept.
             s.app->Document()->cmdCalculate.RaiseClick();

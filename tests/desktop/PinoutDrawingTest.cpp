@@ -24,14 +24,11 @@
 #include "platform/PictureBox.hpp"
 #include "qx5140/frmQX5140.hpp"
 #include "reports/mAsciiPrintout.hpp"
+#include "shell/ConfiguratorFactory.hpp"
 
 namespace pendulon::test {
 
 namespace {
-
-const char* const kDevices[] = {"QX6105A", "QX6105AF", "QX6105AI", "QX3350",  "QX3350I",
-                                "QX4860",  "QX4860F",  "QX4860I",  "QX7311",  "QX7311F",
-                                "QX7311I", "QX7312",   "QX7312F",  "QX7312I", "QX5140"};
 
 struct Extent {
     double left = 0, top = 0, right = 0, bottom = 0;
@@ -183,7 +180,7 @@ class PinoutDrawingTest : public QObject {
     Q_OBJECT
   private slots:
     void everyDocumentWindowAndPrintedDocumentDrawsAPinoutThatReads() {
-        for (const char* device : kDevices) {
+        for (const char* device : TableDevices()) {
             DocumentFixture f;
             QVERIFY(f.ShowAndActivate());
             f.NewDocument(device);
@@ -222,7 +219,7 @@ class PinoutDrawingTest : public QObject {
         QTRY_COMPARE(first->width() * tppX, int(form.picPinout[0].Width()));
         QCOMPARE(first->height() * tppY, int(form.picPinout[0].Height()));
         QVERIFY(first->height() >= frame->contentsRect().height() - 40);
-        for (const char* device : kDevices) {
+        for (const char* device : TableDevices()) {
             OptionButton* option = form.OptionFor(device);
             QVERIFY(option != nullptr);
             option->SetEnabled(true);
