@@ -230,14 +230,10 @@ void ConfiguratorView::ChainTabOrder(const QStringList& order) {
         QWidget* after = findChild<QWidget*>(name);
         if (after == nullptr)
             continue;
+        // An editable list hands the focus to its edit line; Qt puts the line in its place.
         if (before != nullptr)
             setTabOrder(before, after);
         before = after;
-        // An editable list has the focus in its edit line: the keyboard goes on from there.
-        if (auto* list = qobject_cast<QComboBox*>(after); list != nullptr && list->lineEdit()) {
-            setTabOrder(list, list->lineEdit());
-            before = list->lineEdit();
-        }
     }
 }
 

@@ -69,8 +69,7 @@ class ConfiguratorView : public QWidget {
     // figures beside it: until the user puts them elsewhere they sit there, over nothing.
     QHBoxLayout* PinoutAndPowerRoom(double width, double height, const std::function<void()>& redraw,
                                     const QSize& room);
-    // Sets the keyboard's order through the named widgets that exist; an editable list hands the
-    // keyboard on from its edit line.
+    // Sets the keyboard's order through the named widgets that exist.
     void ChainTabOrder(const QStringList& order);
     QPushButton* CalculateButton();
     QLabel* DeviceLabel();
