@@ -1,10 +1,13 @@
 #include "desktop/AccessibleNames.hpp"
 
 #include <QAbstractButton>
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QStringList>
 #include <QWidget>
@@ -12,6 +15,46 @@
 namespace pendulon {
 
 namespace {
+
+// An option button as the accessibility interface shows it: its role, its caption as name
+// (or the name the labels give it), checked or not, and pressed by its action.
+class OptionButtonAccessible : public QAccessibleWidget {
+  public:
+    explicit OptionButtonAccessible(QWidget* widget)
+        : QAccessibleWidget(widget, QAccessible::RadioButton) {}
+
+    QString text(QAccessible::Text kind) const override {
+        if (kind == QAccessible::Name && widget()->accessibleName().isEmpty()) {
+            QString caption = Button()->text();
+            return caption.remove(QRegularExpression("&(?!&)"));
+        }
+        return QAccessibleWidget::text(kind);
+    }
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.checkable = true;
+        state.checked = Button()->isChecked();
+        return state;
+    }
+    QStringList actionNames() const override {
+        return QStringList{pressAction()} + QAccessibleWidget::actionNames();
+    }
+    void doAction(const QString& action) override {
+        if (action == pressAction() && Button()->isEnabled())
+            Button()->click();
+        else
+            QAccessibleWidget::doAction(action);
+    }
+
+  private:
+    QAbstractButton* Button() const { return static_cast<QAbstractButton*>(widget()); }
+};
+
+QAccessibleInterface* OptionButtonFactory(const QString& className, QObject* object) {
+    if (className == QLatin1String("QRadioButton") && object != nullptr && object->isWidgetType())
+        return new OptionButtonAccessible(static_cast<QWidget*>(object));
+    return nullptr;
+}
 
 // The group a widget belongs to: its nearest group box, else the root.
 QWidget* GroupOf(const QWidget* widget, QWidget* root) {
@@ -34,7 +77,16 @@ QString LabelText(const QLabel* label) {
 
 }  // namespace
 
+void InstallOptionButtonAccessibility() {
+    static const bool installed = [] {
+        QAccessible::installFactory(OptionButtonFactory);
+        return true;
+    }();
+    (void)installed;
+}
+
 void NameFieldsFromLabels(QWidget* root) {
+    InstallOptionButtonAccessibility();
     const QList<QLabel*> labels = root->findChildren<QLabel*>();
     for (QWidget* widget : root->findChildren<QWidget*>()) {
         const QString name = widget->objectName();

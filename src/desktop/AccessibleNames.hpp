@@ -11,4 +11,9 @@ namespace pendulon {
 // when captions or the layout change.
 void NameFieldsFromLabels(QWidget* root);
 
+// Makes option buttons known to screen readers as option buttons. The binder leaves their
+// grouping to the model (they are not exclusive to Qt), which Qt would report as check boxes.
+// Safe to call more than once.
+void InstallOptionButtonAccessibility();
+
 }  // namespace pendulon

@@ -215,18 +215,14 @@ void Binder::Bind(QWidget* widget, Field& field) {
             });
         }
     } else if (auto* radio = qobject_cast<QRadioButton*>(widget)) {
-        // An option button of a group, as screen readers and the arrow keys know it; the
-        // model keeps the group, and the buttons always show the model's values.
-        radio->setAutoExclusive(true);
+        // The model keeps the group: an option is only ever set by a click. (Screen readers
+        // still know it as an option button: see AccessibleNames.)
+        radio->setAutoExclusive(false);
         auto* option = dynamic_cast<OptionButton*>(&field);
         if (option != nullptr) {
-            connect(radio, &QRadioButton::clicked, this, [this, radio, option] {
+            connect(radio, &QRadioButton::clicked, this, [this, option] {
                 option->SetValue(true);
                 UpdateWidget(*option);
-                for (QRadioButton* other : radio->parentWidget()->findChildren<QRadioButton*>(
-                         QString(), Qt::FindDirectChildrenOnly))
-                    if (Field* bound = FieldOf(other); bound != nullptr && other != radio)
-                        UpdateWidget(*bound);
             });
         }
     } else if (auto* button = qobject_cast<QPushButton*>(widget)) {
@@ -381,13 +377,8 @@ void Binder::UpdateWidget(Field& field) {
             }
         } else if (auto* radio = qobject_cast<QRadioButton*>(widget)) {
             radio->setText(Q(field.Caption()));
-            if (auto* option = dynamic_cast<OptionButton*>(&field)) {
-                // A group may have no option set; only a button outside its group can be
-                // cleared.
-                radio->setAutoExclusive(false);
+            if (auto* option = dynamic_cast<OptionButton*>(&field))
                 radio->setChecked(option->Value());
-                radio->setAutoExclusive(true);
-            }
         } else if (auto* button = qobject_cast<QPushButton*>(widget)) {
             button->setText(Q(field.Caption()));
         } else if (auto* label = qobject_cast<QLabel*>(widget)) {

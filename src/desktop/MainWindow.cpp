@@ -20,6 +20,7 @@
 #include <set>
 
 #include "configurators/Configurator.hpp"
+#include "desktop/AccessibleNames.hpp"
 #include "desktop/Binder.hpp"
 #include "desktop/KeyModifiers.hpp"
 #include "desktop/ViewRegistry.hpp"
@@ -67,6 +68,7 @@ MainWindow::MainWindow(Application& app, ViewRegistry& views, QWidget* parent)
     setObjectName("frmMain");
     setWindowTitle(QString::fromStdString(main.Caption()));
     setAcceptDrops(true);
+    InstallOptionButtonAccessibility();
 
     mdi_ = new QMdiArea(this);
     mdi_->setObjectName("mdiArea");
