@@ -15,6 +15,8 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QStatusBar>
+#include <QStyle>
+#include <QTimer>
 #include <QUrl>
 #include <cmath>
 #include <set>
@@ -255,12 +257,37 @@ void MainWindow::moveEvent(QMoveEvent* event) {
 void MainWindow::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
     StoreGeometry();
+    QTimer::singleShot(0, this, [this] { RefreshScrollBars(); });
+}
+
+void MainWindow::RefreshScrollBars() {
+    // The workspace decides on its scroll bars as a window moves or changes size, and misses a
+    // window that reaches past its edge by less than a bar's width once the other bar has
+    // taken its room: the bar an overflowing side needs is kept on.
+    QRect children;
+    for (QMdiSubWindow* sub : mdi_->subWindowList())
+        if (sub->isVisible() && !sub->isMinimized())
+            children |= sub->geometry();
+    const QSize room = mdi_->maximumViewportSize();
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, mdi_);
+    bool across = children.left() < 0 || children.right() >= room.width();
+    bool down = children.top() < 0 || children.bottom() >= room.height();
+    if (across && !down)
+        down = children.bottom() >= room.height() - bar;
+    if (down && !across)
+        across = children.right() >= room.width() - bar;
+    if (children.isEmpty())
+        across = down = false;
+    mdi_->setHorizontalScrollBarPolicy(across ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded);
+    mdi_->setVerticalScrollBarPolicy(down ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded);
 }
 
 void MainWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::WindowStateChange)
+    if (event->type() == QEvent::WindowStateChange) {
         StoreGeometry();
+        QTimer::singleShot(0, this, [this] { RefreshScrollBars(); });
+    }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -289,6 +316,7 @@ void MainWindow::AddChild(Window& child) {
         if (sub)
             sub->setWindowTitle(QString::fromStdString(changed.Caption()));
     });
+    sub->installEventFilter(this);
     sub->show();
     // The window opens whole, where its model puts it (the workspace's top left corner), never
     // left of or above the workspace: what does not fit is reached with the scroll bars.
@@ -346,18 +374,31 @@ std::pair<double, double> MainWindow::MeasureDocuments() {
             if (!form)
                 continue;
             form->Form_Load();
+            // Calculated, as a user's document soon is: the supply current takes its room.
+            form->cmdCalculate.RaiseClick();
             QMdiSubWindow frame;
             QWidget* view = views_.Create(*form, &frame);
             frame.setWidget(view);
-            largest = largest.expandedTo(frame.sizeHint());
+            // Shown off the screen, so that the view lays itself out and draws its pinout as
+            // it will in the workspace.
+            frame.setAttribute(Qt::WA_DontShowOnScreen);
+            frame.show();
+            for (int pass = 0; pass < 4; ++pass)
+                QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+            largest = largest.expandedTo(frame.sizeHint()).expandedTo(frame.size());
+            frame.hide();
             frame.setWidget(nullptr);
             delete view;
         }
     }
-    // The main window around the workspace: the menus, the status strip, the workspace's frame.
+    // The main window around the workspace: the menus, the status strip, the workspace's frame,
+    // and room for a scroll bar: where the screen is too low for the document, the workspace's
+    // vertical bar must not take the width the document needs.
     const int frame = 2 * mdi_->frameWidth();
-    const QSize need(largest.width() + frame,
-                     largest.height() + frame + menuBar()->sizeHint().height() +
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, mdi_);
+    constexpr int kSlack = 24;  // pixels: frames, margins and the panels vary with the style
+    const QSize need(largest.width() + frame + bar + kSlack,
+                     largest.height() + frame + bar + kSlack + menuBar()->sizeHint().height() +
                          statusBar()->sizeHint().height());
     return {need.width() * double(app_.Services().TwipsPerPixelX()),
             need.height() * double(app_.Services().TwipsPerPixelY())};
@@ -397,6 +438,10 @@ void MainWindow::dropEvent(QDropEvent* event) {
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (qobject_cast<QMdiSubWindow*>(watched) != nullptr &&
+        (event->type() == QEvent::Move || event->type() == QEvent::Resize ||
+         event->type() == QEvent::Show || event->type() == QEvent::Hide))
+        QTimer::singleShot(0, this, [this] { RefreshScrollBars(); });
     if (watched == mdi_->viewport() && event->type() == QEvent::MouseButtonRelease) {
         auto* mouse = static_cast<QMouseEvent*>(event);
         const int button = mouse->button() == Qt::RightButton  ? 2

@@ -56,6 +56,8 @@ class MainWindow : public QMainWindow {
     void AddChild(Window& child);
     // Window, Tile: the document windows side by side in the workspace.
     void TileDocuments();
+    // Has the workspace weigh its scroll bars again for its present size.
+    void RefreshScrollBars();
     // The main window's size, in twips, that shows the largest document window whole.
     std::pair<double, double> MeasureDocuments();
     void RemoveChild(Window& child);

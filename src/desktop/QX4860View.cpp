@@ -67,13 +67,17 @@ QX4860View::QX4860View(frmQX4860& form, Application& app, QWidget* parent, int t
     // Column positions, in pixels, wide enough for their texts in this font.
     const QFontMetrics metrics(font());
     const int gap = 6;
-    const int widths[] = {metrics.horizontalAdvance("0000") + 8,
+    QFont bold = font();
+    bold.setBold(true);
+    const int select =
+        std::max(metrics.horizontalAdvance("0000"), QFontMetrics(bold).horizontalAdvance("Select")) + 8;
+    const int widths[] = {select,
                           metrics.horizontalAdvance("000.0000000") + 16,
                           metrics.horizontalAdvance(" 000.00000") + 8,
                           metrics.horizontalAdvance("000.00000    PPM:-00000") + 30,
                           metrics.horizontalAdvance(" 000.00000") + 8,
                           metrics.horizontalAdvance("000.00000    PPM:-00000") + 30,
-                          metrics.horizontalAdvance("0000") + 8,
+                          select,
                           metrics.horizontalAdvance("000.000000 P:0000 Q:000") + 30};
     constexpr int kColumns = 8;
     int columns[kColumns];

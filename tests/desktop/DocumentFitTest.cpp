@@ -110,7 +110,13 @@ void ExpectDocumentReachable(FirstStart& s, const QString& where) {
             continue;
         }
         QVERIFY2(inside.contains(at), qPrintable(what + " is cut off by its window"));
-        QVERIFY2(reachable.contains(at), qPrintable(what + " cannot be scrolled into sight"));
+        QVERIFY2(reachable.contains(at),
+                 qPrintable(what + QString(" cannot be scrolled into sight (%1,%2 %3x%4 of %5,%6 "
+                                           "%7x%8; window %9x%10)")
+                                       .arg(at.x()).arg(at.y()).arg(at.width()).arg(at.height())
+                                       .arg(reachable.x()).arg(reachable.y())
+                                       .arg(reachable.width()).arg(reachable.height())
+                                       .arg(sub->width()).arg(sub->height())));
     }
     // No panel hides a field.
     for (FloatingPanel* panel : {view->PowerPanel(), view->DebugPanel()}) {
