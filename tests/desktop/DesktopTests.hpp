@@ -18,5 +18,7 @@ QObject* MakeWizardViewTest();
 QObject* MakeQX3350ViewTest();
 QObject* MakePinoutDrawingTest();
 QObject* MakePlannerViewTest();
+// Run on its own, once for each screen size (see CMakeLists.txt).
+QObject* MakeDocumentFitTest();
 
 }  // namespace pendulon::test
