@@ -1,6 +1,7 @@
 #include "desktop/PlannerView.hpp"
 
 #include <QCheckBox>
+#include <algorithm>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QFontDatabase>
@@ -16,6 +17,9 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QProgressBar>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTableWidget>
@@ -103,10 +107,19 @@ PlannerDialog::~PlannerDialog() {
 
 void PlannerDialog::BuildView() {
     frmPlanner& m = *model_;
-    auto* layout = new QVBoxLayout(this);
+    // The window scrolls where the screen is smaller than the window would be.
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    auto* scroll = new QScrollArea(this);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    outer->addWidget(scroll);
+    auto* content = new QWidget(scroll);
+    scroll->setWidget(content);
+    auto* layout = new QVBoxLayout(content);
 
     // The plan.
-    auto* plan = Named(new QGroupBox(this), "fraPlan");
+    auto* plan = Named(new QGroupBox(content), "fraPlan");
     auto* planLayout = new QGridLayout(plan);
     auto* reference = Named(new QComboBox(plan), "cboReference");
     planLayout->addWidget(Buddy(m.lblReference.Caption(), reference, plan), 0, 0);
@@ -117,6 +130,7 @@ void PlannerDialog::BuildView() {
     voltageLayout->addWidget(Named(new QRadioButton(voltage), "opt5V"));
     planLayout->addWidget(voltage, 0, 2, 2, 1);
     auto* tolerance = Named(new QLineEdit(plan), "txtTolerance");
+    tolerance->setMinimumWidth(tolerance->fontMetrics().horizontalAdvance("0000000") + 12);
     planLayout->addWidget(Buddy(m.lblTolerance.Caption(), tolerance, plan), 1, 0);
     auto* toleranceRow = new QHBoxLayout;
     toleranceRow->addWidget(tolerance);
@@ -162,7 +176,7 @@ void PlannerDialog::BuildView() {
     layout->addWidget(plan);
 
     // The results.
-    auto* found = Named(new QGroupBox(this), "fraResults");
+    auto* found = Named(new QGroupBox(content), "fraResults");
     auto* foundLayout = new QVBoxLayout(found);
     auto* sortRow = new QHBoxLayout;
     auto* sortBy = Named(new QComboBox(found), "cboSortBy");
@@ -192,9 +206,9 @@ void PlannerDialog::BuildView() {
     layout->addWidget(found, 1);
 
     auto* bottom = new QHBoxLayout;
-    bottom->addWidget(Named(new QLabel(this), "lblStatus"), 1);
-    bottom->addWidget(Button("cmdOpen", this));
-    bottom->addWidget(Button("cmdClose", this));
+    bottom->addWidget(Named(new QLabel(content), "lblStatus"), 1);
+    bottom->addWidget(Button("cmdOpen", content));
+    bottom->addWidget(Button("cmdClose", content));
     layout->addLayout(bottom);
 
     binder_ = new Binder(m, this, app_.Services().TwipsPerPixelX(), app_.Services().TwipsPerPixelY());
@@ -223,11 +237,32 @@ void PlannerDialog::BuildView() {
     ShowResults();
     // Tab goes through the plan, then the results, then the buttons.
     setTabOrder(reference, tolerance);
+    content_ = content;
+    scroll_ = scroll;
+}
+
+void PlannerDialog::FitToScreen() {
+    // Whole where the screen has room, else at most nine tenths of its work area; measured once
+    // the window is shown, when its widgets have their style.
+    content_->layout()->activate();
+    QSize size = content_->sizeHint() +
+                 QSize(scroll_->verticalScrollBar()->sizeHint().width() + 4, 4);
+    // Room for the result table's columns once it has rows.
+    size.setWidth(std::max(size.width(), results_->fontMetrics().horizontalAdvance('0') * 110));
+    if (const QScreen* room = screen()) {
+        const QRect area = room->availableGeometry();
+        size = size.boundedTo(QSize(area.width() * 9 / 10, area.height() * 9 / 10));
+    }
+    resize(size);
 }
 
 void PlannerDialog::ShowPlanner() {
     model_->SetVisible(true);
     show();
+    if (!sized_) {
+        FitToScreen();
+        sized_ = true;
+    }
     raise();
     activateWindow();
 }

@@ -10,6 +10,7 @@ class QLabel;
 class QListWidget;
 class QMainWindow;
 class QProgressBar;
+class QScrollArea;
 class QTableWidget;
 class QTimer;
 
@@ -45,6 +46,7 @@ class PlannerDialog : public QDialog {
 
   private:
     void BuildView();
+    void FitToScreen();
     void ShowOutputs();
     void ShowResults();
     void OnTimer();
@@ -57,6 +59,9 @@ class PlannerDialog : public QDialog {
     QTableWidget* results_ = nullptr;
     QProgressBar* progress_ = nullptr;
     QTimer* timer_ = nullptr;
+    QWidget* content_ = nullptr;
+    QScrollArea* scroll_ = nullptr;
+    bool sized_ = false;
     // The rows of the result table as last shown, to build it again only when they change.
     std::vector<std::string> rowsShown_;
     bool updating_ = false;

@@ -12,6 +12,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QSettings>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -97,6 +98,9 @@ class PlannerViewTest : public QObject {
         QVERIFY(!dialog->isModal());
         QVERIFY(QApplication::activeModalWidget() == nullptr);
         QCOMPARE(dialog->windowTitle(), QString("Frequency Planner"));
+        // On a small screen the window stays within its work area and scrolls.
+        const QRect room = dialog->screen()->availableGeometry();
+        QVERIFY(dialog->width() <= room.width() && dialog->height() <= room.height());
         // Closed and opened again: the same window, as it was left.
         dialog->Model().txtTolerance.SetText("50");
         dialog->close();
