@@ -93,8 +93,9 @@ class MenuTest : public QObject {
                               "About KITE..."}));
         QCOMPARE(f.Captions(m.mnuEdit),
                  QStringList({"Cu&t", "&Copy", "&Paste", "-", "Select &All"}));
-        QCOMPARE(f.Captions(m.mnuTools), QStringList({"Create EPROM Vector", "-", "&Options...",
-                                                      "-", "Launch &KITE"}));
+        QCOMPARE(f.Captions(m.mnuTools),
+                 QStringList({"Create EPROM Vector", "-", "&Frequency Planner...", "&Options...",
+                              "-", "Launch &KITE"}));
         QCOMPARE(f.Captions(m.mnuWindow), QStringList({"&Tile", "&Cascade"}));
     }
 
