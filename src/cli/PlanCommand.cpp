@@ -91,12 +91,12 @@ nlohmann::json Json(const clsPlan& plan, const std::vector<clsPlanResult>& resul
         const bool configured = !result.aOutputs.empty();
         device["reference"] = configured ? nlohmann::json(result.dblReference) : nullptr;
         device["pins"] = result.intPins;
-        device["worst_ppm"] = result.lngWorstPPM >= 0 ? nlohmann::json(result.lngWorstPPM) : nullptr;
-        device["current_ma"] =
-            configured && result.blnHasCurrent
-                ? nlohmann::json{{"typical", result.dblTypicalCurrent},
-                                 {"worst", result.dblWorstCurrent}}
-                : nlohmann::json(nullptr);
+        device["worst_ppm"] =
+            result.lngWorstPPM >= 0 ? nlohmann::json(result.lngWorstPPM) : nullptr;
+        device["current_ma"] = configured && result.blnHasCurrent
+                                   ? nlohmann::json{{"typical", result.dblTypicalCurrent},
+                                                    {"worst", result.dblWorstCurrent}}
+                                   : nlohmann::json(nullptr);
         nlohmann::json outputsOf = nlohmann::json::array();
         for (const PlanOutput& output : result.aOutputs)
             outputsOf.push_back({{"wanted", output.dblWanted},

@@ -1,7 +1,6 @@
 #include "desktop/PlannerView.hpp"
 
 #include <QCheckBox>
-#include <algorithm>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QFontDatabase>
@@ -17,17 +16,18 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QTableWidget>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 
-#include "desktop/Binder.hpp"
 #include "core/Numbers.hpp"
+#include "desktop/Binder.hpp"
 #include "planner/frmPlanner.hpp"
 #include "planner/mPlanText.hpp"
 #include "shell/Application.hpp"
@@ -211,7 +211,8 @@ void PlannerDialog::BuildView() {
     bottom->addWidget(Button("cmdClose", content));
     layout->addLayout(bottom);
 
-    binder_ = new Binder(m, this, app_.Services().TwipsPerPixelX(), app_.Services().TwipsPerPixelY());
+    binder_ =
+        new Binder(m, this, app_.Services().TwipsPerPixelX(), app_.Services().TwipsPerPixelY());
 
     // The list of wanted outputs and the result table follow their fields both ways.
     m.lstOutputs.AddObserver([this](Field&) { ShowOutputs(); });
@@ -245,8 +246,8 @@ void PlannerDialog::FitToScreen() {
     // Whole where the screen has room, else at most nine tenths of its work area; measured once
     // the window is shown, when its widgets have their style.
     content_->layout()->activate();
-    QSize size = content_->sizeHint() +
-                 QSize(scroll_->verticalScrollBar()->sizeHint().width() + 4, 4);
+    QSize size =
+        content_->sizeHint() + QSize(scroll_->verticalScrollBar()->sizeHint().width() + 4, 4);
     // Room for the result table's columns once it has rows.
     size.setWidth(std::max(size.width(), results_->fontMetrics().horizontalAdvance('0') * 110));
     if (const QScreen* room = screen()) {
@@ -301,8 +302,10 @@ void PlannerDialog::ShowResults() {
                       << (r.blnHasCurrent ? Q(mPlanText::Milliamperes(r.dblWorstCurrent)) : "n/a")
                       << Q(GeneralNumber(r.dblReference) + " MHz");
             } else {
-                cells << "" << Q(r.strDevice) << "" << "" << "" << ""
-                      << Q("does not serve: " + r.strReason);
+                cells << "" << Q(r.strDevice) << ""
+                      << ""
+                      << ""
+                      << "" << Q("does not serve: " + r.strReason);
             }
             for (int column = 0; column < cells.size(); ++column) {
                 auto* item = new QTableWidgetItem(cells[column]);

@@ -11,11 +11,10 @@
 #include "entryfile/clsEntryFile.hpp"
 #include "entryfile/clsEntryFile7311.hpp"
 #include "planner/clsPlannerRun.hpp"
-#include "shell/Application.hpp"
 #include "qx5140/frmQX5140.hpp"
+#include "shell/Application.hpp"
 
 namespace pendulon {
-
 
 cls5140Planner::cls5140Planner(const PlannerHost& host, const std::string& device)
     : clsDevicePlanner(host, device),
@@ -116,8 +115,8 @@ void cls5140Planner::Read(Configurator& document, const std::vector<double>& wan
     for (const auto& loop : loops) {
         if (used.count(loop.chrLetter) == 0)
             continue;
-        result.aLoops.push_back(SolvedLoop(loop.strName, chosen[loop.index].dblTargetVCO,
-                                           *loop.pll, loop.data->Text()));
+        result.aLoops.push_back(SolvedLoop(loop.strName, chosen[loop.index].dblTargetVCO, *loop.pll,
+                                           loop.data->Text()));
     }
 }
 

@@ -41,7 +41,7 @@ bool MatchPins(const std::vector<std::vector<size_t>>& allowed, size_t pinCount,
                std::vector<size_t>& pinOf) {
     std::vector<int> outputOf(pinCount, -1);
     std::function<bool(size_t, std::vector<bool>&)> place = [&](size_t output,
-                                                                 std::vector<bool>& seen) {
+                                                                std::vector<bool>& seen) {
         for (size_t pin : allowed[output]) {
             if (outputOf[pin] < 0) {
                 outputOf[pin] = static_cast<int>(output);
@@ -194,7 +194,8 @@ std::vector<clsDevicePlanner::Candidate> cls7311Planner::Candidates(const Contex
     // Every entry of the output lists, with the pins whose list holds it.
     std::map<std::string, std::vector<size_t>> pinsOfEntry;
     for (size_t p = 0; p < pins_.size(); ++p)
-        for (const std::string& entry : form.Fields().FindAs<ListField>(pins_[p].strSource)->Items())
+        for (const std::string& entry :
+             form.Fields().FindAs<ListField>(pins_[p].strSource)->Items())
             if (entry != "Off")
                 pinsOfEntry[entry].push_back(p);
 
@@ -205,7 +206,8 @@ std::vector<clsDevicePlanner::Candidate> cls7311Planner::Candidates(const Contex
         const std::string want = DesiredText(wanted[i]);
         for (const auto& [entry, pins] : pinsOfEntry) {
             const double divisor = mShared::GetNonZeroDivisor(entry);
-            const char letter = static_cast<char>(std::toupper(static_cast<unsigned char>(entry[0])));
+            const char letter =
+                static_cast<char>(std::toupper(static_cast<unsigned char>(entry[0])));
             if (letter == 'R') {
                 if (DesiredText(context.dblReference / divisor) == want)
                     options[i].push_back({'R', entry, {}, 0});
@@ -243,10 +245,11 @@ std::vector<clsDevicePlanner::Candidate> cls7311Planner::Candidates(const Contex
         for (const std::string& text : texts[letter])
             if (loopPPM(letter, text) < mShared::kNoSolutionPPM)
                 solved.push_back(text);
-        std::stable_sort(solved.begin(), solved.end(), [&](const std::string& a, const std::string& b) {
-            return std::make_pair(loopPPM(letter, a), Val(a)) <
-                   std::make_pair(loopPPM(letter, b), Val(b));
-        });
+        std::stable_sort(solved.begin(), solved.end(),
+                         [&](const std::string& a, const std::string& b) {
+                             return std::make_pair(loopPPM(letter, a), Val(a)) <
+                                    std::make_pair(loopPPM(letter, b), Val(b));
+                         });
         ranked[letter] = solved;
     }
     // Per output and source (reference or loop): the loop frequencies it can take, by number,
@@ -357,7 +360,8 @@ std::vector<clsDevicePlanner::Candidate> cls7311Planner::Candidates(const Contex
         if (possible && found.size() == kAssignmentsTried) {
             std::int32_t bound = 0;
             for (const auto& [letter, list] : shared)
-                bound = std::max(bound, loopPPM(letter, ranked[letter][static_cast<size_t>(list[0])]));
+                bound =
+                    std::max(bound, loopPPM(letter, ranked[letter][static_cast<size_t>(list[0])]));
             possible = bound <= found.back().lngWorst;
         }
         if (possible) {
@@ -489,8 +493,9 @@ void cls7311Planner::Read(Configurator& document, const std::vector<double>& wan
     for (const Loop& loop : Loops()) {
         if (used.count(loop.chrLetter) == 0)
             continue;
-        clsPLL& pll = loop.chrLetter == 'C' ? form.CPLL() : loop.chrLetter == 'S' ? form.SPLL()
-                                                                                   : form.UPLL();
+        clsPLL& pll = loop.chrLetter == 'C'   ? form.CPLL()
+                      : loop.chrLetter == 'S' ? form.SPLL()
+                                              : form.UPLL();
         result.aLoops.push_back(SolvedLoop(loop.strName,
                                            Val(fields.FindAs<TextField>(loop.strField)->Text()),
                                            pll, fields.FindAs<ListField>(loop.strData)->Text()));

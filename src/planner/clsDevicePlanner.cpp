@@ -11,11 +11,11 @@
 #include "core/Text.hpp"
 #include "core/clsPLL.hpp"
 #include "core/mShared.hpp"
+#include "planner/PlannerHost.hpp"
 #include "planner/cls3350Planner.hpp"
 #include "planner/cls4860FamilyPlanner.hpp"
 #include "planner/cls5140Planner.hpp"
 #include "planner/cls7311Planner.hpp"
-#include "planner/PlannerHost.hpp"
 #include "planner/clsPlannerRun.hpp"
 #include "power/frmPower.hpp"
 #include "shell/Application.hpp"
@@ -105,7 +105,8 @@ std::string clsDevicePlanner::Together(const std::vector<double>& frequencies) {
     return text;
 }
 
-std::string clsDevicePlanner::OtherThanWanted(const PlanOutput& output, const std::string& desired) {
+std::string clsDevicePlanner::OtherThanWanted(const PlanOutput& output,
+                                              const std::string& desired) {
     return output.strPin + " gives " + desired + " MHz, not " + Megahertz(output.dblWanted);
 }
 
@@ -204,8 +205,8 @@ void clsDevicePlanner::ReadDocument(clsPlannerRun& run, Configurator& document,
                                (at == std::string::npos ? report : report.substr(at + 2));
     }
     if (candidate.strProblem.empty() && !reading.astrOutOfLimits.empty())
-        candidate.strProblem = "the window marks " + reading.astrOutOfLimits.front() +
-                               " out of limits";
+        candidate.strProblem =
+            "the window marks " + reading.astrOutOfLimits.front() + " out of limits";
 }
 
 std::string clsDevicePlanner::Open(Application& app, const clsPlanResult& result) const {
@@ -286,8 +287,8 @@ clsPlanResult clsDevicePlanner::Plan(const clsPlan& plan, const std::atomic<bool
 
     const int outputs = OutputCount(*document);
     if (static_cast<int>(wanted.size()) > outputs) {
-        result.strReason = "needs " + std::to_string(wanted.size()) + " outputs, has " +
-                           std::to_string(outputs);
+        result.strReason =
+            "needs " + std::to_string(wanted.size()) + " outputs, has " + std::to_string(outputs);
         return result;
     }
     // A wanted frequency outside what an output of the device can give at this voltage.
@@ -296,7 +297,8 @@ clsPlanResult clsDevicePlanner::Plan(const clsPlan& plan, const std::atomic<bool
     OutputRange(*document, minimum, maximum);
     for (const double frequency : wanted) {
         if (frequency > maximum || frequency < minimum) {
-            result.strReason = Megahertz(frequency) + (frequency > maximum ? " above the " : " below the ") +
+            result.strReason = Megahertz(frequency) +
+                               (frequency > maximum ? " above the " : " below the ") +
                                Megahertz(frequency > maximum ? maximum : minimum) +
                                " output limit at " + Volts(plan.dblVoltage);
             return result;
@@ -393,7 +395,8 @@ clsPlanResult clsDevicePlanner::Plan(const clsPlan& plan, const std::atomic<bool
             reading = &again;
         }
         if (Serves(reading->reading, reading->strProblem) &&
-            (best == nullptr || Key(reading->reading, serving[n]) < Key(best->reading, bestOrder))) {
+            (best == nullptr ||
+             Key(reading->reading, serving[n]) < Key(best->reading, bestOrder))) {
             confirmed = *reading;
             best = &confirmed;
             bestOrder = serving[n];
@@ -401,9 +404,9 @@ clsPlanResult clsDevicePlanner::Plan(const clsPlan& plan, const std::atomic<bool
             problem = reading->strProblem;
         }
         // Nothing later can do better than what stands.
-        if (best != nullptr && (n + 1 == serving.size() ||
-                                Key(best->reading, bestOrder) <=
-                                    Key(tried[serving[n + 1]].reading, serving[n + 1])))
+        if (best != nullptr &&
+            (n + 1 == serving.size() ||
+             Key(best->reading, bestOrder) <= Key(tried[serving[n + 1]].reading, serving[n + 1])))
             break;
     }
 

@@ -116,7 +116,8 @@ class clsDevicePlanner {
                                       const clsPlanResult& reading) const;
 
     // Tries a configuration in a new document of the run and reads it.
-    void Evaluate(clsPlannerRun& run, const std::vector<double>& wanted, Candidate& candidate) const;
+    void Evaluate(clsPlannerRun& run, const std::vector<double>& wanted,
+                  Candidate& candidate) const;
     // Reads the configuration the document shows now into the candidate; reports is the count
     // of error reports the run had shown before the candidate's actions.
     void ReadDocument(clsPlannerRun& run, Configurator& document, const std::vector<double>& wanted,

@@ -25,7 +25,8 @@ void clsFrequencyPlanner::Start(const clsPlan& plan, unsigned threads) {
     done_ = 0;
     if (threads == 0)
         threads = std::max(1u, std::thread::hardware_concurrency());
-    threads = std::min<unsigned>(threads, static_cast<unsigned>(std::max<size_t>(1, devices_.size())));
+    threads =
+        std::min<unsigned>(threads, static_cast<unsigned>(std::max<size_t>(1, devices_.size())));
     active_ = threads;
     for (unsigned i = 0; i < threads; ++i) threads_.emplace_back([this] { Work(); });
 }
@@ -36,7 +37,8 @@ void clsFrequencyPlanner::Work() {
         const size_t index = next_++;
         if (index >= devices_.size() || cancel_)
             break;
-        std::unique_ptr<clsDevicePlanner> planner = clsDevicePlanner::Create(host_, devices_[index]);
+        std::unique_ptr<clsDevicePlanner> planner =
+            clsDevicePlanner::Create(host_, devices_[index]);
         results_[index] = planner->Plan(plan_, cancel_);
         ++done_;
     }

@@ -48,7 +48,8 @@ std::vector<clsDevicePlanner::Candidate> clsOneLoopPlanner::Candidates(const Con
                 // What the loop's field keeps of the frequency the divider needs.
                 const std::string text = mShared::FormatFrequencyShort(wanted[i] * divisor);
                 const double value = Val(text);
-                if (value < loopMinimum || value > loopMaximum || DesiredText(value / divisor) != want)
+                if (value < loopMinimum || value > loopMaximum ||
+                    DesiredText(value / divisor) != want)
                     continue;
                 fromLoop[i].emplace(text, entry);
                 loopTexts.emplace(value, text);
@@ -59,8 +60,8 @@ std::vector<clsDevicePlanner::Candidate> clsOneLoopPlanner::Candidates(const Con
     auto makeActions = [&](const std::vector<std::string>& entries, const std::string& loopText) {
         std::vector<PlanAction> actions = context.aPrefix;
         for (size_t p = 0; p < layout_.aPins.size(); ++p)
-            actions.push_back(
-                PlanAction::Set(layout_.aPins[p].strSource, p < entries.size() ? entries[p] : "Off"));
+            actions.push_back(PlanAction::Set(layout_.aPins[p].strSource,
+                                              p < entries.size() ? entries[p] : "Off"));
         if (!loopText.empty())
             actions.push_back(PlanAction::Set(layout_.strLoopField, loopText));
         actions.push_back(PlanAction::Click("cmdCalculate"));

@@ -9,8 +9,8 @@ namespace pendulon {
 
 const std::vector<std::string>& clsPlan::AllDevices() {
     static const std::vector<std::string> devices = {
-        "QX6105A", "QX6105AF", "QX6105AI", "QX7311", "QX7311F", "QX7311I", "QX7312", "QX7312F",
-        "QX7312I", "QX4860",   "QX4860F",  "QX4860I", "QX5140", "QX3350",  "QX3350I"};
+        "QX6105A", "QX6105AF", "QX6105AI", "QX7311",  "QX7311F", "QX7311I", "QX7312", "QX7312F",
+        "QX7312I", "QX4860",   "QX4860F",  "QX4860I", "QX5140",  "QX3350",  "QX3350I"};
     return devices;
 }
 

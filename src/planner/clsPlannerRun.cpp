@@ -58,9 +58,9 @@ bool clsPlannerRun::Apply(Configurator& document, const std::vector<PlanAction>&
             error = "unknown field '" + action.strField + "'";
             return false;
         }
-        const bool done =
-            action.blnClick ? ClickAsUser(document, *field, action.strField, error)
-                            : SetAsUser(document, *field, action.strText, action.strField, error);
+        const bool done = action.blnClick
+                              ? ClickAsUser(document, *field, action.strField, error)
+                              : SetAsUser(document, *field, action.strText, action.strField, error);
         if (!done)
             return false;
     }

@@ -350,28 +350,26 @@ void frmPlanner::ShowResults() {
     };
     const int by = cboSortBy.ListIndex();
     // Devices that serve the plan stay before those that do not, except by device.
-    std::stable_sort(shown_.begin(), shown_.end(),
-                     [&](const clsPlanResult& a, const clsPlanResult& b) {
-                         if (by == kByDevice)
-                             return order(a) < order(b);
-                         if (a.blnServes != b.blnServes)
-                             return a.blnServes;
-                         if (!a.blnServes)
-                             return false;
-                         switch (by) {
-                             case kByWorstPPM:
-                                 return a.lngWorstPPM < b.lngWorstPPM;
-                             case kByCurrent:
-                                 return std::make_pair(a.blnHasCurrent ? 0 : 1,
-                                                       a.dblTypicalCurrent) <
-                                        std::make_pair(b.blnHasCurrent ? 0 : 1,
-                                                       b.dblTypicalCurrent);
-                             case kByPins:
-                                 return a.intPins < b.intPins;
-                             default:
-                                 return false;
-                         }
-                     });
+    std::stable_sort(
+        shown_.begin(), shown_.end(), [&](const clsPlanResult& a, const clsPlanResult& b) {
+            if (by == kByDevice)
+                return order(a) < order(b);
+            if (a.blnServes != b.blnServes)
+                return a.blnServes;
+            if (!a.blnServes)
+                return false;
+            switch (by) {
+                case kByWorstPPM:
+                    return a.lngWorstPPM < b.lngWorstPPM;
+                case kByCurrent:
+                    return std::make_pair(a.blnHasCurrent ? 0 : 1, a.dblTypicalCurrent) <
+                           std::make_pair(b.blnHasCurrent ? 0 : 1, b.dblTypicalCurrent);
+                case kByPins:
+                    return a.intPins < b.intPins;
+                default:
+                    return false;
+            }
+        });
     lstResults.Clear();
     for (const clsPlanResult& result : shown_) {
         int rank = 0;
@@ -409,7 +407,8 @@ void frmPlanner::cmdOpen_Click() {
         return;
     const clsPlanResult chosen = *result;
     const Configurator* before = app_.Document();
-    const std::unique_ptr<clsDevicePlanner> planner = clsDevicePlanner::Create(host_, chosen.strDevice);
+    const std::unique_ptr<clsDevicePlanner> planner =
+        clsDevicePlanner::Create(host_, chosen.strDevice);
     const std::string problem = planner->Open(app_, chosen);
     if (app_.Document() == nullptr || app_.Document() == before) {
         // The close question of the open document kept it: nothing was opened.
@@ -417,8 +416,8 @@ void frmPlanner::cmdOpen_Click() {
         return;
     }
     if (!problem.empty()) {
-        Message("The new " + chosen.strDevice + " document does not show the planned result: " +
-                problem + ".");
+        Message("The new " + chosen.strDevice +
+                " document does not show the planned result: " + problem + ".");
         return;
     }
     lblStatus.SetCaption("Opened a new " + chosen.strDevice + " document configured for the plan.");

@@ -19,10 +19,9 @@ using pendulon::test::RunCli;
 
 const std::vector<std::string> kFixedDate = {"SOURCE_DATE_EPOCH=1700000000"};
 
-
 std::vector<std::string> ThreeOutputs() {
-    return {"plan", "--ref", "14.31818", "--voltage", "3.3", "--out", "33.333",
-            "--out", "48",   "--out",    "24.576"};
+    return {"plan",   "--ref", "14.31818", "--voltage", "3.3",   "--out",
+            "33.333", "--out", "48",       "--out",     "24.576"};
 }
 
 std::vector<std::string> With(std::vector<std::string> args, const std::vector<std::string>& more) {
@@ -218,8 +217,9 @@ TEST(PlanCli, MalformedCommandsAreRefusedWithStatusTwo) {
         {"plan", "--ref", "14.31818", "--voltage", "3.3", "--out", "48", "--save", "a", "--jed",
          "a"},
         {"plan", "--ref", "14.31818", "--voltage", "3.3", "--out", "48", "--frob"},
-        {"plan", "--ref", "14.31818", "--voltage", "3.3", "--out", "1", "--out", "2", "--out", "3",
-         "--out", "4", "--out", "5", "--out", "6", "--out", "7", "--out", "8"},
+        {"plan",  "--ref", "14.31818", "--voltage", "3.3",   "--out", "1",
+         "--out", "2",     "--out",    "3",         "--out", "4",     "--out",
+         "5",     "--out", "6",        "--out",     "7",     "--out", "8"},
     };
     for (const auto& args : bad) {
         const CliResult run = RunCli(args);

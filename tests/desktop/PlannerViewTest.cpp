@@ -25,18 +25,17 @@
 #include "desktop/PlannerView.hpp"
 #include "desktop/QtPlatform.hpp"
 #include "desktop/ViewRegistry.hpp"
+#include "planner/GatedHost.hpp"
 #include "planner/clsDevicePlanner.hpp"
 #include "planner/frmPlanner.hpp"
 #include "platform/HeadlessPlatform.hpp"
 #include "shell/Application.hpp"
-#include "planner/GatedHost.hpp"
 #include "shell/ShellPlannerHost.hpp"
 #include "shell/frmMain.hpp"
 
 namespace pendulon::test {
 
 namespace {
-
 
 struct PlannerFixture {
     HeadlessPlatform platform;
@@ -117,8 +116,9 @@ class PlannerViewTest : public QObject {
             if (field->Kind() == FieldKind::Label && field->Name() != "lblStatus" &&
                 field->Name() != "lblProgress" && field->Name() != "lblToleranceUnit")
                 continue;  // the labels that name a field are its buddies
-            QVERIFY2(f.dialog->findChild<QWidget*>(QString::fromStdString(field->Name())) != nullptr,
-                     field->Name().c_str());
+            QVERIFY2(
+                f.dialog->findChild<QWidget*>(QString::fromStdString(field->Name())) != nullptr,
+                field->Name().c_str());
         }
         QCOMPARE(f.Find<QComboBox>("cboReference")->currentText(), QString("14.31818 MHz"));
         QCOMPARE(f.Find<QComboBox>("cboReference")->itemText(0), QString("any"));

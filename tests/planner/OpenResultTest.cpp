@@ -88,7 +88,8 @@ TEST(PlannerOpen, OneOutputEqualToTheReference) {
 }
 
 TEST(PlannerOpen, FourReferenceOutputs) {
-    ExpectEveryServingResultOpens(MakePlan(14.31818, 3.3, {14.31818, 14.31818, 14.31818, 14.31818}));
+    ExpectEveryServingResultOpens(
+        MakePlan(14.31818, 3.3, {14.31818, 14.31818, 14.31818, 14.31818}));
 }
 
 TEST(PlannerOpen, ThreeOutputsFromTheTelevisionCrystal) {
@@ -118,8 +119,8 @@ TEST(PlannerOpen, AnExternalReference) {
 
 // A result whose document shows something else is caught: a changed promise does not pass.
 TEST(PlannerOpen, AWindowThatShowsOtherwiseIsReported) {
-    clsPlanResult result = *test::ResultOf(Planned(MakePlan(14.31818, 3.3, {33.333, 48, 24.576})),
-                                           "QX5140");
+    clsPlanResult result =
+        *test::ResultOf(Planned(MakePlan(14.31818, 3.3, {33.333, 48, 24.576})), "QX5140");
     result.aOutputs[1].lngPPM += 1;
     const ShellPlannerHost host;
     Program program;

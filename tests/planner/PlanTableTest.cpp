@@ -64,7 +64,8 @@ TEST(PlanTable, OneOutputEqualToTheReferenceEveryDeviceServesAtZeroPPM) {
         EXPECT_EQ(result.aOutputs[0].lngPPM, 0);
         EXPECT_TRUE(result.aLoops.empty());
         EXPECT_TRUE(result.astrOutOfLimits.empty());
-        const bool threeLoops = result.strDevice == "QX5140" || result.strDevice.rfind("QX731", 0) == 0;
+        const bool threeLoops =
+            result.strDevice == "QX5140" || result.strDevice.rfind("QX731", 0) == 0;
         if (result.strDevice.rfind("QX3350", 0) == 0) {
             EXPECT_FALSE(result.blnHasCurrent);
         } else {
@@ -72,9 +73,9 @@ TEST(PlanTable, OneOutputEqualToTheReferenceEveryDeviceServesAtZeroPPM) {
             EXPECT_NEAR(result.dblTypicalCurrent,
                         threeLoops ? Current7311(kReference, true) : Current4860(kReference, true),
                         1e-9);
-            EXPECT_NEAR(result.dblWorstCurrent,
-                        threeLoops ? Current7311(kReference, false) : Current4860(kReference, false),
-                        1e-9);
+            EXPECT_NEAR(
+                result.dblWorstCurrent,
+                threeLoops ? Current7311(kReference, false) : Current4860(kReference, false), 1e-9);
         }
         EXPECT_EQ(result.intPins, result.strDevice == "QX7311" || result.strDevice == "QX7311F" ||
                                           result.strDevice == "QX7311I"
@@ -138,8 +139,8 @@ TEST(PlanTable, OutputLimitsFollowTheVoltage) {
 // XBUF) and QX7312 (no CLKF) give four times the reference from CLKA to CLKD on "Ref", at 0 ppm
 // and (1.8 + 0.02016 x 4 x 14.31818) x 3.3 = 9.7502 mA each; the 16-pin QX7312 family first.
 TEST(PlanTable, MoreOutputsThanADeviceHas) {
-    const auto& results = Planned(MakePlan(kReference, 3.3, {kReference, kReference, kReference,
-                                                             kReference}));
+    const auto& results =
+        Planned(MakePlan(kReference, 3.3, {kReference, kReference, kReference, kReference}));
     EXPECT_EQ(Serving(results), (std::vector<std::string>{"QX7312", "QX7312F", "QX7312I", "QX7311",
                                                           "QX7311F", "QX7311I"}));
     for (const char* device : {"QX6105A", "QX6105AF", "QX6105AI", "QX5140"})
@@ -230,7 +231,8 @@ TEST(PlanTable, OnlyTheQX7311FamilyHasSevenOutputs) {
         const clsPlanResult* result = ResultOf(results, device);
         EXPECT_EQ(result->lngWorstPPM, 0) << device;
         std::map<std::string, std::string> sourceOf;
-        for (const PlanOutput& output : result->aOutputs) sourceOf[output.strPin] = output.strSource;
+        for (const PlanOutput& output : result->aOutputs)
+            sourceOf[output.strPin] = output.strSource;
         EXPECT_EQ(sourceOf.size(), 7u) << device;
         EXPECT_EQ(sourceOf["XBUF"], "Ref") << device;
         EXPECT_EQ(sourceOf["CPU"].rfind("CPLL", 0), 0u) << device;
@@ -249,8 +251,7 @@ TEST(PlanTable, OnlyTheQX7311FamilyHasSevenOutputs) {
 TEST(PlanTable, OnlyTheQX5140SharesALoopWithinItsSensitivity) {
     const auto& results = Planned(MakePlan(kReference, 3.3, {0.5, 0.92327}));
     EXPECT_EQ(Serving(results), (std::vector<std::string>{"QX5140"}));
-    for (const char* device :
-         {"QX6105A", "QX6105AF", "QX6105AI", "QX4860", "QX4860F", "QX4860I"})
+    for (const char* device : {"QX6105A", "QX6105AF", "QX6105AI", "QX4860", "QX4860F", "QX4860I"})
         EXPECT_EQ(ResultOf(results, device)->strReason,
                   "its one PLL cannot give 0.5 MHz and 0.92327 MHz at once")
             << device;
@@ -293,8 +294,8 @@ TEST(PlanTable, ATolerancePutsTheBestReachedAgainstTheLimit) {
 TEST(PlanTable, AnyReferenceDoesAtLeastAsWellAsOneOfTheList) {
     const auto& one = Planned(MakePlan(kReference, 3.3, {33.333, 48, 24.576}));
     const auto& any = Planned(MakePlan(0, 3.3, {33.333, 48, 24.576}));
-    const std::set<double> list = {11.0592, 12, 12.288, 14.31818, 14.7456, 16, 18.432,
-                                   16.9344, 17.73448, 19.6608, 20, 22.1184, 24.576, 25};
+    const std::set<double> list = {11.0592, 12,       12.288,  14.31818, 14.7456, 16,     18.432,
+                                   16.9344, 17.73448, 19.6608, 20,       22.1184, 24.576, 25};
     for (const clsPlanResult& result : one) {
         if (!result.blnServes)
             continue;

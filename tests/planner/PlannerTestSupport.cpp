@@ -1,6 +1,5 @@
 #include "planner/PlannerTestSupport.hpp"
 
-
 #include "planner/clsFrequencyPlanner.hpp"
 #include "shell/ShellPlannerHost.hpp"
 

@@ -4,12 +4,12 @@
 #include <string>
 
 #include "configurators/Configurator.hpp"
+#include "planner/GatedHost.hpp"
 #include "planner/clsDevicePlanner.hpp"
 #include "planner/frmPlanner.hpp"
 #include "platform/HeadlessPlatform.hpp"
 #include "platform/UserInput.hpp"
 #include "shell/Application.hpp"
-#include "planner/GatedHost.hpp"
 #include "shell/ShellPlannerHost.hpp"
 #include "shell/frmMain.hpp"
 
@@ -19,7 +19,6 @@ namespace pendulon {
 namespace {
 
 using test::GatedHost;
-
 
 struct PlannerWindow {
     explicit PlannerWindow(const PlannerHost* plannerHost = nullptr) {
