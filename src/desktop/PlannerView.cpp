@@ -370,6 +370,9 @@ void ConnectPlannerDialog(Application& app, QMainWindow& window) {
             *dialog = new PlannerDialog(app, &window);
         (*dialog)->ShowPlanner();
     };
+    // The window goes before the program's model: the menu then has no window to open.
+    QObject::connect(&window, &QObject::destroyed,
+                     [&app] { app.Main().ShowFrequencyPlanner = nullptr; });
 }
 
 }  // namespace pendulon
