@@ -109,8 +109,8 @@ nlohmann::json Json(const clsPlan& plan, const std::vector<clsPlanResult>& resul
         for (const PlanLoop& loop : result.aLoops)
             loops.push_back({{"loop", loop.strLoop},
                              {"target", loop.dblTarget},
-                             {"p", loop.dblP},
-                             {"q", loop.dblQ},
+                             {"p", static_cast<long long>(loop.dblP)},
+                             {"q", static_cast<long long>(loop.dblQ)},
                              {"vco", loop.dblVCO}});
         device["loops"] = loops;
         device["out_of_limits"] = result.astrOutOfLimits;
