@@ -1,9 +1,9 @@
-#include "shell/ShellEntryFileHost.hpp"
+#include "app/ApplicationEntryFileHost.hpp"
 
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
 #include "shell/frmSummary.hpp"
-#include "shell/mSharedApp.hpp"
+#include "app/mSharedApp.hpp"
 
 namespace pendulon {
 

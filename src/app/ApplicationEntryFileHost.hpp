@@ -1,7 +1,7 @@
 #pragma once
 #include <string>
 
-#include "entryfile/EntryFileHost.hpp"
+#include "app/EntryFileHost.hpp"
 
 namespace pendulon {
 

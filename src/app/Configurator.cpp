@@ -1,15 +1,15 @@
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 
 #include <vector>
 
-#include "configurators/mHelp.hpp"
+#include "app/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
-#include "shell/mSharedApp.hpp"
+#include "app/mSharedApp.hpp"
 
 namespace pendulon {
 

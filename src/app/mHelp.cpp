@@ -1,6 +1,6 @@
-#include "configurators/mHelp.hpp"
+#include "app/mHelp.hpp"
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
 

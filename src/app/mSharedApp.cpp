@@ -1,9 +1,9 @@
-#include "shell/mSharedApp.hpp"
+#include "app/mSharedApp.hpp"
 
 #include <cstdlib>
 #include <sstream>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "platform/PictureBox.hpp"

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "configurators/mHelp.hpp"
+#include "app/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/cls4860Die.hpp"
 #include "core/clsPLL.hpp"

@@ -2,7 +2,7 @@
 #include <memory>
 #include <string>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 
 namespace pendulon {
 

@@ -1,6 +1,6 @@
 #include "configurators/frmQX3350.hpp"
 
-#include "configurators/mHelp.hpp"
+#include "app/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/cls3350Die.hpp"
@@ -13,7 +13,7 @@
 #include "reports/mAsciiPrintout.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
-#include "shell/mSharedApp.hpp"
+#include "app/mSharedApp.hpp"
 
 namespace pendulon {
 

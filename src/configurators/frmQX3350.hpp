@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 
 namespace pendulon {
 

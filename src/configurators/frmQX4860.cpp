@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "configurators/mHelp.hpp"
+#include "app/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/cls4860Die.hpp"

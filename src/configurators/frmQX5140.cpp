@@ -1,8 +1,8 @@
-#include "qx5140/frmQX5140.hpp"
+#include "configurators/frmQX5140.hpp"
 
 #include <cstdlib>
 
-#include "configurators/mHelp.hpp"
+#include "app/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/cls7311Die.hpp"
@@ -19,7 +19,7 @@
 #include "shell/Application.hpp"
 #include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
-#include "shell/mSharedApp.hpp"
+#include "app/mSharedApp.hpp"
 
 namespace pendulon {
 

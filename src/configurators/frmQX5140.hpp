@@ -5,7 +5,7 @@
 
 #include "configurators/frm7311Family.hpp"
 #include "platform/ScrollBar.hpp"
-#include "qx5140/clsCaseSearch.hpp"
+#include "configurators/clsCaseSearch.hpp"
 
 namespace pendulon {
 

@@ -1,6 +1,6 @@
 #include "configurators/frmQX6105A.hpp"
 
-#include "configurators/mHelp.hpp"
+#include "app/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/cls4860Die.hpp"

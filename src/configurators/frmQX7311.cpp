@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "configurators/mHelp.hpp"
+#include "app/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/cls7311Die.hpp"

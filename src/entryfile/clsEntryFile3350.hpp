@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "entryfile/EntryFileHost.hpp"
+#include "app/EntryFileHost.hpp"
 #include "entryfile/clsEntryFile.hpp"
 
 namespace pendulon {

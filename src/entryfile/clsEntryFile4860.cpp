@@ -1,6 +1,6 @@
 #include "entryfile/clsEntryFile4860.hpp"
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/clsPLL.hpp"

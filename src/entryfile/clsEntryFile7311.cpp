@@ -4,7 +4,7 @@
 #include <array>
 #include <vector>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/clsPLL.hpp"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "entryfile/EntryFileHost.hpp"
+#include "app/EntryFileHost.hpp"
 #include "entryfile/clsEntryFile.hpp"
 
 namespace pendulon {

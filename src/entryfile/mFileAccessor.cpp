@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
 #include "entryfile/Checksums.hpp"
@@ -14,7 +14,7 @@
 #include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
 #include "shell/frmSummary.hpp"
-#include "shell/mSharedApp.hpp"
+#include "app/mSharedApp.hpp"
 
 namespace pendulon::mFileAccessor {
 

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "platform/OptionButton.hpp"
 #include "platform/PictureBox.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
-#include "shell/mSharedApp.hpp"
+#include "app/mSharedApp.hpp"
 
 namespace pendulon {
 

@@ -1,6 +1,6 @@
 #include "reports/ApplicationPreviewHost.hpp"
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "platform/MenuItem.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"

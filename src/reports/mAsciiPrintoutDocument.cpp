@@ -1,13 +1,13 @@
 #include "reports/mAsciiPrintoutDocument.hpp"
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "platform/ErrorReport.hpp"
 #include "reports/FormFields.hpp"
 #include "reports/clsTable.hpp"
 #include "reports/mAsciiPrintout.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmSummary.hpp"
-#include "shell/mSharedApp.hpp"
+#include "app/mSharedApp.hpp"
 
 namespace pendulon::mAsciiPrintout {
 

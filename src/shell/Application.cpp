@@ -1,8 +1,8 @@
 #include "shell/Application.hpp"
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "power/frmPower.hpp"
-#include "shell/ShellEntryFileHost.hpp"
+#include "app/ApplicationEntryFileHost.hpp"
 #include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
 #include "shell/frmSummary.hpp"

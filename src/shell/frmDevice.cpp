@@ -1,6 +1,6 @@
 #include "shell/frmDevice.hpp"
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "graphics/clsGraphics.hpp"
 #include "reports/mAsciiPrintout.hpp"

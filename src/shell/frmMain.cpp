@@ -4,7 +4,7 @@
 #include <cmath>
 #include <filesystem>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
@@ -23,7 +23,7 @@
 #include "shell/frmOptions.hpp"
 #include "shell/frmSplash.hpp"
 #include "shell/frmSummary.hpp"
-#include "shell/mSharedApp.hpp"
+#include "app/mSharedApp.hpp"
 
 namespace pendulon {
 
