@@ -1,51 +1,51 @@
 #include "app/ApplicationEntryFileHost.hpp"
 
-#include "shell/Application.hpp"
-#include "shell/frmMain.hpp"
-#include "shell/frmSummary.hpp"
+#include "app/AppServices.hpp"
+#include "app/MainFace.hpp"
+#include "app/SummaryFace.hpp"
 #include "app/mSharedApp.hpp"
 
 namespace pendulon {
 
-ErrorReport& ShellEntryFileHost::Errors() {
+ErrorReport& ApplicationEntryFileHost::Errors() {
     return app_.Errors();
 }
-std::string ShellEntryFileHost::Title() {
+std::string ApplicationEntryFileHost::Title() {
     return app_.gstrTitle;
 }
-std::string ShellEntryFileHost::Build() {
+std::string ApplicationEntryFileHost::Build() {
     return app_.gstrBuild;
 }
-std::string ShellEntryFileHost::EntryFileHeader() {
+std::string ApplicationEntryFileHost::EntryFileHeader() {
     return mShared::EntryFileHeader(app_);
 }
-std::string ShellEntryFileHost::Revision() {
+std::string ApplicationEntryFileHost::Revision() {
     return app_.Summary().txtRevision.Text();
 }
-std::string ShellEntryFileHost::SummaryFilename() {
+std::string ApplicationEntryFileHost::SummaryFilename() {
     return app_.Summary().txtFilename.Text();
 }
-bool ShellEntryFileHost::SaveEntryFileDescription() {
+bool ApplicationEntryFileHost::SaveEntryFileDescription() {
     return app_.Main().mblnSaveEntryFileDescription;
 }
-std::string ShellEntryFileHost::RecentFileCaption() {
+std::string ApplicationEntryFileHost::RecentFileCaption() {
     return app_.Main().mnuFilePathArray[1].Caption();
 }
-void ShellEntryFileHost::DisplayStatus(const std::string& text) {
+void ApplicationEntryFileHost::DisplayStatus(const std::string& text) {
     app_.Main().DisplayStatus(text);
 }
-void ShellEntryFileHost::ShowHelp(const std::string& text) {
+void ApplicationEntryFileHost::ShowHelp(const std::string& text) {
     app_.Main().ShowHelp(text);
 }
-std::string ShellEntryFileHost::UpdatedChecksum() {
+std::string ApplicationEntryFileHost::UpdatedChecksum() {
     app_.Main().UpdateChecksum(false);
     return app_.Summary().lblChecksum.Caption();
 }
-DateTime ShellEntryFileHost::Today() {
+DateTime ApplicationEntryFileHost::Today() {
     return app_.Services().Now();
 }
-EntryFileHost::Version ShellEntryFileHost::ProgramVersion() {
-    return {Application::kVersionMajor, Application::kVersionMinor, Application::kVersionRevision};
+EntryFileHost::Version ApplicationEntryFileHost::ProgramVersion() {
+    return {AppServices::kVersionMajor, AppServices::kVersionMinor, AppServices::kVersionRevision};
 }
 
 }  // namespace pendulon

@@ -1,8 +1,8 @@
 #include "app/mHelp.hpp"
 
+#include "app/AppServices.hpp"
 #include "app/Configurator.hpp"
-#include "shell/Application.hpp"
-#include "shell/frmMain.hpp"
+#include "app/MainFace.hpp"
 
 namespace pendulon::mHelp {
 
