@@ -4,7 +4,7 @@
 
 #include "cli/DocumentSession.hpp"
 #include "cli/ToolActions.hpp"
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/ListField.hpp"
 #include "platform/OptionButton.hpp"
@@ -12,7 +12,7 @@
 #include "platform/TextField.hpp"
 #include "platform/UserInput.hpp"
 #include "power/frmPower.hpp"
-#include "qx5140/frmQX5140.hpp"
+#include "configurators/frmQX5140.hpp"
 #include "shell/Application.hpp"
 #include "shell/ShellPlannerHost.hpp"
 #include "shell/frmDevice.hpp"

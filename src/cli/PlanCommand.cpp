@@ -12,6 +12,7 @@
 #include "planner/clsDevicePlanner.hpp"
 #include "planner/clsFrequencyPlanner.hpp"
 #include "planner/mPlanText.hpp"
+#include "shell/Application.hpp"
 #include "shell/ShellPlannerHost.hpp"
 
 namespace pendulon::cli {

@@ -1,10 +1,12 @@
 #pragma once
+#include <memory>
 #include <string>
 
 namespace pendulon {
 
-class Application;
+class AppServices;
 class Configurator;
+class PlatformServices;
 
 // What the frequency planner asks of the program around it: to start a run of the program, as
 // the program starts, on the headless platform the planner gives it, and to make a new document
@@ -13,12 +15,13 @@ class PlannerHost {
   public:
     virtual ~PlannerHost() = default;
 
-    // Start-up of a run the planner tries devices in; it has no window on any screen.
-    virtual void StartRun(Application& app) const = 0;
+    // A run of the program the planner tries devices in, started as the program starts, on the
+    // platform the planner gives it; it has no window on any screen.
+    virtual std::unique_ptr<AppServices> StartRun(PlatformServices& platform) const = 0;
     // File, New with the device chosen in the device window: the new document, or nullptr, with
     // the reason in error, when none was opened (an unknown device, or the close question of the
     // open document answered Cancel).
-    virtual Configurator* NewDocument(Application& app, const std::string& device,
+    virtual Configurator* NewDocument(AppServices& app, const std::string& device,
                                       std::string& error) const = 0;
 };
 

@@ -11,8 +11,8 @@
 #include "entryfile/clsEntryFile.hpp"
 #include "entryfile/clsEntryFile7311.hpp"
 #include "planner/clsPlannerRun.hpp"
-#include "qx5140/frmQX5140.hpp"
-#include "shell/Application.hpp"
+#include "configurators/frmQX5140.hpp"
+#include "app/AppServices.hpp"
 
 namespace pendulon {
 

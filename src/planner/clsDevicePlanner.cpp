@@ -6,7 +6,7 @@
 #include <limits>
 #include <tuple>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/clsPLL.hpp"
@@ -18,7 +18,7 @@
 #include "planner/cls7311Planner.hpp"
 #include "planner/clsPlannerRun.hpp"
 #include "power/frmPower.hpp"
-#include "shell/Application.hpp"
+#include "app/AppServices.hpp"
 
 namespace pendulon {
 
@@ -209,7 +209,7 @@ void clsDevicePlanner::ReadDocument(clsPlannerRun& run, Configurator& document,
             "the window marks " + reading.astrOutOfLimits.front() + " out of limits";
 }
 
-std::string clsDevicePlanner::Open(Application& app, const clsPlanResult& result) const {
+std::string clsDevicePlanner::Open(AppServices& app, const clsPlanResult& result) const {
     std::string error;
     Configurator* document = host_.NewDocument(app, device_, error);
     if (document == nullptr)

@@ -9,7 +9,7 @@
 
 namespace pendulon {
 
-class Application;
+class AppServices;
 class Configurator;
 class PlannerHost;
 class clsPLL;
@@ -52,7 +52,7 @@ class clsDevicePlanner {
     // makes it and set up as the result's actions say, and checks that its window shows the
     // outputs the result promises. An empty text when it does; else what went wrong (no new
     // document, or a window that shows otherwise), and the document stays as it came.
-    std::string Open(Application& app, const clsPlanResult& result) const;
+    std::string Open(AppServices& app, const clsPlanResult& result) const;
     // Whether a document of this device shows the outputs a result promises: an empty text, or
     // what it shows otherwise.
     std::string Shows(Configurator& document, const clsPlanResult& result) const;

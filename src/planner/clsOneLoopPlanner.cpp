@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <map>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/clsPLL.hpp"

@@ -1,9 +1,9 @@
 #include "planner/clsPlannerRun.hpp"
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "planner/PlannerHost.hpp"
 #include "platform/UserInput.hpp"
-#include "shell/Application.hpp"
+#include "app/AppServices.hpp"
 
 namespace pendulon {
 
@@ -17,8 +17,7 @@ bool IsErrorReport(const HeadlessPlatform::Message& message) {
 
 clsPlannerRun::clsPlannerRun(const PlannerHost& host, std::string device)
     : host_(host), device_(std::move(device)) {
-    app_ = std::make_unique<Application>(platform_);
-    host_.StartRun(*app_);
+    app_ = host_.StartRun(platform_);
 }
 
 clsPlannerRun::~clsPlannerRun() = default;

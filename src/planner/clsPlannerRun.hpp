@@ -8,7 +8,7 @@
 
 namespace pendulon {
 
-class Application;
+class AppServices;
 class Configurator;
 class PlannerHost;
 
@@ -22,7 +22,7 @@ class clsPlannerRun {
     clsPlannerRun(const clsPlannerRun&) = delete;
     clsPlannerRun& operator=(const clsPlannerRun&) = delete;
 
-    Application& App() { return *app_; }
+    AppServices& App() { return *app_; }
     const std::string& Device() const { return device_; }
 
     // A new document of the device, made as File, New makes it; the document before it goes
@@ -43,7 +43,7 @@ class clsPlannerRun {
     const PlannerHost& host_;
     std::string device_;
     HeadlessPlatform platform_;
-    std::unique_ptr<Application> app_;
+    std::unique_ptr<AppServices> app_;
 };
 
 }  // namespace pendulon

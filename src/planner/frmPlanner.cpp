@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <chrono>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/clsReference.hpp"
@@ -11,7 +11,7 @@
 #include "planner/clsDevicePlanner.hpp"
 #include "planner/clsFrequencyPlanner.hpp"
 #include "planner/mPlanText.hpp"
-#include "shell/Application.hpp"
+#include "app/AppServices.hpp"
 
 namespace pendulon {
 
@@ -33,7 +33,7 @@ std::string Lines(const std::vector<std::string>& lines) {
 
 }  // namespace
 
-frmPlanner::frmPlanner(Application& app, const PlannerHost& host)
+frmPlanner::frmPlanner(AppServices& app, const PlannerHost& host)
     : Window("frmPlanner"), app_(app), host_(host) {
     Clock = [] {
         return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())

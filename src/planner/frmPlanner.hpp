@@ -18,7 +18,7 @@
 
 namespace pendulon {
 
-class Application;
+class AppServices;
 class PlannerHost;
 class clsFrequencyPlanner;
 
@@ -38,7 +38,7 @@ class frmPlanner : public Window {
     // The orders of the result list, as cboSortBy offers them.
     enum SortOrder { kByRank, kByDevice, kByWorstPPM, kByCurrent, kByPins };
 
-    frmPlanner(Application& app, const PlannerHost& host);
+    frmPlanner(AppServices& app, const PlannerHost& host);
     ~frmPlanner() override;
 
     // The window's clock, in seconds; a test may put its own in.
@@ -116,7 +116,7 @@ class frmPlanner : public Window {
     void ShowResults();
     void Message(const std::string& text);
 
-    Application& app_;
+    AppServices& app_;
     const PlannerHost& host_;
     std::unique_ptr<clsFrequencyPlanner> planner_;
     // The results in the planner's ranking, and as shown.

@@ -7,19 +7,21 @@
 
 namespace pendulon {
 
-void ShellPlannerHost::StartRun(Application& app) const {
-    app.Main().MDIForm_Load("");
+std::unique_ptr<AppServices> ShellPlannerHost::StartRun(PlatformServices& platform) const {
+    auto app = std::make_unique<Application>(platform);
+    app->Main().MDIForm_Load("");
+    return app;
 }
 
-Configurator* ShellPlannerHost::NewDocument(Application& app, const std::string& device,
+Configurator* ShellPlannerHost::NewDocument(AppServices& app, const std::string& device,
                                             std::string& error) const {
     return NewDocumentAsUser(app, device, error);
 }
 
-Configurator* ShellPlannerHost::NewDocumentAsUser(Application& app, const std::string& device,
+Configurator* ShellPlannerHost::NewDocumentAsUser(AppServices& app, const std::string& device,
                                                   std::string& error) {
-    frmDevice& form = app.DeviceForm();
-    auto* option = form.Fields().FindAs<OptionButton>("opt" + device);
+    DeviceFace& form = app.DeviceForm();
+    OptionButton* option = form.OptionFor(device);
     if (option == nullptr) {
         error = "unknown device '" + device + "'";
         return nullptr;

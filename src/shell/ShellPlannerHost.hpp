@@ -9,13 +9,13 @@ namespace pendulon {
 // named, and a new document comes from the device window's OK, as File, New makes it.
 class ShellPlannerHost : public PlannerHost {
   public:
-    void StartRun(Application& app) const override;
-    Configurator* NewDocument(Application& app, const std::string& device,
+    std::unique_ptr<AppServices> StartRun(PlatformServices& platform) const override;
+    Configurator* NewDocument(AppServices& app, const std::string& device,
                               std::string& error) const override;
 
     // File, New for the device: the device window opens for a new document, the user picks
     // the device and presses OK.
-    static Configurator* NewDocumentAsUser(Application& app, const std::string& device,
+    static Configurator* NewDocumentAsUser(AppServices& app, const std::string& device,
                                            std::string& error);
 };
 

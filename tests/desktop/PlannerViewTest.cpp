@@ -20,7 +20,7 @@
 #include <memory>
 
 #include "DesktopTests.hpp"
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "desktop/MainWindow.hpp"
 #include "desktop/PlannerView.hpp"
 #include "desktop/QtPlatform.hpp"

@@ -1,5 +1,6 @@
 #pragma once
 #include <future>
+#include <memory>
 
 #include "shell/ShellPlannerHost.hpp"
 
@@ -9,9 +10,9 @@ namespace pendulon::test {
 // a plan that is still running when the test looks at it.
 class GatedHost : public ShellPlannerHost {
   public:
-    void StartRun(Application& app) const override {
+    std::unique_ptr<AppServices> StartRun(PlatformServices& platform) const override {
         gate_.wait();
-        ShellPlannerHost::StartRun(app);
+        return ShellPlannerHost::StartRun(platform);
     }
     void Open() { opener_.set_value(); }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "planner/PlannerTestSupport.hpp"
 #include "planner/clsDevicePlanner.hpp"
 #include "platform/HeadlessPlatform.hpp"

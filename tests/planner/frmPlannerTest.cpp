@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "planner/GatedHost.hpp"
 #include "planner/clsDevicePlanner.hpp"
 #include "planner/frmPlanner.hpp"
