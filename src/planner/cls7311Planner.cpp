@@ -473,11 +473,13 @@ void cls7311Planner::Read(Configurator& document, const std::vector<double>& wan
             solved = ParseActual(fields.FindAs<ListField>(loop.strActual)->Text(), loopActual,
                                  output.lngPPM);
             if (letter == 'C') {
-                // The window names a CPLL output by its source; its frequency is the CPLL's
-                // divided by the divider, as the window divides the other loops for theirs.
+                // The window names a CPLL output by its source; its frequency is the VCO of the
+                // chosen solution halved and divided by the divider, as the power table takes
+                // it (not the CPLL's rounded actual divided again).
                 desired =
                     DesiredText(Val(fields.FindAs<TextField>(loop.strField)->Text()) / divisor);
-                shown = mShared::FormatFrequencyFixed(Val(loopActual) / divisor);
+                const double vco = form.CPLL().GetVCO(fields.FindAs<ListField>(loop.strData)->Text());
+                shown = mShared::FormatFrequencyFixed(vco / 2 / divisor);
             }
             output.strActual = shown;
         } else {

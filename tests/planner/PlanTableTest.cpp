@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <map>
+#include <tuple>
 #include <set>
 #include <string>
 #include <vector>
@@ -215,6 +217,76 @@ TEST(PlanTable, ThreeOutputsFromTheTelevisionCrystal) {
     // Ranked by worst |ppm| first.
     for (size_t i = 1; i < results.size() && results[i].blnServes; ++i)
         EXPECT_LE(results[i - 1].lngWorstPPM, results[i].lngWorstPPM);
+}
+
+// The same plan worked out by hand for the three-loop family, output by output, from the loop
+// search (VCO = 2 x 14.31818 x P / Q, Q from 3 up: the smallest Q is never tried), the counter
+// limits at 3.3 V (CPLL and SPLL: P 5-258, Q to 65; UPLL: P 5-1026, Q to 95, since 14.31818 /
+// 0.15 rounds to 95), the loop range (8-80 MHz on the QX7311 and QX7312, 8-66.66667 MHz on the
+// F and I variants) and the CPLL's P / Q above 1.3.
+//
+// Best loop solutions near each wanted frequency (loop frequency = VCO / 2, ppm of the loop
+// against its desired frequency, which is also the output's against the wanted one):
+//   33.333 on a loop by itself: P 149, Q 64: VCO 66.669026, 33.334513 MHz, +45.4 -> +45 ppm
+//     (CPLL or SPLL alike; the UPLL does no better within |45|).
+//   48 on the UPLL: P 295, Q 88: VCO 95.996889, 47.998444 MHz, -32.4 -> -32 ppm; on the
+//     CPLL or SPLL (Q to 65) the best is P 181, Q 54: 47.992418 MHz, -158 ppm.
+//   24.576 as SPLL/3 at 73.728: P 242, Q 47: VCO 147.446790, 73.723395 MHz, -61.8 -> -62 ppm,
+//     output 73.723395 / 3 = 24.574465 -> 24.57447. Only the plain parts reach 73.728 MHz.
+//   24.576 as CPLL/2 at 49.152: P 127, Q 37: VCO 98.292371, 49.146186 MHz, -117.6 -> -118 ppm,
+//     output 24.573093 -> 24.57309; by itself or SPLL/2 no better.
+// So the plain parts give 33.333 on the CPLL, 48 on the UPLL, 24.576 on SPLL/3: worst 62 ppm.
+// The F and I variants cannot take 73.728 MHz; their best is worst 118 ppm, with 24.576 at
+// -118 from a loop at 49.152 divided by 2, 33.333 at +45 and 48 at -32 on the UPLL.
+//
+// Supply current of row 0 (S2:S0 = 000), plain parts: loops 33.334513 + 73.723395 + 47.998444
+// = 155.056352 MHz, outputs 33.334513 (CPLL, divided as the power table does) + 47.99844 +
+// 24.57447 = 105.907423 MHz: typical (1.8 + 0.0002 x 155.056352 + 18 x 0.00112 x 105.907423)
+// x 3.3 = 13.088146 mA, worst (1.8 + 0.0002 x 155.056352 + 30 x 0.00112 x 105.907423) x 4.0
+// = 21.558003 mA.
+TEST(PlanTable, TheThreeOutputPlanWorkedOutForTheThreeLoopFamily) {
+    const auto& results = Planned(MakePlan(kReference, 3.3, {33.333, 48, 24.576}));
+    struct Expected {
+        const char* source;
+        const char* actual;
+        std::int32_t ppm;
+    };
+    const Expected plain[] = {{"CPLL", "33.33451", 45}, {"UPLL", "47.99844", -32},
+                              {"SPLL/3", "24.57447", -62}};
+    for (const char* device : {"QX7311", "QX7312"}) {
+        SCOPED_TRACE(device);
+        const clsPlanResult* result = ResultOf(results, device);
+        ASSERT_TRUE(result->blnServes) << result->strReason;
+        EXPECT_EQ(result->lngWorstPPM, 62);
+        ASSERT_EQ(result->aOutputs.size(), 3u);
+        for (size_t i = 0; i < 3; ++i) {
+            EXPECT_EQ(result->aOutputs[i].strSource, plain[i].source) << i;
+            EXPECT_EQ(result->aOutputs[i].strActual, plain[i].actual) << i;
+            EXPECT_EQ(result->aOutputs[i].lngPPM, plain[i].ppm) << i;
+        }
+        std::map<std::string, std::tuple<double, double, double, double>> loops;
+        for (const PlanLoop& loop : result->aLoops)
+            loops[loop.strLoop] = {loop.dblTarget, loop.dblP, loop.dblQ, loop.dblVCO};
+        EXPECT_EQ(loops["CPLL"], std::make_tuple(33.333, 149.0, 64.0, 66.669026));
+        EXPECT_EQ(loops["SPLL"], std::make_tuple(73.728, 242.0, 47.0, 147.44679));
+        EXPECT_EQ(loops["UPLL"], std::make_tuple(48.0, 295.0, 88.0, 95.996889));
+        EXPECT_NEAR(result->dblTypicalCurrent, 13.088146, 1e-5);
+        EXPECT_NEAR(result->dblWorstCurrent, 21.558003, 1e-5);
+    }
+    for (const char* device : {"QX7311F", "QX7311I", "QX7312F", "QX7312I"}) {
+        SCOPED_TRACE(device);
+        const clsPlanResult* result = ResultOf(results, device);
+        ASSERT_TRUE(result->blnServes) << result->strReason;
+        EXPECT_EQ(result->lngWorstPPM, 118);
+        ASSERT_EQ(result->aOutputs.size(), 3u);
+        EXPECT_EQ(result->aOutputs[0].strActual, "33.33451");
+        EXPECT_EQ(result->aOutputs[0].lngPPM, 45);
+        EXPECT_EQ(result->aOutputs[1].strSource, "UPLL");
+        EXPECT_EQ(result->aOutputs[1].lngPPM, -32);
+        EXPECT_EQ(result->aOutputs[2].strSource.substr(4), "/2");
+        EXPECT_EQ(result->aOutputs[2].strActual, "24.57309");
+        EXPECT_EQ(result->aOutputs[2].lngPPM, -118);
+    }
 }
 
 // Seven outputs: only the QX7311 has seven (CPU, CLKA to CLKD, CLKF, XBUF); the QX7312 six.
