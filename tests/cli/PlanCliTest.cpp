@@ -5,6 +5,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "support/TestSupport.hpp"
@@ -78,6 +79,62 @@ TEST(PlanCli, JsonRanksAllFifteenDevicesWithReasons) {
         }
     }
     EXPECT_EQ(json["devices"][0]["device"], "QX7312");
+}
+
+// The ranking of the three-output plan as worked out by hand (tests/planner: PlanTable and
+// QX5140Cases): the QX7312 and QX7311 at 62 ppm, the 16-pin part first; their F and I variants
+// at 118 ppm, of equal current, 16 pins first, in the order of the device window; the QX5140 at
+// 158 ppm; then the devices that do not serve, in the order of the device window. The best
+// result's outputs and loops: CPLL P 149 Q 64 (33.33451, +45), UPLL P 295 Q 88 (47.99844, -32),
+// SPLL at 73.728 P 242 Q 47 divided by 3 (24.57447, -62); (1.8 + 0.0002 x 155.056352 + 18 x
+// 0.00112 x 105.907423) x 3.3 = 13.088146 mA typical, the same with 30 pF at 4.0 V 21.558003.
+TEST(PlanCli, JsonOfTheThreeOutputPlanIsTheHandWorkedRanking) {
+    const CliResult run = RunCli(With(ThreeOutputs(), {"--json"}));
+    ASSERT_EQ(run.exitCode, 0) << run.err;
+    const auto json = nlohmann::json::parse(run.out);
+    const std::vector<std::tuple<std::string, int, std::string>> expected = {
+        {"QX7312", 62, ""},
+        {"QX7311", 62, ""},
+        {"QX7312F", 118, ""},
+        {"QX7312I", 118, ""},
+        {"QX7311F", 118, ""},
+        {"QX7311I", 118, ""},
+        {"QX5140", 158, ""},
+        {"QX6105A", -1, "its one PLL cannot give 33.333 MHz, 48 MHz and 24.576 MHz at once"},
+        {"QX6105AF", -1, "its one PLL cannot give 33.333 MHz, 48 MHz and 24.576 MHz at once"},
+        {"QX6105AI", -1, "its one PLL cannot give 33.333 MHz, 48 MHz and 24.576 MHz at once"},
+        {"QX4860", -1, "needs 3 outputs, has 2"},
+        {"QX4860F", -1, "needs 3 outputs, has 2"},
+        {"QX4860I", -1, "needs 3 outputs, has 2"},
+        {"QX3350", -1, "needs 3 outputs, has 1"},
+        {"QX3350I", -1, "needs 3 outputs, has 1"}};
+    ASSERT_EQ(json["devices"].size(), expected.size());
+    for (size_t i = 0; i < expected.size(); ++i) {
+        const auto& device = json["devices"][i];
+        const auto& [name, worst, reason] = expected[i];
+        SCOPED_TRACE(name);
+        EXPECT_EQ(device["device"], name);
+        EXPECT_EQ(device["serves"], worst >= 0);
+        if (worst >= 0) {
+            EXPECT_EQ(device["worst_ppm"], worst);
+        } else {
+            EXPECT_TRUE(device["worst_ppm"].is_null());
+            EXPECT_EQ(device["reason"], reason);
+        }
+    }
+    const auto& best = json["devices"][0];
+    EXPECT_EQ(best["outputs"],
+              nlohmann::json::parse(R"([
+                  {"wanted": 33.333, "pin": "CLKA", "source": "CPLL", "actual": 33.33451, "ppm": 45},
+                  {"wanted": 48, "pin": "CLKB", "source": "UPLL", "actual": 47.99844, "ppm": -32},
+                  {"wanted": 24.576, "pin": "CLKC", "source": "SPLL/3", "actual": 24.57447,
+                   "ppm": -62}])"));
+    EXPECT_EQ(best["loops"], nlohmann::json::parse(R"([
+                  {"loop": "CPLL", "target": 33.333, "p": 149, "q": 64, "vco": 66.669026},
+                  {"loop": "SPLL", "target": 73.728, "p": 242, "q": 47, "vco": 147.44679},
+                  {"loop": "UPLL", "target": 48, "p": 295, "q": 88, "vco": 95.996889}])"));
+    EXPECT_NEAR(best["current_ma"]["typical"].get<double>(), 13.088146, 1e-5);
+    EXPECT_NEAR(best["current_ma"]["worst"].get<double>(), 21.558003, 1e-5);
 }
 
 TEST(PlanCli, TheTableHasTheRankedRowsAndTheDetailsOfEachDeviceThatServes) {
