@@ -250,11 +250,22 @@ void PlannerDialog::FitToScreen() {
         content_->sizeHint() + QSize(scroll_->verticalScrollBar()->sizeHint().width() + 4, 4);
     // Room for the result table's columns once it has rows.
     size.setWidth(std::max(size.width(), results_->fontMetrics().horizontalAdvance('0') * 110));
-    if (const QScreen* room = screen()) {
-        const QRect area = room->availableGeometry();
-        size = size.boundedTo(QSize(area.width() * 9 / 10, area.height() * 9 / 10));
+    const QScreen* room = screen();
+    if (room == nullptr) {
+        resize(size);
+        return;
     }
+    const QRect area = room->availableGeometry();
+    size = size.boundedTo(QSize(area.width() * 9 / 10, area.height() * 9 / 10));
     resize(size);
+    // Centred on the main window as a dialog opens, and moved wholly into the work area: the
+    // window grew after it was placed for its first size.
+    QRect frame(QPoint(0, 0), size);
+    frame.moveCenter(parentWidget() != nullptr ? parentWidget()->frameGeometry().center()
+                                               : area.center());
+    frame.moveLeft(std::clamp(frame.left(), area.left(), area.right() + 1 - frame.width()));
+    frame.moveTop(std::clamp(frame.top(), area.top(), area.bottom() + 1 - frame.height()));
+    move(frame.topLeft());
 }
 
 void PlannerDialog::ShowPlanner() {
@@ -311,6 +322,9 @@ void PlannerDialog::ShowResults() {
                 auto* item = new QTableWidgetItem(cells[column]);
                 if (column != 1 && column != 6)
                     item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+                // A reason too long for its column is shown whole under the pointer.
+                if (column == 6)
+                    item->setToolTip(cells[column]);
                 results_->setItem(row, column, item);
             }
         }

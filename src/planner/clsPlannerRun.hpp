@@ -5,6 +5,7 @@
 
 #include "planner/clsPlanResult.hpp"
 #include "platform/HeadlessPlatform.hpp"
+#include "platform/TextMetrics.hpp"
 
 namespace pendulon {
 
@@ -43,6 +44,8 @@ class clsPlannerRun {
     const PlannerHost& host_;
     std::string device_;
     HeadlessPlatform platform_;
+    // The run's pictures are measured as its platform measures, not in the screen's fonts.
+    ThreadTextMetrics metrics_{platform_.Metrics()};
     std::unique_ptr<AppServices> app_;
 };
 

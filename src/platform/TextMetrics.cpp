@@ -27,10 +27,21 @@ double HeadlessTextMetrics::TextHeight(const FontSpec& font, std::string_view te
 
 namespace {
 const TextMetrics* screenMetrics = nullptr;
+thread_local const TextMetrics* threadMetrics = nullptr;
 }  // namespace
 
 const TextMetrics& ScreenTextMetrics() {
+    if (threadMetrics != nullptr)
+        return *threadMetrics;
     return screenMetrics != nullptr ? *screenMetrics : HeadlessTextMetrics::Instance();
+}
+
+ThreadTextMetrics::ThreadTextMetrics(const TextMetrics& metrics) : previous_(threadMetrics) {
+    threadMetrics = &metrics;
+}
+
+ThreadTextMetrics::~ThreadTextMetrics() {
+    threadMetrics = previous_;
 }
 
 void SetScreenTextMetrics(const TextMetrics* metrics) {

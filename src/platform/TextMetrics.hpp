@@ -36,4 +36,19 @@ const TextMetrics& ScreenTextMetrics();
 // outlive its installation.
 void SetScreenTextMetrics(const TextMetrics* metrics);
 
+// While it lives, the pictures of the thread that made it are measured with the given measurer
+// in place of the screen's: a thread that works in windows nobody sees (the frequency planner's)
+// measures as the headless platform does, and never calls the front end's fonts off its own
+// thread. It must go on the thread that made it, in the reverse order of making.
+class ThreadTextMetrics {
+  public:
+    explicit ThreadTextMetrics(const TextMetrics& metrics);
+    ~ThreadTextMetrics();
+    ThreadTextMetrics(const ThreadTextMetrics&) = delete;
+    ThreadTextMetrics& operator=(const ThreadTextMetrics&) = delete;
+
+  private:
+    const TextMetrics* previous_;
+};
+
 }  // namespace pendulon
