@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <set>
 
+#include "app/AppServices.hpp"
+#include "configurators/frmQX5140.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/clsPLL.hpp"
@@ -11,8 +13,6 @@
 #include "entryfile/clsEntryFile.hpp"
 #include "entryfile/clsEntryFile7311.hpp"
 #include "planner/clsPlannerRun.hpp"
-#include "configurators/frmQX5140.hpp"
-#include "app/AppServices.hpp"
 
 namespace pendulon {
 

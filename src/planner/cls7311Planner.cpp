@@ -478,7 +478,8 @@ void cls7311Planner::Read(Configurator& document, const std::vector<double>& wan
                 // it (not the CPLL's rounded actual divided again).
                 desired =
                     DesiredText(Val(fields.FindAs<TextField>(loop.strField)->Text()) / divisor);
-                const double vco = form.CPLL().GetVCO(fields.FindAs<ListField>(loop.strData)->Text());
+                const double vco =
+                    form.CPLL().GetVCO(fields.FindAs<ListField>(loop.strData)->Text());
                 shown = mShared::FormatFrequencyFixed(vco / 2 / divisor);
             }
             output.strActual = shown;

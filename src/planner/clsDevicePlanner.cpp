@@ -6,6 +6,7 @@
 #include <limits>
 #include <tuple>
 
+#include "app/AppServices.hpp"
 #include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
@@ -18,7 +19,6 @@
 #include "planner/cls7311Planner.hpp"
 #include "planner/clsPlannerRun.hpp"
 #include "power/frmPower.hpp"
-#include "app/AppServices.hpp"
 
 namespace pendulon {
 

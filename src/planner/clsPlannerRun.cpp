@@ -1,9 +1,9 @@
 #include "planner/clsPlannerRun.hpp"
 
+#include "app/AppServices.hpp"
 #include "app/Configurator.hpp"
 #include "planner/PlannerHost.hpp"
 #include "platform/UserInput.hpp"
-#include "app/AppServices.hpp"
 
 namespace pendulon {
 

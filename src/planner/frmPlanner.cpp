@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 
+#include "app/AppServices.hpp"
 #include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
@@ -11,7 +12,6 @@
 #include "planner/clsDevicePlanner.hpp"
 #include "planner/clsFrequencyPlanner.hpp"
 #include "planner/mPlanText.hpp"
-#include "app/AppServices.hpp"
 
 namespace pendulon {
 

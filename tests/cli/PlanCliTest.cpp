@@ -123,8 +123,7 @@ TEST(PlanCli, JsonOfTheThreeOutputPlanIsTheHandWorkedRanking) {
         }
     }
     const auto& best = json["devices"][0];
-    EXPECT_EQ(best["outputs"],
-              nlohmann::json::parse(R"([
+    EXPECT_EQ(best["outputs"], nlohmann::json::parse(R"([
                   {"wanted": 33.333, "pin": "CLKA", "source": "CPLL", "actual": 33.33451, "ppm": 45},
                   {"wanted": 48, "pin": "CLKB", "source": "UPLL", "actual": 47.99844, "ppm": -32},
                   {"wanted": 24.576, "pin": "CLKC", "source": "SPLL/3", "actual": 24.57447,

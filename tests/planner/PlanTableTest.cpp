@@ -2,9 +2,9 @@
 
 #include <cstdlib>
 #include <map>
-#include <tuple>
 #include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "planner/PlannerTestSupport.hpp"
@@ -251,8 +251,8 @@ TEST(PlanTable, TheThreeOutputPlanWorkedOutForTheThreeLoopFamily) {
         const char* actual;
         std::int32_t ppm;
     };
-    const Expected plain[] = {{"CPLL", "33.33451", 45}, {"UPLL", "47.99844", -32},
-                              {"SPLL/3", "24.57447", -62}};
+    const Expected plain[] = {
+        {"CPLL", "33.33451", 45}, {"UPLL", "47.99844", -32}, {"SPLL/3", "24.57447", -62}};
     for (const char* device : {"QX7311", "QX7312"}) {
         SCOPED_TRACE(device);
         const clsPlanResult* result = ResultOf(results, device);

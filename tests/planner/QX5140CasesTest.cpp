@@ -65,13 +65,12 @@ TEST(QX5140Cases, TheWindowOffersTheSixCasesWorkedOutByHand) {
     std::string error;
     Configurator* document = run.NewDocument(error);
     ASSERT_NE(document, nullptr) << error;
-    ASSERT_TRUE(clsPlannerRun::Apply(*document,
-                                     {PlanAction::Click("opt3V"),
-                                      PlanAction::Set("cboFRef", "14.31818"),
-                                      PlanAction::Set("txtClkA(0)", "33.333"),
-                                      PlanAction::Set("txtClkB", "48"),
-                                      PlanAction::Set("txtClkC", "24.576")},
-                                     error))
+    ASSERT_TRUE(clsPlannerRun::Apply(
+        *document,
+        {PlanAction::Click("opt3V"), PlanAction::Set("cboFRef", "14.31818"),
+         PlanAction::Set("txtClkA(0)", "33.333"), PlanAction::Set("txtClkB", "48"),
+         PlanAction::Set("txtClkC", "24.576")},
+        error))
         << error;
     const char* const sources[] = {"lblClkASrcDiv", "lblClkBSrcDiv", "lblClkCSrcDiv"};
     const char* const actuals[] = {"cboClkA(0)", "cboClkB", "cboClkC"};
@@ -105,9 +104,9 @@ TEST(QX5140Cases, ThePlannerPromisesTheCaseWhoseFileReopensOnIt) {
     ASSERT_EQ(result->aOutputs.size(), 3u);
     for (size_t i = 0; i < 3; ++i) {
         EXPECT_EQ(result->aOutputs[i].strSource, first.sources[i]);
-        EXPECT_EQ(result->aOutputs[i].strActual + "    PPM:" +
-                      std::to_string(result->aOutputs[i].lngPPM),
-                  first.shown[i]);
+        EXPECT_EQ(
+            result->aOutputs[i].strActual + "    PPM:" + std::to_string(result->aOutputs[i].lngPPM),
+            first.shown[i]);
     }
 }
 
