@@ -211,10 +211,9 @@ void clsEntryFile7311::SetQX5140PLLToClockAssignments(const clsEntryFile& e, boo
     found = false;
     if (!form_)
         return;
-    // A search that found one case is looked up too: that case is the one on show, and the
-    // note must tell whether it is the one in the file.
-    // CLKA is compared as its label shows a case, from which it was saved: the source of
-    // state 0, or of state 1 when state 0 is off.
+    // A search that found one case is looked up too: the note must tell whether the case on
+    // show is the one in the file. CLKA is compared as its label shows a case, which is what
+    // was saved: the source of state 0, or of state 1 when state 0 is off.
     const std::vector<std::array<std::string, 4>> rows = form_->FoundSources();
     for (size_t r = 0; r < rows.size(); ++r) {
         const auto& row = rows[r];
