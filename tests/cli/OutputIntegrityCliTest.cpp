@@ -294,6 +294,22 @@ TEST(CliFiles, OpeningAFolderAndWritingIntoNoFolderNameThePathAndTheReason) {
     EXPECT_FALSE(fs::exists(dir / "no"));
 }
 
+TEST(CliFiles, ASaveThatFailsLeavesTheDocumentAsItWasAndTheRunGoesOn) {
+    Folder dir;
+    const std::string nowhere = dir / "no/such/x.ent";
+    const CliResult run = RunCli({"new", "QX4860", "--click", "cmdCalculate", "--save", nowhere,
+                                  "--print", dir / "x.txt", "--json"},
+                                 kFixedDate);
+    EXPECT_EQ(run.exitCode, 1) << run.err;
+    EXPECT_TRUE(Has(run.err, InQuotes(nowhere) + " was not written: No such file or directory."))
+        << run.err;
+    EXPECT_TRUE(Has(run.err, "pendulon-cli: --save: nothing was written to " + nowhere));
+    EXPECT_TRUE(Has(run.err, "pendulon-cli: --print: wrote " + (dir / "x.txt")));
+    // The document keeps no name that was never written.
+    EXPECT_EQ(nlohmann::json::parse(run.out)["fields"]["txtFilePath"]["text"], "");
+    EXPECT_FALSE(fs::exists(dir / "no"));
+}
+
 // ---------------------------------------------------------------- as a user who is not root
 
 // A folder that any user may write in, removed with what it holds when the test ends.
