@@ -6,7 +6,7 @@
 
 #include "cli/Commands.hpp"
 #include "cli/DocumentSession.hpp"
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "platform/TextFile.hpp"
 #include "reports/frmPrintPreview.hpp"
 #include "shell/Application.hpp"

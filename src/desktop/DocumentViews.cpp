@@ -12,7 +12,7 @@
 #include "desktop/QX6105AView.hpp"
 #include "desktop/QX7311View.hpp"
 #include "desktop/ViewRegistry.hpp"
-#include "qx5140/frmQX5140.hpp"
+#include "configurators/frmQX5140.hpp"
 #include "reports/frmPrintPreview.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
