@@ -4,58 +4,43 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
-#include <optional>
 #include <string>
 
 #include "platform/HeadlessPlatform.hpp"
+#include "support/TestSupport.hpp"
 
 namespace pendulon {
 namespace {
 
-// Sets or clears SOURCE_DATE_EPOCH for the life of the object, and puts back what was there.
-class ScopedEpoch {
+// SOURCE_DATE_EPOCH set (or cleared) while it lives.
+class ScopedEpoch : public test::ScopedEnvironment {
   public:
-    explicit ScopedEpoch(const char* value) {
-        if (const char* old = std::getenv("SOURCE_DATE_EPOCH"))
-            old_ = old;
-        if (value != nullptr)
-            ::setenv("SOURCE_DATE_EPOCH", value, 1);
-        else
-            ::unsetenv("SOURCE_DATE_EPOCH");
-    }
-    ~ScopedEpoch() {
-        if (old_)
-            ::setenv("SOURCE_DATE_EPOCH", old_->c_str(), 1);
-        else
-            ::unsetenv("SOURCE_DATE_EPOCH");
-    }
-    ScopedEpoch(const ScopedEpoch&) = delete;
-    ScopedEpoch& operator=(const ScopedEpoch&) = delete;
-
-  private:
-    std::optional<std::string> old_;
+    explicit ScopedEpoch(const char* value) : ScopedEnvironment("SOURCE_DATE_EPOCH", value) {}
 };
 
-std::int64_t LocalSecondsNow() {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    ::localtime_r(&now, &local);
-    DateTime t;
-    t.Year = local.tm_year + 1900;
-    t.Month = local.tm_mon + 1;
-    t.Day = local.tm_mday;
-    t.Hour = local.tm_hour;
-    t.Minute = local.tm_min;
-    t.Second = local.tm_sec;
-    return t.ToUnixSeconds();
-}
+// The time zone set while it lives, and the old one back when it goes. The C library reads TZ
+// again after each change.
+class ScopedZone {
+  public:
+    explicit ScopedZone(const char* zone) : zone_("TZ", zone) { ::tzset(); }
+
+  private:
+    struct Reread {
+        ~Reread() { ::tzset(); }
+    };
+    Reread reread_;  // goes after zone_ has put TZ back
+    test::ScopedEnvironment zone_;
+};
 
 TEST(HeadlessClock, IsTheSystemsLocalTimeByDefault) {
     ScopedEpoch none(nullptr);
+    // Five hours east of UTC all year: the clock reads the wall time there, the system's seconds
+    // since the epoch plus five hours.
+    ScopedZone zone("XST-5");
     HeadlessPlatform platform;
-    const std::int64_t before = LocalSecondsNow();
-    const std::int64_t now = platform.Now().ToUnixSeconds();
-    const std::int64_t after = LocalSecondsNow();
+    const std::int64_t before = std::time(nullptr);
+    const std::int64_t now = platform.Now().ToUnixSeconds() - 5 * 3600;
+    const std::int64_t after = std::time(nullptr);
     EXPECT_LE(before, now);
     EXPECT_LE(now, after);
 }

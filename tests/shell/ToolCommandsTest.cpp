@@ -92,25 +92,10 @@ struct QX6105AHarness {
     std::string temp;
 };
 
-class ScopedVisual {
+// VISUAL set to the value (or cleared) while it lives.
+class ScopedVisual : public test::ScopedEnvironment {
   public:
-    explicit ScopedVisual(const char* value) {
-        if (const char* old = std::getenv("VISUAL"))
-            old_ = old;
-        if (value != nullptr)
-            setenv("VISUAL", value, 1);
-        else
-            unsetenv("VISUAL");
-    }
-    ~ScopedVisual() {
-        if (old_)
-            setenv("VISUAL", old_->c_str(), 1);
-        else
-            unsetenv("VISUAL");
-    }
-
-  private:
-    std::optional<std::string> old_;
+    explicit ScopedVisual(const char* value) : ScopedEnvironment("VISUAL", value) {}
 };
 
 // ---- Limit question -------------------------------------------------------------------------
