@@ -24,8 +24,8 @@ class frm4860Family : public Configurator {
 
     // Configurator
     std::string Checksum() override;
-    void MakeEntryFile(const std::string& path) override;
-    void MakeEPROMVector(const std::string& path, bool fromForm) override;
+    bool MakeEntryFile(const std::string& path) override;
+    bool MakeEPROMVector(const std::string& path, bool fromForm) override;
 
     // Lowest output frequency of the family's devices.
     static constexpr double kOutputMinimum = 0.5;
