@@ -89,24 +89,29 @@ TEST(QX5140Cases, TheWindowOffersTheSixCasesWorkedOutByHand) {
 }
 
 // The planner promises a case only if its saved entry file opens on that case again. A QX5140
-// file is matched to the cases of a new search by its clock assignment codes, which are written
-// at the output's divider and compared at half of it; no case of this plan matches, so a file
-// opens on the first case whatever case was saved. The first case is then the only one whose
-// file reopens on what it promised, and the planner promises it: worst 158 ppm, not the 62 ppm
-// of the fifth.
+// file stores the clock assignment in the codes of the halved dividers, and opening it finds
+// the case of the new search with the same codes, so each case reopens on itself and the
+// planner promises the best: the fifth, worst 62 ppm. Its current (the power model of the
+// three-loop devices on the QX5140's inputs: the loops at their whole VCO, the outputs as
+// shown): loops 133.338051 (CPLL, P 149, Q 32) + 95.996889 (UPLL) + 147.446790 (SPLL) =
+// 376.781730 MHz, outputs 33.33451 + 47.99844 + 24.57447 = 105.90742 MHz; typical (1.8 + 0.0002
+// x 376.78173 + 18 x 0.00112 x 105.90742) x 3.3 = 13.234485 mA, worst (1.8 + 0.0002 x 376.78173
+// + 30 x 0.00112 x 105.90742) x 4.0 = 21.735383 mA.
 TEST(QX5140Cases, ThePlannerPromisesTheCaseWhoseFileReopensOnIt) {
     const auto& results = test::Planned(test::MakePlan(14.31818, 3.3, {33.333, 48, 24.576}));
     const clsPlanResult* result = test::ResultOf(results, "QX5140");
     ASSERT_NE(result, nullptr);
     ASSERT_TRUE(result->blnServes) << result->strReason;
-    EXPECT_EQ(result->lngWorstPPM, 158);
-    const Case& first = HandCases().front();
+    EXPECT_EQ(result->lngWorstPPM, 62);
+    const Case& fifth = HandCases()[4];
+    EXPECT_NEAR(result->dblTypicalCurrent, 13.234485, 1e-5);
+    EXPECT_NEAR(result->dblWorstCurrent, 21.735383, 1e-5);
     ASSERT_EQ(result->aOutputs.size(), 3u);
     for (size_t i = 0; i < 3; ++i) {
-        EXPECT_EQ(result->aOutputs[i].strSource, first.sources[i]);
+        EXPECT_EQ(result->aOutputs[i].strSource, fifth.sources[i]);
         EXPECT_EQ(
             result->aOutputs[i].strActual + "    PPM:" + std::to_string(result->aOutputs[i].lngPPM),
-            first.shown[i]);
+            fifth.shown[i]);
     }
 }
 
