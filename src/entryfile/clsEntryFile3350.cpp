@@ -6,6 +6,7 @@
 #include "core/mShared.hpp"
 #include "entryfile/Checksums.hpp"
 #include "entryfile/EntryFileWriting.hpp"
+#include "entryfile/FuseLayout.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/ErrorReport.hpp"
@@ -31,11 +32,6 @@ constexpr long kInvalidPackageFormat = 10710;
 
 std::string Text(long long value) {
     return IntegerText(value);
-}
-
-std::string Bin(int value, int width) {
-    return mShared::DisplayBinary(static_cast<std::int16_t>(value),
-                                  static_cast<std::int16_t>(width));
 }
 
 // A QX3350 window seen through the members the entry file uses.
@@ -324,17 +320,7 @@ std::int16_t clsEntryFile3350::CalculateChecksum(const clsEntryFile& e, ErrorRep
 }
 
 std::string clsEntryFile3350::FuseMap(const clsEntryFile& e) {
-    std::string fuses = Bin(e.i(0), 7);
-    for (int n = 1; n <= 9; ++n) fuses += Bin(e.i(n), 1);
-    fuses += Bin(e.i(10), 3);
-    // The charge-pump fields stand in the order ILow, RLow.
-    fuses += Bin(e.i(12), 1);
-    fuses += Bin(e.i(11), 1);
-    fuses += Bin(e.i(13), 1);
-    fuses += Bin(e.i(14) - 5, 12);
-    fuses += Bin(e.i(15) - 2, 10);
-    fuses += "0";
-    return fuses;
+    return WriteFuseRow(FuseLayout3350().rows.front(), e);
 }
 
 std::string clsEntryFile3350::EPROMVectorText(const clsEntryFile& e, const std::string& title,

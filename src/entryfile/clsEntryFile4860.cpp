@@ -7,6 +7,7 @@
 #include "core/mShared.hpp"
 #include "entryfile/Checksums.hpp"
 #include "entryfile/EntryFileWriting.hpp"
+#include "entryfile/FuseLayout.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/ErrorReport.hpp"
@@ -358,6 +359,14 @@ std::string CommentF(int n, bool details) {
 }
 }  // namespace
 
+std::string clsEntryFile4860::FieldComment(int n) {
+    if (n >= 0 && n <= 17)
+        return CommentI(n, true);
+    if (n >= 18 && n <= 129)
+        return "SEL " + Sel4((n - 18) / 7) + CommentCPUText((n - 18) % 7, true);
+    return {};
+}
+
 void clsEntryFile4860::GetCommentF(int n, std::string& result) const {
     result = CommentF(n, host_.SaveEntryFileDescription());
 }
@@ -513,24 +522,8 @@ std::int16_t clsEntryFile4860::CalculateChecksum(const clsEntryFile& e, ErrorRep
 }
 
 std::string clsEntryFile4860::FuseMap(const clsEntryFile& e) {
-    auto bin = [](int value, int width) {
-        return mShared::DisplayBinary(static_cast<std::int16_t>(value),
-                                      static_cast<std::int16_t>(width));
-    };
-    std::string config;
-    for (int n = 0; n <= 11; ++n) config += Text(e.i(n));
-    static constexpr int kWidths[6] = {2, 3, 2, 3, 2, 3};
-    for (int n = 12; n <= 17; ++n) config += bin(e.i(n), kWidths[n - 12]);
     std::string fuses;
-    for (int s = 0; s <= 15; ++s) {
-        const int base = 18 + 7 * s;
-        fuses += std::string(27, '0');
-        for (int b = 0; b <= 4; ++b) fuses += bin(e.i(base + b), 1);
-        fuses += bin(e.i(base + 5) - 3, 8);
-        fuses += bin(e.i(base + 6) - 2, 7);
-        fuses += bin(s, 4) + "1";
-    }
-    fuses += config + std::string(20, '0') + "0000" + "0";
+    for (const FuseRow& row : FuseLayout4860().rows) fuses += WriteFuseRow(row, e);
     return fuses;
 }
 
