@@ -50,6 +50,9 @@ class Configurator : public LimitForm {
     virtual void Save();
     // Writes the entry file of the configuration as it stands to path.
     virtual void MakeEntryFile(const std::string& path) = 0;
+    // The entry image of the configuration as it stands, made as for a save; null for a window
+    // without one.
+    virtual const clsEntryFile* MadeEntryImage() { return nullptr; }
     // Writes the EPROM vector to path, from the window's own image or from the saved file.
     virtual void MakeEPROMVector(const std::string& path, bool fromForm) = 0;
     // Pin table: element 0 is the pin count as text, 1..n the pin names.

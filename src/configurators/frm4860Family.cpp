@@ -44,6 +44,11 @@ std::string frm4860Family::Checksum() {
     return IntegerText(EntryFile().Checksum());
 }
 
+const clsEntryFile* frm4860Family::MadeEntryImage() {
+    EntryFile().MakeEntryFile();
+    return &EntryFile().Entry();
+}
+
 void frm4860Family::MakeEntryFile(const std::string& path) {
     EntryFile().MakeEntryFile();
     EntryFile().WriteEntryFile(path);

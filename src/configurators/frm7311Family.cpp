@@ -31,6 +31,11 @@ std::string frm7311Family::Checksum() {
     return IntegerText(EntryFile().Checksum());
 }
 
+const clsEntryFile* frm7311Family::MadeEntryImage() {
+    EntryFile().MakeEntryFile();
+    return &EntryFile().Entry();
+}
+
 void frm7311Family::MakeEntryFile(const std::string& path) {
     EntryFile().MakeEntryFile();
     EntryFile().WriteEntryFile(path);

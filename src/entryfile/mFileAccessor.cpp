@@ -17,7 +17,8 @@
 namespace pendulon::mFileAccessor {
 
 namespace {
-constexpr const char* kFilter = "Entry Files (*.ent)|*.ent|All Files (*.*)|*.*";
+constexpr const char* kFilter =
+    "Entry Files (*.ent)|*.ent|Fuse Maps (*.jed)|*.jed|All Files (*.*)|*.*";
 
 // Position of the first folder separator; both kinds are accepted.
 size_t FirstSeparator(const std::string& text) {
