@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 
 #include "core/Numbers.hpp"
@@ -76,6 +77,19 @@ class Loop {
     clsPLL pll_;
     ListField data_;
 };
+
+// A frequency the chip makes as a user would have typed it: the value with the fewest decimals
+// that lies within 1 ppm of it. A search for it finds the same counters, and a window that
+// decides by the typed value (a prescaler at half the VCO maximum, say) decides as it did.
+double Typed(double frequency) {
+    double scale = 1;
+    for (int decimals = 0; decimals <= 6; ++decimals, scale *= 10) {
+        const double rounded = std::round(frequency * scale) / scale;
+        if (std::fabs(rounded - frequency) <= 1e-6 * std::fabs(frequency))
+            return rounded;
+    }
+    return frequency;
+}
 
 // The reference through a divider, as the windows format it.
 double ReferenceOutput(double reference, int divider) {
@@ -171,7 +185,7 @@ void Make4860(const clsEntryFile& fuses, const std::string& device, double refer
                 frequency = loop.Output(divider * factor);
             rb.Outputs.push_back(OutputLine(pin.name, state, source, frequency));
         }
-        image.set_f(s.sel + 1, loop.VCO());
+        image.set_f(s.sel + 1, Typed(loop.VCO() / factor) * factor);
     }
 
     image.mintFCount = 17;
@@ -279,13 +293,14 @@ void Make7311(const clsEntryFile& fuses, const std::string& device, double refer
         image.mintMValue = 3003;
     const double cpuDivider = mShared::GetNonZeroDivisor(cpu);
     for (int n = 0; n <= 7; ++n) {
-        const double vco = cpll[static_cast<size_t>(n)]->VCO();
+        // The window's CPLL frequency, at half the VCO.
+        const double typed = Typed(cpll[static_cast<size_t>(n)]->VCO() / 2);
         const bool suspended = n < 4 && suspend && i(11) == 1;
-        image.set_f(n + 1, suspended ? 0 : vco / 2 / cpuDivider);
-        image.set_f(n + 16, vco);
+        image.set_f(n + 1, suspended ? 0 : typed / cpuDivider);
+        image.set_f(n + 16, typed + typed);
     }
-    image.set_f(9, spll.VCO() / 2);
-    image.set_f(10, upll.VCO() / 2);
+    image.set_f(9, Typed(spll.VCO() / 2));
+    image.set_f(10, Typed(upll.VCO() / 2));
     const auto desired = [&](const std::string& source) {
         const double divider = mShared::GetNonZeroDivisor(source);
         switch (source.empty() || EqualsNoCase(source, "Off") ? 'O' : source[0]) {
@@ -374,21 +389,21 @@ void Make5140(const clsEntryFile& fuses, double reference, ErrorReport& errors, 
     image.mstrPartDescription = i(2) != 0 ? "qx5140sc" : "qx5140sl";
     image.set_f(9, spll.VCO());
     image.set_f(10, upll.VCO());
-    image.set_f(11, fc);
-    image.set_f(12, fb);
-    image.set_f(13, suspendA ? a1 : a0);
+    image.set_f(11, Typed(fc));
+    image.set_f(12, Typed(fb));
+    image.set_f(13, Typed(suspendA ? a1 : a0));
     // The CPLL wanted in each select state: the frequency of the clock on it times its divider.
     const auto desiredCPLL = [&](int state) {
         if (!select)
             return 0.0;
         if (!a.empty() && a[0] == 'C')
-            return (state == 0 ? a0 : a1) * mShared::GetNonZeroDivisor(a);
+            return Typed(state == 0 ? a0 : a1) * mShared::GetNonZeroDivisor(a);
         const bool suspendB = i(5) == 1 && i(14) == 1;
         const bool suspendC = i(5) == 1 && i(15) == 1;
         if (!b.empty() && b[0] == 'C')
-            return state == 0 && suspendB ? 0.0 : fb * mShared::GetNonZeroDivisor(b);
+            return state == 0 && suspendB ? 0.0 : Typed(fb) * mShared::GetNonZeroDivisor(b);
         if (!c.empty() && c[0] == 'C')
-            return state == 0 && suspendC ? 0.0 : fc * mShared::GetNonZeroDivisor(c);
+            return state == 0 && suspendC ? 0.0 : Typed(fc) * mShared::GetNonZeroDivisor(c);
         return 0.0;
     };
     image.set_f(16, desiredCPLL(0));
@@ -402,10 +417,11 @@ void Make3350(const clsEntryFile& fuses, const std::string& device, double refer
     const auto i = [&fuses](int n) { return static_cast<int>(fuses.i(n)); };
     clsEntryFile& image = *made.image;
     ReadBack& rb = made.readBack;
-    Loop pll(errors, reference, i(14), i(15));
+    const bool fromPLL = i(9) != 0;
+    // With its output on the reference the window's loop is off.
+    Loop pll(errors, reference, fromPLL ? i(14) : 0, fromPLL ? i(15) : 0);
     rb.Loops.push_back(LoopLine("PLL", i(14), i(15), pll.VCO()));
     const int divider = 1 << std::min(std::max(i(10), 0), 7);
-    const bool fromPLL = i(9) != 0;
     const std::string source =
         std::string(fromPLL ? "PLL" : "Ref") + (divider > 1 ? "/" + std::to_string(divider) : "");
     const double frequency =
@@ -418,7 +434,7 @@ void Make3350(const clsEntryFile& fuses, const std::string& device, double refer
     image.mintFCount = 3;
     image.mintICount = 16;
     image.set_d(0, volt5 ? 1 : 0);
-    image.set_f(1, fromPLL ? pll.VCO() : 0);
+    image.set_f(1, fromPLL ? Typed(pll.VCO()) : 0);
     image.set_f(2, frequency);
     // The package is not in the fuses: the SOIC, which a new window starts with.
     image.mstrPartDescription =
