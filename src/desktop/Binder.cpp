@@ -215,7 +215,8 @@ void Binder::Bind(QWidget* widget, Field& field) {
             });
         }
     } else if (auto* radio = qobject_cast<QRadioButton*>(widget)) {
-        // The model keeps the group: an option is only ever set by a click.
+        // The model keeps the group: an option is only ever set by a click. (Screen readers
+        // still know it as an option button: see AccessibleNames.)
         radio->setAutoExclusive(false);
         auto* option = dynamic_cast<OptionButton*>(&field);
         if (option != nullptr) {
@@ -426,7 +427,16 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
             // is no move at all: SetFocusTo ignores it.
             if (movingFocus_)
                 break;
-            if (!window_.SetFocusTo(field)) {
+            const bool moved = window_.SetFocusTo(field);
+            // A field that selects its text when it takes the focus keeps it selected when the
+            // focus came with a click: the click's own caret comes after, and is undone then.
+            if (auto* edit = qobject_cast<QLineEdit*>(widget);
+                moved && edit != nullptr &&
+                static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason) {
+                if (auto* text = dynamic_cast<TextField*>(field); text != nullptr && text->SelLength() > 0)
+                    clickSelection_ = {edit, text->SelStart(), text->SelLength()};
+            }
+            if (!moved) {
                 // Validation kept the focus where it was: give it back.
                 QPointer<QWidget> keep = window_.ActiveControl() != nullptr
                                              ? WidgetOf(*window_.ActiveControl())
@@ -467,6 +477,13 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::MouseButtonRelease:
         case QEvent::MouseMove: {
             auto* mouse = static_cast<QMouseEvent*>(event);
+            if (event->type() == QEvent::MouseButtonRelease && clickSelection_.edit == widget) {
+                auto* edit = static_cast<QLineEdit*>(widget);
+                // Unless the user dragged a selection of his own.
+                if (!edit->hasSelectedText())
+                    edit->setSelection(clickSelection_.start, clickSelection_.length);
+                clickSelection_ = {};
+            }
             const double x = mouse->position().x() * twipsPerPixelX_;
             const double y = mouse->position().y() * twipsPerPixelY_;
             const int shift = ShiftOf(mouse->modifiers());

@@ -66,6 +66,13 @@ class Binder : public QObject {
     bool movingFocus_ = false;
     // The field whose widget the user is editing; its selection is not written back.
     Field* editing_ = nullptr;
+    // The selection a text field made when a click gave it the focus, put back after the click.
+    struct ClickSelection {
+        QPointer<QWidget> edit;
+        int start = 0;
+        int length = 0;
+    };
+    ClickSelection clickSelection_;
 };
 
 }  // namespace pendulon

@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QFont>
 #include <QFontMetrics>
 #include <QGridLayout>
@@ -18,10 +19,12 @@
 #include <cmath>
 
 #include "configurators/Configurator.hpp"
+#include "desktop/AccessibleNames.hpp"
 #include "desktop/Binder.hpp"
 #include "desktop/FloatingPanel.hpp"
 #include "desktop/NamedWidgets.hpp"
 #include "desktop/PictureView.hpp"
+#include "graphics/clsGraphics.hpp"
 #include "platform/PictureBox.hpp"
 
 namespace pendulon {
@@ -49,11 +52,24 @@ QWidget* ConfiguratorView::PowerRoom(const QSize& minimum) {
 }
 
 void ConfiguratorView::FitDocumentWindow() {
-    if (auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget())) {
-        const QSize need = sub->sizeHint();
-        if (sub->width() < need.width() || sub->height() < need.height())
-            sub->resize(sub->size().expandedTo(need));
-    }
+    auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget());
+    if (sub == nullptr || sub->isMaximized() || sub->isMinimized())
+        return;
+    const QSize need = sub->sizeHint();
+    if (sub->width() < need.width() || sub->height() < need.height())
+        sub->resize(sub->size().expandedTo(need));
+}
+
+bool ConfiguratorView::event(QEvent* event) {
+    const bool handled = QWidget::event(event);
+    // Fields that the options show (more rows, a second frequency) make the form larger: its
+    // window grows with it, so that nothing is cut off.
+    if (event->type() == QEvent::LayoutRequest && shown_)
+        FitDocumentWindow();
+    // Captions and places change with the options: the fields' names follow.
+    if (event->type() == QEvent::LayoutRequest)
+        NameFieldsFromLabels(this);
+    return handled;
 }
 
 QLabel* ConfiguratorView::Label(const QString& name, QWidget* parent) {
@@ -87,7 +103,8 @@ QLabel* ConfiguratorView::Heading(const QString& text, QWidget* parent) {
 }
 
 QGroupBox* ConfiguratorView::VoltageGroup() {
-    auto* group = new QGroupBox(this);
+    // The form's frame gives the title where it has one.
+    auto* group = new QGroupBox(tr("Voltage"), this);
     group->setObjectName("fraVoltage");
     auto* layout = new QVBoxLayout(group);
     for (const char* name : {"opt5V", "opt3V"}) {
@@ -99,7 +116,7 @@ QGroupBox* ConfiguratorView::VoltageGroup() {
 }
 
 QGroupBox* ConfiguratorView::ReferenceGroup() {
-    auto* group = new QGroupBox(this);
+    auto* group = new QGroupBox(tr("Reference"), this);
     group->setObjectName("fraReference");
     auto* layout = new QVBoxLayout(group);
     layout->addWidget(List("cboFRef", group, 14));
@@ -120,15 +137,21 @@ QGroupBox* ConfiguratorView::LimitsGroup(bool namedLabels) {
     grid->addWidget(caption("lblMaximum", "Maximum"), 0, 2, Qt::AlignHCenter);
     const char* rowNames[] = {"lblLimitFrequency", "lblLimitP", "lblLimitQ"};
     const char* rowTexts[] = {"PLL", "P", "Q"};
+    // Limit fields keep the width of their numbers.
+    const auto limitField = [&](const QString& name) {
+        QLineEdit* field = Text(name, group, 7);
+        field->setFixedWidth(field->minimumWidth());
+        return field;
+    };
     for (int i = 0; i < 3; ++i) {
         grid->addWidget(caption(rowNames[i], rowTexts[i]), i + 1, 0);
-        grid->addWidget(Text(QString("txtPLLMin(%1)").arg(i), group, 7), i + 1, 1);
-        grid->addWidget(Text(QString("txtPLLMax(%1)").arg(i), group, 7), i + 1, 2);
+        grid->addWidget(limitField(QString("txtPLLMin(%1)").arg(i)), i + 1, 1);
+        grid->addWidget(limitField(QString("txtPLLMax(%1)").arg(i)), i + 1, 2);
     }
     grid->addWidget(Label("lblFRefMin", group), 4, 0);
-    grid->addWidget(Text("txtFRefMin", group, 7), 4, 1);
+    grid->addWidget(limitField("txtFRefMin"), 4, 1);
     grid->addWidget(Label("lblFRefMax", group), 5, 0);
-    grid->addWidget(Text("txtFRefMax", group, 7), 5, 2);
+    grid->addWidget(limitField("txtFRefMax"), 5, 2);
     auto* check = new QCheckBox(group);
     check->setObjectName("chkUseDefault");
     grid->addWidget(check, 6, 0, 1, 2);
@@ -139,9 +162,16 @@ QGroupBox* ConfiguratorView::LimitsGroup(bool namedLabels) {
     return group;
 }
 
-void ConfiguratorView::ThreeLoopLimitRows(QGridLayout* grid, QWidget* group,
-                                          const std::function<QString(int)>& labelOf,
-                                          int fieldWidth) {
+QGroupBox* ConfiguratorView::ThreeLoopLimits(
+    const std::function<QLabel*(int column, QWidget* group)>& heading,
+    const std::function<QString(int)>& labelOf) {
+    QGroupBox* group = widgets::Group("fraLimits", this);
+    auto* grid = new QGridLayout(group);
+    grid->setHorizontalSpacing(4);
+    grid->setVerticalSpacing(3);
+    for (int c = 0; c < 6; ++c)
+        grid->addWidget(heading(c, group), 0, c + 1, Qt::AlignHCenter);
+    const int fieldWidth = QFontMetrics(font()).horizontalAdvance("0000.0") + 12;
     const auto limitField = [&](const QString& name) {
         QLineEdit* field = Text(name, group, 5);
         field->setFixedWidth(fieldWidth);
@@ -163,6 +193,48 @@ void ConfiguratorView::ThreeLoopLimitRows(QGridLayout* grid, QWidget* group,
     apply->setObjectName("cmdApplyLimits");
     apply->setAutoDefault(false);
     grid->addWidget(apply, 4, 5, 1, 2);
+    return group;
+}
+
+QVBoxLayout* ConfiguratorView::RootLayout(int vertical, int spacing) {
+    auto* root = new QVBoxLayout(this);
+    root->setContentsMargins(8, vertical, 8, vertical);
+    root->setSpacing(spacing);
+    return root;
+}
+
+void ConfiguratorView::AddDeviceAndCalculate(QHBoxLayout* top) {
+    top->addStretch();
+    top->addWidget(DeviceLabel(), 0, Qt::AlignVCenter | Qt::AlignRight);
+    top->addSpacing(16);
+    top->addWidget(CalculateButton(), 0, Qt::AlignVCenter | Qt::AlignRight);
+}
+
+QHBoxLayout* ConfiguratorView::PinoutAndPowerRoom(double width, double height,
+                                                  const std::function<void()>& redraw,
+                                                  const QSize& room) {
+    auto* chip = new QHBoxLayout;
+    QGroupBox* pinout = widgets::Group("fraPinout", this);
+    auto* pinoutLayout = new QVBoxLayout(pinout);
+    pinoutLayout->setContentsMargins(4, 4, 4, 4);
+    pinoutLayout->addWidget(PinoutPicture(width, height, redraw), 0,
+                            Qt::AlignHCenter | Qt::AlignTop);
+    chip->addWidget(pinout, 0, Qt::AlignTop);
+    chip->addWidget(PowerRoom(room), 1);
+    return chip;
+}
+
+void ConfiguratorView::ChainTabOrder(const QStringList& order) {
+    QWidget* before = nullptr;
+    for (const QString& name : order) {
+        QWidget* after = findChild<QWidget*>(name);
+        if (after == nullptr)
+            continue;
+        // An editable list hands the focus to its edit line; Qt puts the line in its place.
+        if (before != nullptr)
+            setTabOrder(before, after);
+        before = after;
+    }
 }
 
 QPushButton* ConfiguratorView::CalculateButton() {
@@ -183,23 +255,11 @@ QLabel* ConfiguratorView::DeviceLabel() {
 }
 
 QSizeF ConfiguratorView::Overflow(const PictureBox& picture) {
-    double over_x = 0, over_y = 0;
-    for (const DrawOp& op : picture.DisplayList()) {
-        double left = std::min(op.x1, op.x2), right = std::max(op.x1, op.x2);
-        double top = std::min(op.y1, op.y2), bottom = std::max(op.y1, op.y2);
-        if (op.type == DrawOp::Type::Text) {
-            right = op.x1 + picture.Metrics().TextWidth(op.font, op.text);
-            bottom = op.y1 + picture.Metrics().TextHeight(op.font, op.text);
-        } else if (op.type == DrawOp::Type::Arc) {
-            left = op.x1 - op.radius;
-            right = op.x1 + op.radius;
-            top = op.y1 - op.radius;
-            bottom = op.y1 + op.radius;
-        }
-        over_x = std::max({over_x, -left, right - picture.Width()});
-        over_y = std::max({over_y, -top, bottom - picture.Height()});
-    }
-    return QSizeF(over_x, over_y);
+    if (picture.DisplayList().empty())
+        return QSizeF(0, 0);
+    const clsGraphics::Bounds drawn = clsGraphics::DrawingBounds(picture);
+    return QSizeF(std::max({0.0, -drawn.Left, drawn.Right - picture.Width()}),
+                  std::max({0.0, -drawn.Top, drawn.Bottom - picture.Height()}));
 }
 
 PictureView* ConfiguratorView::PinoutPicture(double width, double height,
@@ -211,31 +271,45 @@ PictureView* ConfiguratorView::PinoutPicture(double width, double height,
         form_.picPinout.SetHeight(height);
     }
     pinout_ = new PictureView(form_.picPinout, twipsPerPixelX_, twipsPerPixelY_, this);
+    redrawPinout_ = redraw;
     if (redraw) {
         redraw();
-        // Long pin names in a wide font may reach past the picture: widen it on both sides,
-        // keeping the chip in the middle, and draw again.
-        // The chip's place is snapped to whole pixels, so a pixel more on each side it overflows.
-        auto more = [](double over, int pixel) {
-            return over > 0 ? 2 * (std::ceil(over / pixel) + 1) * pixel : 0.0;
-        };
-        for (int attempt = 0; attempt < 3; ++attempt) {
-            const QSizeF over = Overflow(form_.picPinout);
-            if (over.width() <= 0 && over.height() <= 0)
-                break;
-            form_.picPinout.SetWidth(form_.picPinout.Width() + more(over.width(), twipsPerPixelX_));
-            form_.picPinout.SetHeight(form_.picPinout.Height() +
-                                      more(over.height(), twipsPerPixelY_));
-            redraw();
-        }
+        FitPinout();
     }
     pinout_->setFixedSize(pinout_->sizeHint());
-    // The picture is sized when the chip is drawn; the view keeps its size in step.
+    // The picture is sized when the chip is drawn; the view keeps its size in step. A mode
+    // that draws longer pin names (a suspend pin) makes the picture wider, once it is drawn.
     pinoutObserver_ = form_.picPinout.AddObserver([this](Field&) {
+        if (!fittingPinout_ && redrawPinout_) {
+            const QSizeF over = Overflow(form_.picPinout);
+            if (over.width() > 0 || over.height() > 0)
+                QTimer::singleShot(0, this, [this] { FitPinout(); });
+        }
         if (pinout_->size() != pinout_->sizeHint())
             pinout_->setFixedSize(pinout_->sizeHint());
     });
     return pinout_;
+}
+
+void ConfiguratorView::FitPinout() {
+    if (fittingPinout_ || !redrawPinout_)
+        return;
+    fittingPinout_ = true;
+    // Long pin names in a wide font may reach past the picture: widen it on both sides,
+    // keeping the chip in the middle, and draw again. The chip's place is snapped to whole
+    // pixels, so a pixel more on each side it overflows.
+    auto more = [](double over, int pixel) {
+        return over > 0 ? 2 * (std::ceil(over / pixel) + 1) * pixel : 0.0;
+    };
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        const QSizeF over = Overflow(form_.picPinout);
+        if (over.width() <= 0 && over.height() <= 0)
+            break;
+        form_.picPinout.SetWidth(form_.picPinout.Width() + more(over.width(), twipsPerPixelX_));
+        form_.picPinout.SetHeight(form_.picPinout.Height() + more(over.height(), twipsPerPixelY_));
+        redrawPinout_();
+    }
+    fittingPinout_ = false;
 }
 
 void ConfiguratorView::Bind() {
@@ -245,9 +319,14 @@ void ConfiguratorView::Bind() {
     power_ = new FloatingPanel(app_, form_.picPower, twipsPerPixelX_, twipsPerPixelY_, this);
     power_->SetRoom(powerSlot_);
     debug_ = new FloatingPanel(app_, form_.picDebugWindow, twipsPerPixelX_, twipsPerPixelY_, this);
-    if (layout() != nullptr)
+    if (layout() != nullptr) {
         layout()->setSizeConstraint(QLayout::SetMinimumSize);
+        // A window larger than the form (maximised, tiled) keeps the form's shape at its top
+        // left rather than stretching the fields across the screen.
+        layout()->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    }
     adjustSize();
+    NameFieldsFromLabels(this);
     // The panels float over the fields.
     power_->raise();
     debug_->raise();

@@ -2,6 +2,7 @@
 #include <QPointer>
 #include <QSize>
 #include <QSizeF>
+#include <QStringList>
 #include <QWidget>
 #include <functional>
 
@@ -9,7 +10,9 @@ class QComboBox;
 class QGridLayout;
 class QGroupBox;
 class QLabel;
+class QHBoxLayout;
 class QLineEdit;
+class QVBoxLayout;
 class QPushButton;
 
 namespace pendulon {
@@ -53,17 +56,29 @@ class ConfiguratorView : public QWidget {
     QGroupBox* ReferenceGroup();
     // The limit group. With named labels the row and column captions are fields of the form.
     QGroupBox* LimitsGroup(bool namedLabels);
-    // The limit rows of a three-loop die from grid row 1 on: a row per loop in the die's order
-    // (its caption label, named by labelOf, then minimum and maximum of frequency, P and Q), the
-    // reference row with Use Default and Apply. Limit fields are fieldWidth pixels wide.
-    void ThreeLoopLimitRows(QGridLayout* grid, QWidget* group,
-                            const std::function<QString(int)>& labelOf, int fieldWidth);
+    // The limit group of a three-loop die: the column headings that heading makes for columns
+    // 0 to 5 (minimum and maximum of frequency, P and Q), a row per loop in the die's order (its
+    // caption label named by labelOf), the reference row with Use Default and Apply.
+    QGroupBox* ThreeLoopLimits(const std::function<QLabel*(int column, QWidget* group)>& heading,
+                               const std::function<QString(int)>& labelOf);
+    // The root layout of a view: margins and spacing in pixels.
+    QVBoxLayout* RootLayout(int vertical, int spacing);
+    // The device's name and Calculate at the right end of the top row.
+    void AddDeviceAndCalculate(QHBoxLayout* top);
+    // The pinout in its frame at the given size in twips, with the room kept for the power
+    // figures beside it: until the user puts them elsewhere they sit there, over nothing.
+    QHBoxLayout* PinoutAndPowerRoom(double width, double height, const std::function<void()>& redraw,
+                                    const QSize& room);
+    // Sets the keyboard's order through the named widgets that exist.
+    void ChainTabOrder(const QStringList& order);
     QPushButton* CalculateButton();
     QLabel* DeviceLabel();
     // The pinout, in a picture of the given size in twips; redraw draws the chip anew once the
     // picture has its size.
     PictureView* PinoutPicture(double width, double height, const std::function<void()>& redraw);
 
+    // Widens the pinout's picture until the chip drawn in it fits, drawing it anew.
+    void FitPinout();
     // How far a drawing reaches past its picture on the worse side, across and down, in
     // twips; zero where it fits.
     static QSizeF Overflow(const PictureBox& picture);
@@ -80,6 +95,7 @@ class ConfiguratorView : public QWidget {
     void FitDocumentWindow();
 
     void showEvent(QShowEvent* event) override;
+    bool event(QEvent* event) override;
 
   private:
     Configurator& form_;
@@ -91,6 +107,8 @@ class ConfiguratorView : public QWidget {
     FloatingPanel* debug_ = nullptr;
     PictureView* pinout_ = nullptr;
     int pinoutObserver_ = 0;
+    std::function<void()> redrawPinout_;
+    bool fittingPinout_ = false;
     QPointer<QWidget> powerSlot_;
     QWidget* firstField_ = nullptr;
     bool shown_ = false;

@@ -101,7 +101,23 @@ std::vector<QRect> FloatingPanel::FieldRectangles(const QWidget& host, const QWi
 bool FloatingPanel::eventFilter(QObject* watched, QEvent* event) {
     if (watched == parentWidget() && event->type() == QEvent::Show && placeWanted_)
         QTimer::singleShot(0, this, [this] { TakeFreePlace(); });
+    // A panel in its room stays there when the document's layout moves the room.
+    if (watched == parentWidget() && inRoom_ && !dragging_ &&
+        (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest))
+        QTimer::singleShot(0, this, [this] { FollowRoom(); });
     return PictureView::eventFilter(watched, event);
+}
+
+void FloatingPanel::FollowRoom() {
+    QWidget* host = parentWidget();
+    if (!inRoom_ || dragging_ || !room_ || host == nullptr)
+        return;
+    const QPoint place = room_->mapTo(host, QPoint(0, 0));
+    PictureBox& picture = Picture();
+    const double left = place.x() * double(twipsPerPixelX_);
+    const double top = place.y() * double(twipsPerPixelY_);
+    if (picture.Left() != left || picture.Top() != top)
+        picture.Move(left, top);
 }
 
 void FloatingPanel::TakeFreePlace() {
@@ -126,6 +142,7 @@ void FloatingPanel::TakeFreePlace() {
         const QPoint place =
             room_ ? room_->mapTo(host, QPoint(0, 0)) : FreePlace(size(), host->rect(), fields);
         picture.Move(place.x() * double(twipsPerPixelX_), place.y() * double(twipsPerPixelY_));
+        inRoom_ = room_ != nullptr;
     }
     FollowModel();
 }
@@ -137,6 +154,11 @@ void FloatingPanel::FollowModel() {
     const QSize size = sizeHint();
     if (this->size() != size)
         resize(size);
+    // The room kept for the panel is at least as large as the panel, so that the panel in it
+    // hides no field.
+    if (room_ && picture.Width() > 0 && picture.Height() > 0 &&
+        (room_->minimumWidth() < size.width() || room_->minimumHeight() < size.height()))
+        room_->setMinimumSize(room_->minimumSize().expandedTo(size));
     const QPoint place(int(std::lround(picture.Left() / twipsPerPixelX_)),
                        int(std::lround(picture.Top() / twipsPerPixelY_)));
     if (pos() != place)
@@ -209,6 +231,8 @@ void FloatingPanel::mouseReleaseEvent(QMouseEvent* event) {
     if (!dragging_ || event->button() != Qt::LeftButton)
         return;
     dragging_ = false;
+    // The user's place from now on.
+    inRoom_ = false;
     Picture().Move(x() * double(twipsPerPixelX_), y() * double(twipsPerPixelY_));
 }
 

@@ -40,6 +40,8 @@ class FloatingPanel : public PictureView {
     // A room of the document kept empty for this panel: it is where the panel first shows,
     // in place of a free place looked for among the fields.
     void SetRoom(QWidget* room) { room_ = room; }
+    // Whether the panel stands in its room, where the user has not moved it from.
+    bool InRoom() const { return inRoom_; }
 
   protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -55,6 +57,8 @@ class FloatingPanel : public PictureView {
     // partly outside this document or hides one of its fields (a place kept from another
     // document's layout), takes its room or a free place.
     void TakeFreePlace();
+    // Keeps a panel that stands in its room (and was not moved by the user) on the room.
+    void FollowRoom();
 
     Application& app_;
     int twipsPerPixelX_;
@@ -63,6 +67,7 @@ class FloatingPanel : public PictureView {
     bool dragging_ = false;
     bool placed_ = false;
     bool placeWanted_ = false;
+    bool inRoom_ = false;
     QPoint grabGlobal_;
     QPoint grabPos_;
     QPointer<QWidget> room_;

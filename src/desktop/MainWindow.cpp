@@ -15,15 +15,21 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QStatusBar>
+#include <QStyle>
+#include <QTimer>
 #include <QUrl>
 #include <cmath>
 #include <set>
 
 #include "configurators/Configurator.hpp"
+#include "desktop/AccessibleNames.hpp"
 #include "desktop/Binder.hpp"
 #include "desktop/KeyModifiers.hpp"
 #include "desktop/ViewRegistry.hpp"
+#include "platform/HeadlessPlatform.hpp"
 #include "shell/Application.hpp"
+#include "shell/ConfiguratorFactory.hpp"
+#include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
 
 namespace pendulon {
@@ -64,9 +70,13 @@ MainWindow::MainWindow(Application& app, ViewRegistry& views, QWidget* parent)
     setObjectName("frmMain");
     setWindowTitle(QString::fromStdString(main.Caption()));
     setAcceptDrops(true);
+    InstallOptionButtonAccessibility();
 
     mdi_ = new QMdiArea(this);
     mdi_->setObjectName("mdiArea");
+    // A document window that reaches past the workspace's edge is reached by scrolling.
+    mdi_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    mdi_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdi_->viewport()->installEventFilter(this);
     setCentralWidget(mdi_);
 
@@ -100,10 +110,12 @@ MainWindow::MainWindow(Application& app, ViewRegistry& views, QWidget* parent)
     // Arranging the children is the platform's part of Window, Tile (1) and Cascade (0).
     main.Arrange = [this](int how) {
         if (how == 1)
-            mdi_->tileSubWindows();
+            TileDocuments();
         else
             mdi_->cascadeSubWindows();
     };
+    // A first start opens the main window as large as the largest document needs.
+    main.MeasureDocuments = [this] { return MeasureDocuments(); };
 
     app_.OnChildLoaded = [this](Window& child) { AddChild(child); };
     app_.OnChildUnloading = [this](Window& child) { RemoveChild(child); };
@@ -115,6 +127,7 @@ MainWindow::~MainWindow() {
     app_.Main().RemoveObserver(observerId_);
     app_.Main().PopupMenu = nullptr;
     app_.Main().Arrange = nullptr;
+    app_.Main().MeasureDocuments = nullptr;
     app_.OnChildLoaded = nullptr;
     app_.OnChildUnloading = nullptr;
 }
@@ -244,12 +257,37 @@ void MainWindow::moveEvent(QMoveEvent* event) {
 void MainWindow::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
     StoreGeometry();
+    QTimer::singleShot(0, this, [this] { RefreshScrollBars(); });
+}
+
+void MainWindow::RefreshScrollBars() {
+    // The workspace decides on its scroll bars as a window moves or changes size, and misses a
+    // window that reaches past its edge by less than a bar's width once the other bar has
+    // taken its room: the bar an overflowing side needs is kept on.
+    QRect children;
+    for (QMdiSubWindow* sub : mdi_->subWindowList())
+        if (sub->isVisible() && !sub->isMinimized())
+            children |= sub->geometry();
+    const QSize room = mdi_->maximumViewportSize();
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, mdi_);
+    bool across = children.left() < 0 || children.right() >= room.width();
+    bool down = children.top() < 0 || children.bottom() >= room.height();
+    if (across && !down)
+        down = children.bottom() >= room.height() - bar;
+    if (down && !across)
+        across = children.right() >= room.width() - bar;
+    if (children.isEmpty())
+        across = down = false;
+    mdi_->setHorizontalScrollBarPolicy(across ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded);
+    mdi_->setVerticalScrollBarPolicy(down ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded);
 }
 
 void MainWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::WindowStateChange)
+    if (event->type() == QEvent::WindowStateChange) {
         StoreGeometry();
+        QTimer::singleShot(0, this, [this] { RefreshScrollBars(); });
+    }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -278,8 +316,92 @@ void MainWindow::AddChild(Window& child) {
         if (sub)
             sub->setWindowTitle(QString::fromStdString(changed.Caption()));
     });
+    sub->installEventFilter(this);
     sub->show();
+    // The window opens whole, where its model puts it (the workspace's top left corner), never
+    // left of or above the workspace: what does not fit is reached with the scroll bars.
+    const double tppX = std::max(1, app_.Services().TwipsPerPixelX());
+    const double tppY = std::max(1, app_.Services().TwipsPerPixelY());
+    sub->resize(sub->size().expandedTo(sub->sizeHint()));
+    sub->move(std::max(0, int(std::lround(child.Left() / tppX))),
+              std::max(0, int(std::lround(child.Top() / tppY))));
     mdi_->setActiveSubWindow(sub);
+}
+
+void MainWindow::TileDocuments() {
+    // Side by side, sharing the workspace; a window is never made smaller than its fields need
+    // and never covers another: where they do not fit the workspace scrolls, and the main
+    // window stays on the screen.
+    QList<QMdiSubWindow*> windows;
+    for (QMdiSubWindow* sub : mdi_->subWindowList())
+        if (sub->isVisible() && !sub->isMinimized())
+            windows << sub;
+    if (windows.isEmpty())
+        return;
+    const int count = int(windows.size());
+    const int columns = int(std::ceil(std::sqrt(double(count))));
+    const int rows = (count + columns - 1) / columns;
+    const QSize room = mdi_->viewport()->size();
+    const QSize cell(room.width() / columns, room.height() / rows);
+    int y = 0;
+    for (int row = 0; row < rows; ++row) {
+        int x = 0;
+        int rowHeight = 0;
+        for (int column = 0; column < columns && row * columns + column < count; ++column) {
+            QMdiSubWindow* sub = windows[row * columns + column];
+            if (sub->isMaximized())
+                sub->showNormal();
+            const QSize size = cell.expandedTo(sub->minimumSizeHint()).expandedTo(sub->minimumSize());
+            sub->setGeometry(x, y, size.width(), size.height());
+            x += size.width();
+            rowHeight = std::max(rowHeight, size.height());
+        }
+        y += rowHeight;
+    }
+}
+
+std::pair<double, double> MainWindow::MeasureDocuments() {
+    // Every document view, built once over a model of its own, in a frame as the workspace
+    // shows it; the fonts decide, so the answer is kept for the life of the program.
+    static QSize largest;
+    if (largest.isEmpty()) {
+        HeadlessPlatform platform;
+        Application scratch(platform);
+        scratch.Main().MDIForm_Load("");
+        for (const char* device : {"QX6105A", "QX3350", "QX4860", "QX7311", "QX5140"}) {
+            scratch.DeviceForm().mstrCurrentDevice = device;
+            std::unique_ptr<Configurator> form = CreateConfigurator(scratch, device);
+            if (!form)
+                continue;
+            form->Form_Load();
+            // Calculated, as a user's document soon is: the supply current takes its room.
+            form->cmdCalculate.RaiseClick();
+            QMdiSubWindow frame;
+            QWidget* view = views_.Create(*form, &frame);
+            frame.setWidget(view);
+            // Shown off the screen, so that the view lays itself out and draws its pinout as
+            // it will in the workspace.
+            frame.setAttribute(Qt::WA_DontShowOnScreen);
+            frame.show();
+            for (int pass = 0; pass < 4; ++pass)
+                QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+            largest = largest.expandedTo(frame.sizeHint()).expandedTo(frame.size());
+            frame.hide();
+            frame.setWidget(nullptr);
+            delete view;
+        }
+    }
+    // The main window around the workspace: the menus, the status strip, the workspace's frame,
+    // and room for a scroll bar: where the screen is too low for the document, the workspace's
+    // vertical bar must not take the width the document needs.
+    const int frame = 2 * mdi_->frameWidth();
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, mdi_);
+    constexpr int kSlack = 24;  // pixels: frames, margins and the panels vary with the style
+    const QSize need(largest.width() + frame + bar + kSlack,
+                     largest.height() + frame + bar + kSlack + menuBar()->sizeHint().height() +
+                         statusBar()->sizeHint().height());
+    return {need.width() * double(app_.Services().TwipsPerPixelX()),
+            need.height() * double(app_.Services().TwipsPerPixelY())};
 }
 
 void MainWindow::RemoveChild(Window& child) {
@@ -316,6 +438,10 @@ void MainWindow::dropEvent(QDropEvent* event) {
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (qobject_cast<QMdiSubWindow*>(watched) != nullptr &&
+        (event->type() == QEvent::Move || event->type() == QEvent::Resize ||
+         event->type() == QEvent::Show || event->type() == QEvent::Hide))
+        QTimer::singleShot(0, this, [this] { RefreshScrollBars(); });
     if (watched == mdi_->viewport() && event->type() == QEvent::MouseButtonRelease) {
         auto* mouse = static_cast<QMouseEvent*>(event);
         const int button = mouse->button() == Qt::RightButton  ? 2

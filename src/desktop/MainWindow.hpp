@@ -3,6 +3,7 @@
 #include <QMainWindow>
 #include <QPointer>
 #include <map>
+#include <utility>
 
 class QLabel;
 class QMdiArea;
@@ -53,6 +54,12 @@ class MainWindow : public QMainWindow {
     void OnModelChanged();
     void StoreGeometry();
     void AddChild(Window& child);
+    // Window, Tile: the document windows side by side in the workspace.
+    void TileDocuments();
+    // Has the workspace weigh its scroll bars again for its present size.
+    void RefreshScrollBars();
+    // The main window's size, in twips, that shows the largest document window whole.
+    std::pair<double, double> MeasureDocuments();
     void RemoveChild(Window& child);
 
     Application& app_;

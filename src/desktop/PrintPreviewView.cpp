@@ -5,8 +5,6 @@
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMenu>
-#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStandardPaths>
@@ -41,13 +39,10 @@ PrintPreviewView::PrintPreviewView(frmPrintPreview& form, Application& app, QWid
     : QWidget(parent), form_(form), app_(app) {
     setObjectName("frmPrintPreviewView");
     auto* root = new QVBoxLayout(this);
-    root->setContentsMargins(6, 0, 6, 6);
+    root->setContentsMargins(6, 6, 6, 6);
 
-    // The preview's own menus.
-    menus_ = new QMenuBar(this);
-    menus_->setNativeMenuBar(false);
-    root->setMenuBar(menus_);
-
+    // The preview has no menu bar of its own: the main window's menus serve it, as they
+    // serve every document window.
     auto* bar = new QHBoxLayout;
     auto* fontLabel = new QLabel(this);
     fontLabel->setObjectName("lblPrintFont");
@@ -80,20 +75,6 @@ PrintPreviewView::PrintPreviewView(frmPrintPreview& form, Application& app, QWid
     root->addWidget(text_, 1);
 
     binder_ = new Binder(form_, this, twipsPerPixelX, twipsPerPixelY);
-    for (MenuItem* top :
-         {&form_.mnuFile, &form_.mnuEdit, &form_.mnuTools, &form_.mnuWindow, &form_.mnuHelp}) {
-        auto* menu = menus_->addMenu(QString());
-        menu->setObjectName(QString::fromStdString(top->Name()));
-        binder_->BindAction(menu->menuAction(), *top);
-        for (MenuItem* item : top->Items()) {
-            auto* action = new QAction(menu);
-            action->setObjectName(QString::fromStdString(item->Name()));
-            // The main window owns the keys; these work through the menu.
-            action->setShortcutContext(Qt::WidgetShortcut);
-            menu->addAction(action);
-            binder_->BindAction(action, *item);
-        }
-    }
     // Close unloads this view: run it once the click is over.
     disconnect(close, &QPushButton::clicked, binder_, nullptr);
     connect(close, &QPushButton::clicked, binder_,

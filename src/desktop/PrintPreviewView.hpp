@@ -2,7 +2,6 @@
 #include <QWidget>
 #include <string>
 
-class QMenuBar;
 class QPlainTextEdit;
 class QPushButton;
 
@@ -13,8 +12,8 @@ class Binder;
 class frmPrintPreview;
 
 // The print preview: the document in a read-only fixed-pitch text, the font and size lists,
-// Print, Save, Close, and an export of the document as a PDF file. Its menus are the
-// preview's own, which pass most commands on to the main window.
+// Print, Save, Close, and an export of the document as a PDF file. The main window's menus
+// serve it; it has no menu bar of its own.
 class PrintPreviewView : public QWidget {
     Q_OBJECT
   public:
@@ -25,7 +24,6 @@ class PrintPreviewView : public QWidget {
     QSize sizeHint() const override { return QSize(820, 600); }
     Binder& GetBinder() const { return *binder_; }
     QPlainTextEdit* Printout() const { return text_; }
-    QMenuBar* Menus() const { return menus_; }
 
     // Asks for a file name, then exports.
     void cmdExportPDF_Click();
@@ -41,7 +39,6 @@ class PrintPreviewView : public QWidget {
     Application& app_;
     Binder* binder_ = nullptr;
     QPlainTextEdit* text_ = nullptr;
-    QMenuBar* menus_ = nullptr;
     int observerId_ = 0;
     std::string shownText_;
 };

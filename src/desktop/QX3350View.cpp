@@ -40,13 +40,8 @@ QGroupBox* OptionGroup(QWidget* parent, const char* name,
 
 QX3350View::QX3350View(frmQX3350& form, Application& app, QWidget* parent, int twipsPerPixelX,
                        int twipsPerPixelY)
-    : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY),
-      form_(form),
-      twipsPerPixelX_(twipsPerPixelX),
-      twipsPerPixelY_(twipsPerPixelY) {
-    auto* root = new QVBoxLayout(this);
-    root->setContentsMargins(8, 8, 8, 8);
-    root->setSpacing(8);
+    : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY) {
+    QVBoxLayout* root = RootLayout(8, 8);
 
     // Top row: clock source, reference, voltage, output level, package; the device at the right.
     auto* top = new QHBoxLayout;
@@ -156,39 +151,17 @@ QX3350View::QX3350View(frmQX3350& form, Application& app, QWidget* parent, int t
     root->addLayout(bottom);
 
     Bind();
+    // The panel first shows where the note stands, and stays there while the user lets it.
     PowerPanel()->SetRoom(powerPlace_);
     // From the reference straight on to the frequency and the output, then the options.
-    QWidget* previous = nullptr;
-    for (const char* name :
-         {"optCrystal",     "optExternal",  "cboFRef",       "txtPLL",         "cboClockDivisors",
-          "cboPLLData",     "cboActual",    "opt5V",         "opt3V",          "optTTL",
-          "optCMOS",        "optSOIC",      "optTSSOP",      "optPowerDown",   "optOutputEnable",
-          "chkSynchronous", "txtPLLMin(0)", "txtPLLMax(0)",  "txtPLLMin(1)",   "txtPLLMax(1)",
-          "txtPLLMin(2)",   "txtPLLMax(2)", "chkUseDefault", "cmdApplyLimits", "cmdCalculate"}) {
-        QWidget* widget = findChild<QWidget*>(name);
-        if (previous != nullptr && widget != nullptr)
-            setTabOrder(previous, widget);
-        if (widget != nullptr)
-            previous = widget;
-    }
-    PlacePowerPanel();
+    ChainTabOrder({"optCrystal",     "optExternal",  "cboFRef",       "txtPLL",
+                   "cboClockDivisors", "cboPLLData",  "cboActual",     "opt5V",
+                   "opt3V",          "optTTL",       "optCMOS",       "optSOIC",
+                   "optTSSOP",       "optPowerDown", "optOutputEnable", "chkSynchronous",
+                   "txtPLLMin(0)",   "txtPLLMax(0)", "txtPLLMin(1)",  "txtPLLMax(1)",
+                   "txtPLLMin(2)",   "txtPLLMax(2)", "chkUseDefault", "cmdApplyLimits",
+                   "cmdCalculate"});
     SetFirstField(findChild<QWidget*>("txtPLL"));
-}
-
-void QX3350View::PlacePowerPanel() {
-    if (layout() != nullptr)
-        layout()->activate();
-    const QPoint at = powerPlace_->mapTo(this, QPoint(0, 0));
-    placed_ = QPoint(int(at.x() * twipsPerPixelX_), int(at.y() * twipsPerPixelY_));
-    form_.picPower.Move(placed_.x(), placed_.y());
-}
-
-void QX3350View::resizeEvent(QResizeEvent* event) {
-    ConfiguratorView::resizeEvent(event);
-    // The panel keeps to its place while the user has not moved it elsewhere.
-    if (powerPlace_ != nullptr && int(form_.picPower.Left()) == placed_.x() &&
-        int(form_.picPower.Top()) == placed_.y())
-        PlacePowerPanel();
 }
 
 }  // namespace pendulon

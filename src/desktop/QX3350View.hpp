@@ -1,6 +1,4 @@
 #pragma once
-#include <QPoint>
-
 #include "desktop/ConfiguratorView.hpp"
 
 class QWidget;
@@ -21,18 +19,8 @@ class QX3350View : public ConfiguratorView {
     // The place in the layout that the floating power panel starts on.
     QWidget* PowerPlace() const { return powerPlace_; }
 
-  protected:
-    void resizeEvent(QResizeEvent* event) override;
-
   private:
-    // Puts the power panel on its place in the layout, where the note stands.
-    void PlacePowerPanel();
-
-    frmQX3350& form_;
     QWidget* powerPlace_ = nullptr;
-    QPoint placed_;  // where the panel was put, in twips
-    int twipsPerPixelX_;
-    int twipsPerPixelY_;
 };
 
 }  // namespace pendulon

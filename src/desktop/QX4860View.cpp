@@ -22,25 +22,12 @@ namespace pendulon {
 using widgets::Check;
 using widgets::Option;
 
-namespace {
-
-// A window onto a panel of rows: as tall as the visible rows, clipping the rest.
-QWidget* Viewport(QWidget* parent, int width, int height) {
-    auto* viewport = new QWidget(parent);
-    viewport->setFixedSize(width, height);
-    return viewport;
-}
-
-}  // namespace
-
 QX4860View::QX4860View(frmQX4860& form, Application& app, QWidget* parent, int twipsPerPixelX,
                        int twipsPerPixelY)
     : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY),
       form_(form),
       twipsPerPixelY_(std::max(1, twipsPerPixelY)) {
-    auto* root = new QVBoxLayout(this);
-    root->setContentsMargins(8, 8, 8, 8);
-    root->setSpacing(8);
+    QVBoxLayout* root = RootLayout(8, 8);
 
     // Top row: package, voltage, reference, options; the device at the right.
     auto* top = new QHBoxLayout;
@@ -70,28 +57,35 @@ QX4860View::QX4860View(frmQX4860& form, Application& app, QWidget* parent, int t
     top->addWidget(DeviceLabel(), 0, Qt::AlignTop | Qt::AlignRight);
     root->addLayout(top);
 
-    // The frequency rows.
+    // The frequency rows: one table, each row whole (its outputs and its loop's solutions side
+    // by side), four rows in sight and one scroll bar for all of them. The form keeps two
+    // scroll bars in step; the second has nothing of its own to move here and stays hidden.
     auto* frequencies = new QGroupBox(this);
     frequencies->setObjectName("fraFrequencies");
-    auto* fLayout = new QGridLayout(frequencies);
-    fLayout->setHorizontalSpacing(16);
+    auto* fLayout = new QVBoxLayout(frequencies);
 
-    // Output column positions, in pixels, wide enough for their texts in this font.
+    // Column positions, in pixels, wide enough for their texts in this font.
     const QFontMetrics metrics(font());
     const int gap = 6;
-    const int indexWidth = metrics.horizontalAdvance("0000") + 8;
-    const int textWidth = metrics.horizontalAdvance("000.00000000") + 16;
-    const int desiredWidth = metrics.horizontalAdvance(" 000.000000000") + 8;
-    const int actualWidth = metrics.horizontalAdvance("000.000000000 (-000000 PPM)") + 36;
-    const int pllWidth = metrics.horizontalAdvance("000.000000000 MHz P=0000 Q=000") + 36;
-    const int columns[] = {0,
-                           indexWidth + gap,
-                           indexWidth + textWidth + 2 * gap,
-                           indexWidth + textWidth + desiredWidth + 3 * gap,
-                           indexWidth + textWidth + desiredWidth + actualWidth + 4 * gap,
-                           indexWidth + textWidth + 2 * desiredWidth + actualWidth + 5 * gap};
-    const int outputWidth = columns[5] + actualWidth;
-    const int pllPanelWidth = indexWidth + gap + pllWidth;
+    QFont bold = font();
+    bold.setBold(true);
+    const int select =
+        std::max(metrics.horizontalAdvance("0000"), QFontMetrics(bold).horizontalAdvance("Select")) + 8;
+    const int widths[] = {select,
+                          metrics.horizontalAdvance("000.0000000") + 16,
+                          metrics.horizontalAdvance(" 000.00000") + 8,
+                          metrics.horizontalAdvance("000.00000    PPM:-00000") + 30,
+                          metrics.horizontalAdvance(" 000.00000") + 8,
+                          metrics.horizontalAdvance("000.00000    PPM:-00000") + 30,
+                          select,
+                          metrics.horizontalAdvance("000.000000 P:0000 Q:000") + 30};
+    constexpr int kColumns = 8;
+    int columns[kColumns];
+    for (int c = 0, x = 0; c < kColumns; ++c) {
+        columns[c] = x;
+        x += widths[c] + gap;
+    }
+    const int tableWidth = columns[kColumns - 1] + widths[kColumns - 1];
     const int rowPitch = int(std::lround(double(frmQX4860::kRowHeight) / twipsPerPixelY_));
     const int rowHeight = rowPitch - 2;
     const int viewportHeight = frmQX4860::kVisibleRows * rowPitch;
@@ -104,69 +98,59 @@ QX4860View::QX4860View(frmQX4860& form, Application& app, QWidget* parent, int t
     divisors->addWidget(Label("lblRefClkDiv", frequencies));
     divisors->addWidget(List("cboRefClkDiv", frequencies, 6));
     divisors->addStretch();
-    fLayout->addLayout(divisors, 0, 0, 1, 2);
+    fLayout->addLayout(divisors);
 
-    // Column headings, placed as the rows below them.
+    // A heading over every column, placed as the rows below them, two lines where it needs them.
     auto* headings = new QWidget(frequencies);
-    headings->setFixedSize(outputWidth, metrics.height() + 4);
-    QLabel* desiredPLL = Label("lblDesiredPLL", headings);
-    desiredPLL->setGeometry(columns[1], 0, textWidth, metrics.height() + 4);
-    QLabel* actualA = Label("lblActualClkA", headings);
-    actualA->setGeometry(columns[3], 0, actualWidth, metrics.height() + 4);
-    QLabel* actualRef = Label("lblActualRefClk", headings);
-    actualRef->setGeometry(columns[5], 0, actualWidth, metrics.height() + 4);
-    fLayout->addWidget(headings, 1, 0);
-    auto* pllHeading = new QWidget(frequencies);
-    pllHeading->setFixedSize(pllPanelWidth, metrics.height() + 4);
-    QLabel* pll = Label("lblPLL", pllHeading);
-    pll->setGeometry(indexWidth + gap, 0, pllWidth, metrics.height() + 4);
-    fLayout->addWidget(pllHeading, 1, 2);
+    const int headingHeight = 2 * metrics.height() + 4;
+    headings->setFixedSize(tableWidth, headingHeight);
+    const auto place = [&](QLabel* heading, int column) {
+        heading->setParent(headings);
+        heading->setWordWrap(true);
+        heading->setAlignment(Qt::AlignLeft | Qt::AlignBottom);
+        heading->setGeometry(columns[column], 0, widths[column], headingHeight);
+    };
+    place(Heading("Select", headings), 0);
+    place(Label("lblDesiredPLL", headings), 1);
+    place(Heading("Desired Clock A", headings), 2);
+    place(Label("lblActualClkA", headings), 3);
+    place(Heading("Desired Ref Clock", headings), 4);
+    place(Label("lblActualRefClk", headings), 5);
+    place(Heading("Select", headings), 6);
+    place(Label("lblPLL", headings), 7);
+    fLayout->addWidget(headings);
 
-    // The two panels of rows, each in its window with its scroll bar.
-    QWidget* outputView = Viewport(frequencies, outputWidth, viewportHeight);
-    QWidget* pllView = Viewport(frequencies, pllPanelWidth, viewportHeight);
-    outputPanel_ = new QWidget(outputView);
-    outputPanel_->setObjectName("picOutputDisplay");
-    pllPanel_ = new QWidget(pllView);
-    pllPanel_->setObjectName("picPLLData");
+    // The rows, in their window with the scroll bar.
+    auto* rowWindow = new QWidget(frequencies);
+    rowWindow->setFixedSize(tableWidth, viewportHeight);
+    rowPanel_ = new QWidget(rowWindow);
+    rowPanel_->setObjectName("picOutputDisplay");
     const int rows = frmQX4860::kRows;
-    outputPanel_->setFixedSize(outputWidth, rows * rowPitch);
-    pllPanel_->setFixedSize(pllPanelWidth, rows * rowPitch);
+    rowPanel_->setFixedSize(tableWidth, rows * rowPitch);
     for (int i = 0; i < rows; ++i) {
         const QString index = QString("(%1)").arg(i);
         const int y = int(std::lround(form.lblSelectIndex[i].Top() / twipsPerPixelY_)) + 1;
-        Label("lblSelectIndex" + index, outputPanel_)
-            ->setGeometry(columns[0], y, indexWidth, rowHeight);
-        Text("txtPLL" + index, outputPanel_)->setGeometry(columns[1], y, textWidth, rowHeight);
-        Label("lblDesiredClkA" + index, outputPanel_)
-            ->setGeometry(columns[2], y, desiredWidth, rowHeight);
-        List("cboActualClkA" + index, outputPanel_)
-            ->setGeometry(columns[3], y, actualWidth, rowHeight);
-        Label("lblDesiredRefClk" + index, outputPanel_)
-            ->setGeometry(columns[4], y, desiredWidth, rowHeight);
-        List("cboActualRefClk" + index, outputPanel_)
-            ->setGeometry(columns[5], y, actualWidth, rowHeight);
-        Label("lblPLLDataIndex" + index, pllPanel_)->setGeometry(0, y, indexWidth, rowHeight);
-        List("cboPLLData" + index, pllPanel_)
-            ->setGeometry(indexWidth + gap, y, pllWidth, rowHeight);
+        const auto cell = [&](QWidget* widget, int column) {
+            widget->setGeometry(columns[column], y, widths[column], rowHeight);
+        };
+        cell(Label("lblSelectIndex" + index, rowPanel_), 0);
+        cell(Text("txtPLL" + index, rowPanel_), 1);
+        cell(Label("lblDesiredClkA" + index, rowPanel_), 2);
+        cell(List("cboActualClkA" + index, rowPanel_), 3);
+        cell(Label("lblDesiredRefClk" + index, rowPanel_), 4);
+        cell(List("cboActualRefClk" + index, rowPanel_), 5);
+        cell(Label("lblPLLDataIndex" + index, rowPanel_), 6);
+        cell(List("cboPLLData" + index, rowPanel_), 7);
     }
-    auto* outputBar = new QScrollBar(Qt::Vertical, frequencies);
-    outputBar->setObjectName("vsbOutput");
-    outputBar->setFixedHeight(viewportHeight);
-    auto* pllBar = new QScrollBar(Qt::Vertical, frequencies);
-    pllBar->setObjectName("vsbPLLData");
-    pllBar->setFixedHeight(viewportHeight);
-    auto* outputRow = new QHBoxLayout;
-    outputRow->setSpacing(2);
-    outputRow->addWidget(outputView);
-    outputRow->addWidget(outputBar);
-    auto* pllRow = new QHBoxLayout;
-    pllRow->setSpacing(2);
-    pllRow->addWidget(pllView);
-    pllRow->addWidget(pllBar);
-    fLayout->addLayout(outputRow, 2, 0, Qt::AlignTop | Qt::AlignLeft);
-    fLayout->addLayout(pllRow, 2, 2, Qt::AlignTop | Qt::AlignLeft);
-    fLayout->setColumnStretch(1, 1);
+    auto* bar = new QScrollBar(Qt::Vertical, frequencies);
+    bar->setObjectName("vsbOutput");
+    bar->setFixedHeight(viewportHeight);
+    auto* rowLine = new QHBoxLayout;
+    rowLine->setSpacing(2);
+    rowLine->addWidget(rowWindow);
+    rowLine->addWidget(bar, 0, Qt::AlignTop);
+    rowLine->addStretch();
+    fLayout->addLayout(rowLine);
     root->addWidget(frequencies);
 
     // Bottom: limits, pinout, Calculate.
@@ -174,12 +158,13 @@ QX4860View::QX4860View(frmQX4860& form, Application& app, QWidget* parent, int t
     bottom->addWidget(LimitsGroup(true), 0, Qt::AlignTop);
     bottom->addWidget(PinoutPicture(3600, 2700, [&form] { form.DisplayPinout(); }), 0,
                       Qt::AlignLeft | Qt::AlignTop);
+    // The power figures float; until the user puts them elsewhere they sit here, over nothing.
+    bottom->addWidget(PowerRoom(QSize(1, 1)), 0, Qt::AlignLeft | Qt::AlignTop);
     bottom->addStretch();
     bottom->addWidget(CalculateButton(), 0, Qt::AlignRight | Qt::AlignBottom);
     root->addLayout(bottom);
 
     outputObserver_ = form.picOutputDisplay.AddObserver([this](Field&) { FollowPanels(); });
-    pllObserver_ = form.picPLLData.AddObserver([this](Field&) { FollowPanels(); });
     Bind();
     SetFirstField(findChild<QWidget*>("txtPLL(0)"));
     FollowPanels();
@@ -187,14 +172,11 @@ QX4860View::QX4860View(frmQX4860& form, Application& app, QWidget* parent, int t
 
 QX4860View::~QX4860View() {
     form_.picOutputDisplay.RemoveObserver(outputObserver_);
-    form_.picPLLData.RemoveObserver(pllObserver_);
 }
 
 void QX4860View::FollowPanels() {
-    if (outputPanel_)
-        outputPanel_->move(0, int(std::lround(form_.picOutputDisplay.Top() / twipsPerPixelY_)));
-    if (pllPanel_)
-        pllPanel_->move(0, int(std::lround(form_.picPLLData.Top() / twipsPerPixelY_)));
+    if (rowPanel_)
+        rowPanel_->move(0, int(std::lround(form_.picOutputDisplay.Top() / twipsPerPixelY_)));
 }
 
 }  // namespace pendulon

@@ -7,9 +7,9 @@ namespace pendulon {
 
 class frmQX4860;
 
-// The document window of the QX4860 family. The frequency rows sit on two panels, outputs and
-// loop data, four rows at a time; the form moves the panels as its scroll bars move, and the
-// view follows.
+// The document window of the QX4860 family. The frequency rows sit on one panel, each row with
+// its outputs and its loop's solutions, four rows at a time; the form moves the panel as its
+// scroll bar moves, and the view follows.
 class QX4860View : public ConfiguratorView {
     Q_OBJECT
   public:
@@ -17,18 +17,15 @@ class QX4860View : public ConfiguratorView {
                int twipsPerPixelX = 15, int twipsPerPixelY = 15);
     ~QX4860View() override;
 
-    QWidget* OutputPanel() const { return outputPanel_; }
-    QWidget* PLLDataPanel() const { return pllPanel_; }
+    QWidget* RowPanel() const { return rowPanel_; }
 
   private:
     void FollowPanels();
 
     frmQX4860& form_;
     int twipsPerPixelY_;
-    QPointer<QWidget> outputPanel_;
-    QPointer<QWidget> pllPanel_;
+    QPointer<QWidget> rowPanel_;
     int outputObserver_ = 0;
-    int pllObserver_ = 0;
 };
 
 }  // namespace pendulon

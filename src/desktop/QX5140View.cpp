@@ -35,9 +35,8 @@ struct Widths {
         : frequency(m.horizontalAdvance("000.000000") + 12),
           actual(m.horizontalAdvance("000.00000    PPM:-0000") + 30),
           data(m.horizontalAdvance("000.000000 P:0000 Q:000") + 30),
-          source(m.horizontalAdvance("SPLL/104") + 8),
-          limit(m.horizontalAdvance("0000.0") + 12) {}
-    int frequency, actual, data, source, limit;
+          source(m.horizontalAdvance("SPLL/104") + 8) {}
+    int frequency, actual, data, source;
 };
 
 }  // namespace
@@ -45,9 +44,7 @@ struct Widths {
 QX5140View::QX5140View(frmQX5140& form, Application& app, QWidget* parent, int twipsPerPixelX,
                        int twipsPerPixelY)
     : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY), form_(form) {
-    auto* root = new QVBoxLayout(this);
-    root->setContentsMargins(8, 8, 8, 8);
-    root->setSpacing(6);
+    QVBoxLayout* root = RootLayout(8, 6);
     root->addWidget(TopRow());
 
     // The outputs and their assignment on the left; the loops and the limits on the right.
@@ -68,19 +65,11 @@ QX5140View::QX5140View(frmQX5140& form, Application& app, QWidget* parent, int t
     columns->addStretch();
     root->addLayout(columns);
 
-    // The chip, and a free place for the power figures beside it.
-    auto* chip = new QHBoxLayout;
-    QGroupBox* pinout = Group("fraPinout", this);
-    auto* pinoutLayout = new QVBoxLayout(pinout);
-    pinoutLayout->setContentsMargins(4, 4, 4, 4);
-    pinoutLayout->addWidget(PinoutPicture(5400, 2100, [&form] { form.DisplayPinout(); }), 0,
-                            Qt::AlignHCenter | Qt::AlignTop);
-    chip->addWidget(pinout, 0, Qt::AlignTop);
-    // The power figures float; until the user puts them elsewhere they sit here, over nothing.
+    // The chip, and the place of the power figures beside it.
     const QFontMetrics metrics(font());
-    chip->addWidget(PowerRoom(QSize(metrics.horizontalAdvance("Select  Typical  Worst Case ") + 16,
-                                    6 * metrics.height())),
-                    1);
+    QHBoxLayout* chip = PinoutAndPowerRoom(
+        5400, 2100, [&form] { form.DisplayPinout(); },
+        QSize(metrics.horizontalAdvance("Select  Typical  Worst Case ") + 16, 6 * metrics.height()));
     root->addLayout(chip);
     root->addStretch();
 
@@ -126,10 +115,7 @@ QWidget* QX5140View::TopRow() {
     sensitivityLayout->addWidget(bar);
     sensitivityLayout->addWidget(Label("lblSensitivity", sensitivity));
     top->addWidget(sensitivity, 0, Qt::AlignTop);
-    top->addStretch();
-    top->addWidget(DeviceLabel(), 0, Qt::AlignVCenter | Qt::AlignRight);
-    top->addSpacing(16);
-    top->addWidget(CalculateButton(), 0, Qt::AlignVCenter | Qt::AlignRight);
+    AddDeviceAndCalculate(top);
     return row;
 }
 
@@ -239,44 +225,26 @@ QWidget* QX5140View::LoopsGroup() {
 }
 
 QWidget* QX5140View::Limits() {
-    const Widths w{QFontMetrics(font())};
-    QGroupBox* group = Group("fraLimits", this);
-    auto* grid = new QGridLayout(group);
-    grid->setHorizontalSpacing(4);
-    grid->setVerticalSpacing(3);
     // Columns: frequency, P and Q, each as minimum and maximum; a row per loop and the reference.
-    grid->addWidget(Label("lblMin", group), 0, 1, Qt::AlignHCenter);
-    grid->addWidget(Label("lblMax", group), 0, 2, Qt::AlignHCenter);
-    const char* const headings[] = {"P min", "P max", "Q min", "Q max"};
-    for (int c = 0; c < 4; ++c)
-        grid->addWidget(Heading(headings[c], group), 0, c + 3, Qt::AlignHCenter);
     // The die keeps CPLL, UPLL and SPLL in this order; the captions name UPLL, SPLL, CPLL.
-    ThreeLoopLimitRows(
-        grid, group,
+    const char* const headings[] = {"P min", "P max", "Q min", "Q max"};
+    return ThreeLoopLimits(
+        [this, &headings](int column, QWidget* group) -> QLabel* {
+            if (column < 2)
+                return Label(column == 0 ? "lblMin" : "lblMax", group);
+            return Heading(headings[column - 2], group);
+        },
         [](int row) {
             const int caption[4] = {2, 0, 1, 3};
             return Indexed("lblLimits", caption[row]);
-        },
-        w.limit);
-    return group;
+        });
 }
 
 void QX5140View::SetTabOrder() {
     // The keyboard goes from the reference through the frequencies and the sensitivity to
     // Calculate.
-    const QStringList order = {"cboFRef", "txtClkA(0)", "txtClkA(1)",  "txtClkB",
-                               "txtClkC", "txtPPM",     "cmdCalculate"};
-    for (int i = 1; i < order.size(); ++i) {
-        QWidget* before = findChild<QWidget*>(order[i - 1]);
-        QWidget* after = findChild<QWidget*>(order[i]);
-        // An editable list has the focus in its edit line: the keyboard goes on from there.
-        if (auto* list = qobject_cast<QComboBox*>(before); list != nullptr && list->lineEdit()) {
-            setTabOrder(list, list->lineEdit());
-            before = list->lineEdit();
-        }
-        if (before != nullptr && after != nullptr)
-            setTabOrder(before, after);
-    }
+    ChainTabOrder({"cboFRef", "txtClkA(0)", "txtClkA(1)", "txtClkB", "txtClkC", "txtPPM",
+                   "cmdCalculate"});
 }
 
 }  // namespace pendulon

@@ -20,9 +20,7 @@ namespace pendulon {
 QX6105AView::QX6105AView(frmQX6105A& form, Application& app, QWidget* parent, int twipsPerPixelX,
                          int twipsPerPixelY)
     : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY) {
-    auto* root = new QVBoxLayout(this);
-    root->setContentsMargins(8, 8, 8, 8);
-    root->setSpacing(8);
+    QVBoxLayout* root = RootLayout(8, 8);
 
     // Top row: pin 8, voltage, reference, option; the device name at the right.
     auto* top = new QHBoxLayout;
@@ -94,6 +92,8 @@ QX6105AView::QX6105AView(frmQX6105A& form, Application& app, QWidget* parent, in
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(PinoutPicture(3600, 2100, [&form] { form.DisplayPinout(); }), 0,
                       Qt::AlignLeft | Qt::AlignTop);
+    // The power figures float; until the user puts them elsewhere they sit here, over nothing.
+    bottom->addWidget(PowerRoom(QSize(1, 1)), 0, Qt::AlignLeft | Qt::AlignTop);
     bottom->addStretch();
     bottom->addWidget(CalculateButton(), 0, Qt::AlignRight | Qt::AlignBottom);
     root->addLayout(bottom);

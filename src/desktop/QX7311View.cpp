@@ -38,9 +38,8 @@ struct Widths {
           source(m.horizontalAdvance("SPLL/104") + 34),
           desired(m.horizontalAdvance(" 000.00000 kHz") + 4),
           outputActual(m.horizontalAdvance("000.00000") + 34),
-          limit(m.horizontalAdvance("0000.0") + 12),
           suspend(m.horizontalAdvance("Suspend") * 6 / 5 + 4) {}
-    int select, frequency, actual, dataTitle, data, output, source, desired, outputActual, limit;
+    int select, frequency, actual, dataTitle, data, output, source, desired, outputActual;
     int suspend;
 };
 
@@ -49,9 +48,7 @@ struct Widths {
 QX7311View::QX7311View(frmQX7311& form, Application& app, QWidget* parent, int twipsPerPixelX,
                        int twipsPerPixelY)
     : ConfiguratorView(form, app, parent, twipsPerPixelX, twipsPerPixelY), form_(form), app_(app) {
-    auto* root = new QVBoxLayout(this);
-    root->setContentsMargins(8, 8, 8, 8);
-    root->setSpacing(6);
+    QVBoxLayout* root = RootLayout(4, 4);
 
     // Top row: model, voltage, reference and options; the device and Calculate at the right.
     auto* top = new QHBoxLayout;
@@ -67,10 +64,7 @@ QX7311View::QX7311View(frmQX7311& form, Application& app, QWidget* parent, int t
     optionsLayout->addWidget(Check("chkSuspend", options));
     optionsLayout->addWidget(Check("chkShutdown", options));
     top->addWidget(options);
-    top->addStretch();
-    top->addWidget(DeviceLabel(), 0, Qt::AlignVCenter | Qt::AlignRight);
-    top->addSpacing(16);
-    top->addWidget(CalculateButton(), 0, Qt::AlignVCenter | Qt::AlignRight);
+    AddDeviceAndCalculate(top);
     root->addLayout(top);
 
     // Two columns: the loops, and the outputs with the limits, the pinout and the power figures.
@@ -81,18 +75,10 @@ QX7311View::QX7311View(frmQX7311& form, Application& app, QWidget* parent, int t
     right->setSpacing(6);
     right->addWidget(OutputsGroup());
     right->addWidget(Limits());
-    auto* chip = new QHBoxLayout;
-    QGroupBox* pinout = Group("fraPinout", this);
-    auto* pinoutLayout = new QVBoxLayout(pinout);
-    pinoutLayout->setContentsMargins(4, 4, 4, 4);
-    pinoutLayout->addWidget(PinoutPicture(3600, 2250, [&form] { form.DisplayPinout(); }), 0,
-                            Qt::AlignHCenter | Qt::AlignTop);
-    chip->addWidget(pinout, 0, Qt::AlignTop);
-    // The power figures float; until the user puts them elsewhere they sit here, over nothing.
     const QFontMetrics metrics(font());
-    chip->addWidget(PowerRoom(QSize(metrics.horizontalAdvance("S2:S0  Typical  Worst ") + 16,
-                                    12 * metrics.height())),
-                    1);
+    QHBoxLayout* chip = PinoutAndPowerRoom(
+        3600, 2250, [&form] { form.DisplayPinout(); },
+        QSize(metrics.horizontalAdvance("S2:S0  Typical  Worst ") + 16, 12 * metrics.height()));
     right->addLayout(chip);
     right->addStretch();
     columns->addLayout(right);
@@ -272,19 +258,12 @@ QWidget* QX7311View::OutputsGroup() {
 }
 
 QWidget* QX7311View::Limits() {
-    const Widths w{QFontMetrics(font())};
-    QGroupBox* group = Group("fraLimits", this);
-    auto* grid = new QGridLayout(group);
-    grid->setHorizontalSpacing(4);
-    grid->setVerticalSpacing(3);
     // Columns: frequency, P and Q, each as minimum and maximum; a row per loop, in the order
     // the die keeps them, and the reference last.
     const char* const headings[] = {"MHz min", "MHz max", "P min", "P max", "Q min", "Q max"};
-    for (int c = 0; c < 6; ++c)
-        grid->addWidget(new QLabel(headings[c], group), 0, c + 1, Qt::AlignHCenter);
-    ThreeLoopLimitRows(
-        grid, group, [](int row) { return Indexed("lblLimit", row); }, w.limit);
-    return group;
+    return ThreeLoopLimits(
+        [&headings](int column, QWidget* group) { return new QLabel(headings[column], group); },
+        [](int row) { return Indexed("lblLimit", row); });
 }
 
 void QX7311View::SetTabOrder() {
@@ -299,12 +278,7 @@ void QX7311View::SetTabOrder() {
     order << "cboXBuff"
           << "cboClkF"
           << "cmdCalculate";
-    for (int i = 1; i < order.size(); ++i) {
-        QWidget* before = findChild<QWidget*>(order[i - 1]);
-        QWidget* after = findChild<QWidget*>(order[i]);
-        if (before != nullptr && after != nullptr)
-            setTabOrder(before, after);
-    }
+    ChainTabOrder(order);
 }
 
 }  // namespace pendulon

@@ -217,15 +217,26 @@ bool QtPlatform::ShowFileDialog(CommonDialog& dialog, bool save) {
     files.setOption(QFileDialog::DontConfirmOverwrite,
                     !(dialog.Flags & CommonDialog::OverwritePrompt));
     files.setOption(QFileDialog::ReadOnly, false);
+    // The folder the file names, else the one the program asks for, else the folder of the
+    // last dialog, else home: never the folder the program happened to be started in.
+    QString folder = Q(dialog.InitDir);
+    if (folder.isEmpty() || !QFileInfo(folder).isDir())
+        folder = lastFolder_;
+    if (folder.isEmpty() || !QFileInfo(folder).isDir())
+        folder = QDir::homePath();
+    files.setDirectory(folder);
     if (!dialog.FileName.empty()) {
         const QFileInfo info(Q(dialog.FileName));
         if (info.isAbsolute())
             files.setDirectory(info.absolutePath());
-        files.selectFile(info.fileName());
+        // A pattern is no name to offer.
+        if (!info.fileName().contains('*'))
+            files.selectFile(info.fileName());
     }
     if (files.exec() != QDialog::Accepted || files.selectedFiles().isEmpty())
         return false;
     dialog.FileName = QDir::toNativeSeparators(files.selectedFiles().first()).toStdString();
+    lastFolder_ = QFileInfo(files.selectedFiles().first()).absolutePath();
     const qsizetype chosen = filters.indexOf(files.selectedNameFilter());
     if (chosen >= 0)
         dialog.FilterIndex = int(chosen) + 1;
@@ -412,6 +423,15 @@ double QtPlatform::ScreenWidth() {
 double QtPlatform::ScreenHeight() {
     QScreen* screen = PrimaryScreen();
     return screen == nullptr ? 768.0 * 15 : screen->geometry().height() * TwipsPerPixelY();
+}
+
+PlatformServices::Area QtPlatform::ScreenWorkArea() {
+    QScreen* screen = PrimaryScreen();
+    if (screen == nullptr)
+        return PlatformServices::ScreenWorkArea();
+    const QRect room = screen->availableGeometry();
+    const double x = TwipsPerPixelX(), y = TwipsPerPixelY();
+    return Area{room.x() * x, room.y() * y, room.width() * x, room.height() * y};
 }
 
 int QtPlatform::TwipsPerPixelX() {

@@ -56,6 +56,7 @@ class QtPlatform : public PlatformServices {
     void SetMousePointer(int pointer) override;
     double ScreenWidth() override;
     double ScreenHeight() override;
+    Area ScreenWorkArea() override;
     int TwipsPerPixelX() override;
     int TwipsPerPixelY() override;
     const TextMetrics& Metrics() override;
@@ -73,6 +74,8 @@ class QtPlatform : public PlatformServices {
     std::unique_ptr<QPrinter> printer_;
     std::unique_ptr<QtTextMetrics> metrics_;
     int pointer_ = kPointerDefault;
+    // The folder of the file last chosen in a file dialog.
+    QString lastFolder_;
 };
 
 }  // namespace pendulon

@@ -1,5 +1,7 @@
 #include "entryfile/mFileAccessor.hpp"
 
+#include <filesystem>
+
 #include <array>
 
 #include "configurators/Configurator.hpp"
@@ -65,9 +67,22 @@ std::string FormDevice(const std::string& pd) {
 }
 }  // namespace
 
+std::string StartFolder(Application& app) {
+    namespace fs = std::filesystem;
+    std::string file;
+    if (const Configurator* document = app.Document())
+        file = document->txtFilePath.Text();
+    if (file.empty() && app.Main().mintRecentFileCount > 0)
+        file = app.Main().RecentPath(1);
+    if (file.empty())
+        return {};
+    return fs::path(file).parent_path().string();
+}
+
 std::string OpenFile(Application& app) {
     CommonDialog& dialog = app.Main().dlgCommon;
     dialog.DialogTitle = "Open Entry File";
+    dialog.InitDir = StartFolder(app);
     dialog.CancelError = true;
     dialog.Filter = kFilter;
     dialog.FilterIndex = 1;
@@ -89,6 +104,14 @@ std::string DisplaySaveAsPrompt(Application& app) {
     dialog.DialogTitle = "Save Entry File As";
     dialog.CancelError = true;
     dialog.FileName = summary.txtFilename.Text();
+    dialog.InitDir = StartFolder(app);
+    // The filter is the one the last Open left; before any Open, the entry files'. A name
+    // typed without an extension becomes an entry file.
+    if (dialog.Filter.empty()) {
+        dialog.Filter = kFilter;
+        dialog.FilterIndex = 1;
+    }
+    dialog.DefaultExt = "ent";
     dialog.Flags = CommonDialog::EntryFileFlags;
     if (!app.Services().ShowSave(dialog))
         return {};

@@ -1,6 +1,7 @@
 #include "graphics/clsGraphics.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <numbers>
 
 #include "core/Numbers.hpp"
@@ -155,7 +156,6 @@ void clsGraphics::DrawChip(PictureBox& picPBox, const std::string& strChipName,
     mintPinEdge = SnapY(30, s);
     const int minimumWidth = SnapX(1200, s);
     const int pinLength = SnapX(230, s);
-    const int pinHeight = SnapY(105, s);
     const int margin = SnapX(90, s);
     const int pinFull = mintPackage == DIP() ? mintDepthY + mintPinEdge : mintPinEdge;
 
@@ -164,12 +164,20 @@ void clsGraphics::DrawChip(PictureBox& picPBox, const std::string& strChipName,
     picPBox.SetFont("Arial", RoundHalfEven(9 * s), false);
     picPBox.Cls();
 
+    // A pin is as high as the gap between two pins. Two rows of names must not overlap, or a
+    // bar over a name would stand over the name above it: where the font is taller than the
+    // classic pitch, the pitch grows to a line of text, in whole pixels.
+    const int linePixels = static_cast<int>(std::ceil(picPBox.TextHeight("0") / twipsY_));
+    const int pinHeight = std::max(SnapY(105, s), (linePixels + 1) / 2 * twipsY_);
+
     const double count = astrPin.empty() ? 0 : Val(astrPin[0]);
     const int n = static_cast<int>(std::clamp(count, 0.0, 1000.0));
     picPBox.DrawWidth = 1;
 
-    // The body is wide enough for a pin number and the chip's name, snapped to whole pixels.
-    int width = Round(picPBox.TextWidth("0000") + picPBox.TextWidth(strChipName) + 2 * margin);
+    // The body is wide enough for a pin number on each side and the chip's name with a blank
+    // between them, so that the name never runs into a number, snapped to whole pixels.
+    int width = Round(picPBox.TextWidth("0000") + picPBox.TextWidth(strChipName) +
+                      2 * picPBox.TextWidth(" ") + 2 * margin);
     width = Round(static_cast<double>(width) / twipsX_) * twipsX_;
     width = std::max(width, minimumWidth);
     const int height = Round(n / 2.0 * (pinHeight + pinHeight)) - pinHeight + 2 * margin;
@@ -204,11 +212,13 @@ void clsGraphics::DrawChip(PictureBox& picPBox, const std::string& strChipName,
         const double textY = y + (pinHeight - picPBox.TextHeight(name)) / 2.0;
         const double textX = index <= i ? leftNameEnd - nameWidth : rightNameX;
         picPBox.PrintAt(textX, textY, name, kText);
+        // The bar stands in the name's own line, a pixel below its top, above the capitals.
+        const double barY = textY + twipsY_;
         double x = textX;
         for (size_t p = 1; p <= mask.size(); ++p) {
             const double charWidth = picPBox.TextWidth(Mid(name, p, 1));
             if (mask[p - 1] != ' ')
-                picPBox.Line(x, textY, x + charWidth, textY, kText);
+                picPBox.Line(x, barY, x + charWidth, barY, kText);
             x += charWidth;
         }
     };
@@ -235,6 +245,51 @@ void clsGraphics::DrawChip(PictureBox& picPBox, const std::string& strChipName,
     picPBox.PrintAt(left + (width - picPBox.TextWidth(strChipName)) / 2.0,
                     top + (height - picPBox.TextHeight(strChipName)) / 2.0, strChipName, kText);
     picPBox.Refresh();
+}
+
+clsGraphics::Bounds clsGraphics::DrawingBounds(const PictureBox& picture) {
+    Bounds bounds;
+    bool first = true;
+    for (const DrawOp& op : picture.DisplayList()) {
+        double left = std::min(op.x1, op.x2), right = std::max(op.x1, op.x2);
+        double top = std::min(op.y1, op.y2), bottom = std::max(op.y1, op.y2);
+        if (op.type == DrawOp::Type::Text) {
+            right = op.x1 + picture.Metrics().TextWidth(op.font, op.text);
+            bottom = op.y1 + picture.Metrics().TextHeight(op.font, op.text);
+        } else if (op.type == DrawOp::Type::Arc) {
+            left = op.x1 - op.radius;
+            right = op.x1 + op.radius;
+            top = op.y1 - op.radius;
+            bottom = op.y1 + op.radius;
+        }
+        if (first) {
+            bounds = Bounds{left, top, right, bottom};
+            first = false;
+        } else {
+            bounds.Left = std::min(bounds.Left, left);
+            bounds.Top = std::min(bounds.Top, top);
+            bounds.Right = std::max(bounds.Right, right);
+            bounds.Bottom = std::max(bounds.Bottom, bottom);
+        }
+    }
+    return bounds;
+}
+
+double clsGraphics::DrawChipToFit(PictureBox& picPBox, const std::string& strChipName,
+                                  const std::vector<std::string>& astrPin,
+                                  double dblLargestScale) {
+    constexpr double kStep = 0.05;
+    constexpr double kSmallest = 0.5;
+    double scale = dblLargestScale;
+    for (;;) {
+        DrawChip(picPBox, strChipName, astrPin, scale);
+        const Bounds drawn = DrawingBounds(picPBox);
+        const bool fits = drawn.Left >= 0 && drawn.Top >= 0 && drawn.Right <= picPBox.Width() &&
+                          drawn.Bottom <= picPBox.Height();
+        if (fits || scale - kStep < kSmallest)
+            return scale;
+        scale -= kStep;
+    }
 }
 
 void clsGraphics::DrawChipBody3D(PictureBox& target, int left, int top, int width, int height,

@@ -42,6 +42,16 @@ class clsGraphics {
     // mask whose non-blank characters put a bar over the name's character at that position.
     void DrawChip(PictureBox& picPBox, const std::string& strChipName,
                   const std::vector<std::string>& astrPin, double dblChipScale);
+    // The chip drawn as large as its picture holds it, at most at the largest scale: the
+    // scale is lowered in steps of a twentieth until every line and text lies inside the
+    // picture. Returns the scale drawn at.
+    double DrawChipToFit(PictureBox& picPBox, const std::string& strChipName,
+                         const std::vector<std::string>& astrPin, double dblLargestScale);
+    // The rectangle that a picture's drawing covers, texts measured in the picture's metrics.
+    struct Bounds {
+        double Left = 0, Top = 0, Right = 0, Bottom = 0;
+    };
+    static Bounds DrawingBounds(const PictureBox& picture);
     void DrawChipBody3D(PictureBox& target, int left, int top, int width, int height, bool notch);
     void DrawNotch3D(PictureBox& target, int x, int y, int size, Color fill, Color highlight,
                      Color shadow);

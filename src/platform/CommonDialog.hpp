@@ -12,6 +12,9 @@ struct CommonDialog {
     long Flags = 0;
     std::string FileName;
     std::string DefaultExt;
+    // The folder the dialog starts in when FileName names none; empty: the platform's choice
+    // (the folder of the last dialog, else the user's home).
+    std::string InitDir;
     bool CancelError = false;
     std::string HelpFile;
     int HelpCommand = 0;

@@ -92,6 +92,12 @@ public:
     // Screen.
     virtual double ScreenWidth() = 0;   // twips
     virtual double ScreenHeight() = 0;  // twips
+    // The part of the screen a window may take (the screen less the desktop's panels), in
+    // twips: left, top, width, height. By default the whole screen.
+    struct Area {
+        double Left = 0, Top = 0, Width = 0, Height = 0;
+    };
+    virtual Area ScreenWorkArea() { return Area{0, 0, ScreenWidth(), ScreenHeight()}; }
     virtual int TwipsPerPixelX() = 0;
     virtual int TwipsPerPixelY() = 0;
     virtual const TextMetrics& Metrics() = 0;

@@ -1,5 +1,6 @@
 #include "reports/ApplicationPreviewHost.hpp"
 
+#include "configurators/Configurator.hpp"
 #include "platform/MenuItem.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
@@ -31,6 +32,15 @@ void ApplicationPreviewHost::RunMainCommand(const std::string& menuName) {
 
 void ApplicationPreviewHost::ClosePreview() {
     app_.UnloadPreview();
+}
+
+std::string ApplicationPreviewHost::DocumentName() {
+    const Configurator* document = app_.Document();
+    if (document == nullptr)
+        return {};
+    if (!document->txtFilePath.Text().empty())
+        return document->txtFilePath.Text();
+    return document->Caption();
 }
 
 }  // namespace pendulon

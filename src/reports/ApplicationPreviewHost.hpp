@@ -17,6 +17,7 @@ class ApplicationPreviewHost : public PrintPreviewHost {
     void ShowHelp(const std::string& text) override;
     void RunMainCommand(const std::string& menuName) override;
     void ClosePreview() override;
+    std::string DocumentName() override;
 
   private:
     Application& app_;

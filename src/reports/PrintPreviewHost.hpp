@@ -19,6 +19,9 @@ class PrintPreviewHost {
     virtual void RunMainCommand(const std::string& menuName) = 0;
     // Unloads the preview window.
     virtual void ClosePreview() = 0;
+    // The document's entry file (its full path), or its name while it has none; empty when
+    // there is no document.
+    virtual std::string DocumentName() { return {}; }
 };
 
 }  // namespace pendulon

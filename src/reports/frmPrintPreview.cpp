@@ -1,6 +1,7 @@
 #include "reports/frmPrintPreview.hpp"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
@@ -221,8 +222,20 @@ double frmPrintPreview::ChosenSize() const {
 void frmPrintPreview::cboPrintFont_Click() {
     const std::string font = cboPrintFont.Text();
     txtPrintout.SetFont(font, ChosenSize());
-    // Only the scalable face takes every size; the others keep their own.
-    cboPrintSize.SetEnabled(font == kDefaultFont);
+    // A scalable face takes every size; the classic screen faces keep their own.
+    cboPrintSize.SetEnabled(!IsBitmapFace(font));
+}
+
+bool frmPrintPreview::IsBitmapFace(const std::string& font) {
+    return font == "Courier" || font == "Terminal" || font == "Fixedsys";
+}
+
+std::string frmPrintPreview::TextFileName(const std::string& document) {
+    if (document.empty())
+        return "*.txt";
+    std::filesystem::path name(document);
+    name.replace_extension(".txt");
+    return name.string();
 }
 
 void frmPrintPreview::cboPrintSize_Click() {
@@ -267,7 +280,8 @@ void frmPrintPreview::cmdPrint_Click() {
 void frmPrintPreview::cmdSave_Click() {
     dlgSave.Filter = "Text Files (*.txt)|*.txt|All Files (*.*)|*.*";
     dlgSave.DefaultExt = "txt";
-    dlgSave.FileName = "*.txt";
+    // The document's own name with ".txt", in the folder of its entry file.
+    dlgSave.FileName = TextFileName(host_->DocumentName());
     dlgSave.CancelError = true;
     dlgSave.Flags =
         CommonDialog::OverwritePrompt | CommonDialog::HideReadOnly | CommonDialog::PathMustExist;

@@ -30,6 +30,11 @@ class frmPrintPreview : public Window {
     // Loads a preview, puts the text in it and makes it the program's preview window, in front
     // of the document. Returns the window, which the application owns.
     static frmPrintPreview& ShowText(Application& app, const std::string& text);
+    // The classic screen faces that come in a few sizes of their own.
+    static bool IsBitmapFace(const std::string& font);
+    // The name Save offers for a document: its own name with ".txt" (in its entry file's
+    // folder when it has one); "*.txt" without a document.
+    static std::string TextFileName(const std::string& document);
 
     // Fills the font and size lists and selects the stored ones.
     void Form_Load();

@@ -103,8 +103,8 @@ void GetPinout3350(std::vector<std::string>& astrPin, const std::string& strOpti
     } else if (EqualsNoCase(strOption, "PD") || EqualsNoCase(strOption, "POWERDOWN")) {
         option = "PD";
     }
-    // Pins 7 and 8 carry no name in the drawing.
-    Fill(astrPin, {"VDD", "XTALOUT", "XTALIN", option, "VSS", "CLKOUT", "", ""});
+    // Pins 7 and 8 are not connected: every pin of a drawing carries a name.
+    Fill(astrPin, {"VDD", "XTALOUT", "XTALIN", option, "VSS", "CLKOUT", "NC", "NC"});
 }
 
 void GetPinout5140(std::vector<std::string>& astrPin, const std::string& strOption) {

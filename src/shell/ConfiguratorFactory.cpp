@@ -18,6 +18,10 @@ constexpr std::array<const char*, 15> kTableDevices = {
     "QX7312I", "QX4860",   "QX4860F",  "QX4860I", "QX5140",  "QX3350",  "QX3350I"};
 }  // namespace
 
+const std::array<const char*, 15>& TableDevices() {
+    return kTableDevices;
+}
+
 bool IsDeviceInTable(const std::string& device) {
     for (const char* name : kTableDevices)
         if (device == name)

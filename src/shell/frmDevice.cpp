@@ -96,13 +96,14 @@ void frmDevice::DrawPinout() {
     clsGraphics graphics(app_.Errors(), app_.gintTwipsPerPixelX, app_.gintTwipsPerPixelY);
     std::vector<std::string> pins;
     if (device.rfind("QX4860", 0) == 0) {
-        // Both packages of the family side by side.
-        mAsciiPrintout::GetPinout4860p8(pins, "");
-        graphics.DrawChip(picPinout[0], device, pins, 0.75);
-        pins.clear();
+        // Both packages of the family side by side, at one scale: the larger sets it.
         mAsciiPrintout::GetPinout4860p14(pins, "OE_ENABLE");
         picPinout[1].SetVisible(true);
-        graphics.DrawChip(picPinout[1], device, pins, 0.75);
+        const double scale =
+            graphics.DrawChipToFit(picPinout[1], device, pins, kLargestPinoutScale);
+        pins.clear();
+        mAsciiPrintout::GetPinout4860p8(pins, "");
+        graphics.DrawChipToFit(picPinout[0], device, pins, scale);
         picPinout[0].Refresh();
         picPinout[1].Refresh();
         return;
@@ -121,7 +122,7 @@ void frmDevice::DrawPinout() {
     }
     picPinout[1].SetVisible(false);
     if (!pins.empty())
-        graphics.DrawChip(picPinout[0], device, pins, 0.8);
+        graphics.DrawChipToFit(picPinout[0], device, pins, kLargestPinoutScale);
     picPinout[0].Refresh();
 }
 

@@ -21,6 +21,8 @@ class frmDevice : public Window {
   public:
     static constexpr double kWideWidth = 5368;
     static constexpr double kNarrowWidth = 3580;
+    // The pinout is drawn as large as its picture holds it, up to this scale.
+    static constexpr double kLargestPinoutScale = 1.5;
 
     explicit frmDevice(Application& app);
 

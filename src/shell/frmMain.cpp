@@ -1,5 +1,7 @@
 #include "shell/frmMain.hpp"
 
+#include <algorithm>
+#include <cmath>
 #include <filesystem>
 
 #include "configurators/Configurator.hpp"
@@ -42,11 +44,11 @@ frmMain::frmMain(Application& app) : Window("frmMain"), app_(app) {
     SetupMenu(mnuOpen, "&Open...", "Ctrl+O");
     SetupMenu(mnuSave, "&Save", "Ctrl+S");
     SetupMenu(mnuSaveAs, "Save &As...");
-    SetupMenu(mnuClose, "&Close");
+    SetupMenu(mnuClose, "&Close", "Ctrl+W");
     SetupMenu(mnuConfiguration, "Configuration &Info...");
     SetupMenu(mnuPrint, "&Print...", "Ctrl+P");
     SetupMenu(mnuPrintSetup, "P&rint Setup...");
-    SetupMenu(mnuExit, "E&xit");
+    SetupMenu(mnuExit, "E&xit", "Ctrl+Q");
     mnuFilePathArray[0].SetCaption("-");
     for (auto& item : mnuFilePathArray) item->SetVisible(false);
     SetupMenu(mnuEdit, "&Edit");
@@ -81,25 +83,31 @@ frmMain::frmMain(Application& app) : Window("frmMain"), app_(app) {
     mnuViewDebugWindow.SetVisible(false);
     mnuToolsLaunchKITE.SetEnabled(false);
 
-    // Menu tree.
-    for (MenuItem* item : {&mnuNew, &mnuOpen, &mnuSave, &mnuSaveAs, &mnuClose, &mnuConfiguration,
-                           &mnuPrint, &mnuPrintSetup})
+    // Menu tree, with a line between the groups of each menu.
+    for (MenuItem& line : mnuGroupLines) line.SetCaption("-");
+    MenuItem* line = mnuGroupLines.data();
+    for (MenuItem* item : {&mnuNew, &mnuOpen, &mnuSave, &mnuSaveAs, line, &mnuClose, line + 1,
+                           &mnuConfiguration, line + 2, &mnuPrint, &mnuPrintSetup})
         mnuFile.AddItem(*item);
+    // The recent files bring their own line.
     for (auto& item : mnuFilePathArray) mnuFile.AddItem(*item);
+    mnuFile.AddItem(line[3]);
     mnuFile.AddItem(mnuExit);
-    for (MenuItem* item : {&mnuEditCut, &mnuEditCopy, &mnuEditPaste, &mnuEditSelectAll})
+    for (MenuItem* item : {&mnuEditCut, &mnuEditCopy, &mnuEditPaste, line + 4, &mnuEditSelectAll})
         mnuEdit.AddItem(*item);
     mnuViewEntryFile.AddItem(mnuViewEntryFileNew);
     mnuViewEntryFile.AddItem(mnuViewEntryFileSaved);
-    for (MenuItem* item : {&mnuViewPower, &mnuViewDebugWindow, &mnuViewEntryFile})
+    for (MenuItem* item : {&mnuViewPower, &mnuViewDebugWindow, line + 5, &mnuViewEntryFile})
         mnuView.AddItem(*item);
     mnuToolsCreateEPROM.AddItem(mnuToolsCreateEPROMNew);
     mnuToolsCreateEPROM.AddItem(mnuToolsCreateEPROMSaved);
-    for (MenuItem* item : {&mnuToolsCreateEPROM, &mnuToolsOptions, &mnuToolsLaunchKITE})
+    for (MenuItem* item :
+         {&mnuToolsCreateEPROM, line + 6, &mnuToolsOptions, line + 7, &mnuToolsLaunchKITE})
         mnuTools.AddItem(*item);
     mnuWindow.AddItem(mnuTile);
     mnuWindow.AddItem(mnuCascade);
-    for (MenuItem* item : {&mnuPopupHelp, &mnuDecisionTree, &mnuAbout, &mnuAboutKITE})
+    for (MenuItem* item :
+         {&mnuPopupHelp, line + 8, &mnuDecisionTree, line + 9, &mnuAbout, &mnuAboutKITE})
         mnuHelp.AddItem(*item);
 
     Register("mnuFile", mnuFile);
@@ -918,22 +926,49 @@ void frmMain::mnuPrint_Click() {
 namespace {
 constexpr int kDefaultHeight = 7200;
 constexpr int kDefaultWidth = 9600;
+// The largest part of the screen's work area a first start takes.
+constexpr double kLargestShare = 0.9;
 
 bool IsTrueText(const std::string& text) {
     return text == "1" || EqualsNoCase(text, "True");
 }
 }  // namespace
 
+frmMain::Placement frmMain::FirstRunPlacement() {
+    const PlatformServices::Area room = app_.Services().ScreenWorkArea();
+    double width = kDefaultWidth;
+    double height = kDefaultHeight;
+    if (MeasureDocuments) {
+        const auto [needWidth, needHeight] = MeasureDocuments();
+        width = std::max(width, needWidth);
+        height = std::max(height, needHeight);
+    }
+    // Whole pixels, so that the size read back is the size shown.
+    const double tppX = std::max(1, app_.Services().TwipsPerPixelX());
+    const double tppY = std::max(1, app_.Services().TwipsPerPixelY());
+    width = std::floor(std::min(width, kLargestShare * room.Width) / tppX) * tppX;
+    height = std::floor(std::min(height, kLargestShare * room.Height) / tppY) * tppY;
+    Placement place;
+    place.Width = width;
+    place.Height = height;
+    place.Left = std::floor((room.Left + (room.Width - width) / 2) / tppX) * tppX;
+    place.Top = std::floor((room.Top + (room.Height - height) / 2) / tppY) * tppY;
+    return place;
+}
+
 void frmMain::GetApplicationSettings() {
     PlatformServices& services = app_.Services();
     const double screenWidth = services.ScreenWidth();
     const double screenHeight = services.ScreenHeight();
-    const double centredLeft = (screenWidth - kDefaultWidth) / 2;
-    const double centredTop = (screenHeight - kDefaultHeight) / 2;
-
     // First run: the application's own section does not exist yet.
-    if (!mShared::GetAppRegValue(app_, mShared::kHKeyCurrentUser, mShared::kAppSettingsKey, 1,
-                                 "")) {
+    const bool firstRun = !mShared::GetAppRegValue(app_, mShared::kHKeyCurrentUser,
+                                                   mShared::kAppSettingsKey, 1, "");
+    const Placement first = firstRun ? FirstRunPlacement() : Placement{};
+    const double defaultWidth = firstRun ? first.Width : kDefaultWidth;
+    const double defaultHeight = firstRun ? first.Height : kDefaultHeight;
+    const double centredLeft = firstRun ? first.Left : (screenWidth - kDefaultWidth) / 2;
+    const double centredTop = firstRun ? first.Top : (screenHeight - kDefaultHeight) / 2;
+    if (firstRun) {
         services.SaveSetting(kPendulon, "Option", "SaveOnExit", "1");
         services.SaveSetting(kPendulon, "Option", "UseNotepad", "0");
         services.SaveSetting(kPendulon, "Setting", "DebugWindowLeft", "0");
@@ -942,8 +977,8 @@ void frmMain::GetApplicationSettings() {
         services.SaveSetting(kPendulon, "Setting", "PowerWindowLeft", "0");
         services.SaveSetting(kPendulon, "Setting", "PowerWindowTop", "0");
         services.SaveSetting(kPendulon, "Setting", "ShowPowerWindow", "True");
-        services.SaveSetting(kPendulon, "Startup", "Height", GeneralNumber(kDefaultHeight));
-        services.SaveSetting(kPendulon, "Startup", "Width", GeneralNumber(kDefaultWidth));
+        services.SaveSetting(kPendulon, "Startup", "Height", GeneralNumber(defaultHeight));
+        services.SaveSetting(kPendulon, "Startup", "Width", GeneralNumber(defaultWidth));
         services.SaveSetting(kPendulon, "Startup", "Left", GeneralNumber(centredLeft));
         services.SaveSetting(kPendulon, "Startup", "Top", GeneralNumber(centredTop));
         services.SaveSetting(kPendulon, "Startup", "WindowState", "0");
@@ -963,9 +998,9 @@ void frmMain::GetApplicationSettings() {
     }
 
     const double height =
-        Val(services.GetSetting(kPendulon, "Startup", "Height", GeneralNumber(kDefaultHeight)));
+        Val(services.GetSetting(kPendulon, "Startup", "Height", GeneralNumber(defaultHeight)));
     const double width =
-        Val(services.GetSetting(kPendulon, "Startup", "Width", GeneralNumber(kDefaultWidth)));
+        Val(services.GetSetting(kPendulon, "Startup", "Width", GeneralNumber(defaultWidth)));
     double top = Val(services.GetSetting(kPendulon, "Startup", "Top", GeneralNumber(centredTop)));
     double left =
         Val(services.GetSetting(kPendulon, "Startup", "Left", GeneralNumber(centredLeft)));

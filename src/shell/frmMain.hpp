@@ -1,6 +1,8 @@
 #pragma once
+#include <array>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "platform/CommonDialog.hpp"
 #include "platform/ControlArray.hpp"
@@ -56,6 +58,8 @@ class frmMain : public Window {
     MenuItem mnuDecisionTree;
     MenuItem mnuAbout;
     MenuItem mnuAboutKITE;
+    // The lines between the groups of the menus; they are no fields of the window.
+    std::array<MenuItem, 10> mnuGroupLines;
 
     // Status strip: the hint on the left three quarters, the status on the rest.
     PictureBox picStatus;
@@ -141,6 +145,16 @@ class frmMain : public Window {
     std::function<void(MenuItem&)> PopupMenu;
     // The view arranges the children: 1 tiles them, 0 cascades them.
     std::function<void(int)> Arrange;
+    // The view measures the main window that shows the largest document window whole: width
+    // and height in twips. A first start opens at that size, as far as the screen allows.
+    std::function<std::pair<double, double>()> MeasureDocuments;
+    // The main window's size and place of a first start, in twips: large enough for the
+    // largest document (at least the classic 9600 by 7200), at most nine tenths of the
+    // screen's work area, and centred in it.
+    struct Placement {
+        double Left = 0, Top = 0, Width = 0, Height = 0;
+    };
+    Placement FirstRunPlacement();
 
     // The path of the program's manual, which Help, Contents shows.
     std::string HelpFilePath() const;

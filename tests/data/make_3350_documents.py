@@ -38,7 +38,8 @@ def general(v):
 
 
 def pins(oe):
-    return ["8", "VDD", "XTALOUT", "XTALIN", "OE" if oe else "PD", "VSS", "CLKOUT", "", ""]
+    # Pins 7 and 8 are not connected; the drawing names them so.
+    return ["8", "VDD", "XTALOUT", "XTALIN", "OE" if oe else "PD", "VSS", "CLKOUT", "NC", "NC"]
 
 
 def draw_chip(device, pin, indent):

@@ -20,25 +20,30 @@
 
 namespace pendulon::test {
 
-// The program on the headless platform with the real main window and the document views: a
+// The program on a headless platform with the real main window and the document views: a
 // document is made by File, New as a user makes it, and its view is the one the program shows.
-struct DocumentFixture {
-    HeadlessPlatform platform;
+// The main window stands where the test puts it, or, on a first start, where the program's
+// first start puts it on the platform's screen.
+template <class Platform>
+struct ProgramFixture {
+    Platform platform;
     std::unique_ptr<Application> app;
     ViewRegistry views;
     std::unique_ptr<MainWindow> window;
 
-    DocumentFixture() {
+    explicit ProgramFixture(bool firstStart = false) {
         app = std::make_unique<Application>(platform);
         RegisterDocumentViews(views, *app);
         window = std::make_unique<MainWindow>(*app, views);
         ConnectDesktopCommands(*app);
         app->Main().MDIForm_Load("");
-        app->Main().SetWindowState(0);
-        app->Main().Move(0, 0, 18000, 13500);
-        app->Main().SetVisible(true);
+        if (!firstStart) {
+            app->Main().SetWindowState(0);
+            app->Main().Move(0, 0, 18000, 13500);
+            app->Main().SetVisible(true);
+        }
     }
-    ~DocumentFixture() {
+    ~ProgramFixture() {
         // Views go before their models.
         window.reset();
     }
@@ -63,6 +68,8 @@ struct DocumentFixture {
         return QTest::qWaitForWindowActive(window.get());
     }
 };
+
+using DocumentFixture = ProgramFixture<HeadlessPlatform>;
 
 // Where a widget lies in a view's coordinates.
 inline QRect InView(const QWidget* widget, const QWidget* view) {

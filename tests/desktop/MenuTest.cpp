@@ -53,28 +53,48 @@ class MenuTest : public QObject {
                  QStringList({"&File", "&Edit", "&View", "&Tools", "&Window", "&Help"}));
     }
 
-    void fileMenuEntriesInTheirOrder() {
+    void fileMenuEntriesInTheirOrderWithALineBetweenTheGroups() {
         Fixture f;
         const QStringList captions = f.Captions(f.app.Main().mnuFile);
-        QCOMPARE(captions.mid(0, 8),
-                 QStringList({"&New", "&Open...", "&Save", "Save &As...", "&Close",
-                              "Configuration &Info...", "&Print...", "P&rint Setup..."}));
-        // The recent-file separator and five entries, then Exit.
-        QCOMPARE(captions.at(8), QString("-"));
+        QCOMPARE(captions.mid(0, 11),
+                 QStringList({"&New", "&Open...", "&Save", "Save &As...", "-", "&Close", "-",
+                              "Configuration &Info...", "-", "&Print...", "P&rint Setup..."}));
+        // The recent-file line and five entries, a line, then Exit.
+        QCOMPARE(captions.at(11), QString("-"));
+        QCOMPARE(captions.at(captions.size() - 2), QString("-"));
         QCOMPARE(captions.last(), QString("E&xit"));
-        QCOMPARE(captions.size(), 15);
+        QCOMPARE(captions.size(), 19);
+    }
+
+    void closeExitAndHelpHaveTheirKeys() {
+        Fixture f;
+        frmMain& m = f.app.Main();
+        const auto key = [&](MenuItem& item) {
+            auto* action = f.window->findChild<QAction*>(QString::fromStdString(item.Name()));
+            return action == nullptr ? QKeySequence() : action->shortcut();
+        };
+        QCOMPARE(key(m.mnuClose), QKeySequence("Ctrl+W"));
+        QCOMPARE(key(m.mnuExit), QKeySequence("Ctrl+Q"));
+        QCOMPARE(key(m.mnuPopupHelp), QKeySequence("F1"));
+        QCOMPARE(key(m.mnuNew), QKeySequence("Ctrl+N"));
+        QCOMPARE(key(m.mnuSaveAs), QKeySequence());
     }
 
     void submenusOfViewAndTools() {
         Fixture f;
         frmMain& m = f.app.Main();
         QCOMPARE(f.Captions(m.mnuView),
-                 QStringList({"&Power Calculation", "&Debug Window", "&Entry File"}));
+                 QStringList({"&Power Calculation", "&Debug Window", "-", "&Entry File"}));
         QCOMPARE(f.Captions(m.mnuViewEntryFile), QStringList({"&Create New", "&Read From Disk"}));
         QCOMPARE(f.Captions(m.mnuToolsCreateEPROM),
                  QStringList({"From &New Entry File", "&From Saved Entry File"}));
-        QCOMPARE(f.Captions(m.mnuHelp), QStringList({"Contents", "Clock Selection Wizard",
-                                                     "About Pendulon...", "About KITE..."}));
+        QCOMPARE(f.Captions(m.mnuHelp),
+                 QStringList({"Contents", "-", "Clock Selection Wizard", "-", "About Pendulon...",
+                              "About KITE..."}));
+        QCOMPARE(f.Captions(m.mnuEdit),
+                 QStringList({"Cu&t", "&Copy", "&Paste", "-", "Select &All"}));
+        QCOMPARE(f.Captions(m.mnuTools), QStringList({"Create EPROM Vector", "-", "&Options...",
+                                                      "-", "Launch &KITE"}));
         QCOMPARE(f.Captions(m.mnuWindow), QStringList({"&Tile", "&Cascade"}));
     }
 

@@ -91,8 +91,8 @@ class PrintPreviewViewTest : public QObject {
         QVERIFY(Choose(view->findChild<QComboBox*>("cboPrintFont"), "DejaVu Sans Mono"));
         QCOMPARE(text->font().family(), QString("DejaVu Sans Mono"));
         auto* sizes = view->findChild<QComboBox*>("cboPrintSize");
-        // Only the scalable classic face takes every size.
-        QVERIFY(!sizes->isEnabled());
+        // A scalable face takes every size: the size list is in use.
+        QVERIFY(sizes->isEnabled());
         f.platform.SetFonts({"Courier New", "DejaVu Sans Mono", "Noto Mono"});
         f.Preview().Form_Load();
         QVERIFY(Choose(view->findChild<QComboBox*>("cboPrintFont"), "Courier New"));
@@ -197,20 +197,17 @@ class PrintPreviewViewTest : public QObject {
         QVERIFY(f.app->Document() != nullptr);
     }
 
-    void previewMenusForwardToTheMainWindow() {
+    void previewHasNoMenuBarOfItsOwnTheMainWindowsMenusServeIt() {
         PreviewFixture f;
         QVERIFY(f.ShowAndActivate());
         PrintPreviewView* view = f.View();
-        QMenuBar* bar = view->Menus();
-        QVERIFY(bar->findChild<QMenu*>("mnuWindow") != nullptr);
-        auto* tile = bar->findChild<QAction*>("mnuWindowTile");
+        QVERIFY(view->findChild<QMenuBar*>() == nullptr);
+        auto* tile = f.window->findChild<QAction*>("mnuTile");
         QVERIFY(tile != nullptr);
         int arranged = -1;
         f.app->Main().Arrange = [&arranged](int how) { arranged = how; };
         tile->trigger();
         QCOMPARE(arranged, 1);
-        bar->findChild<QAction*>("mnuWindowCascade")->trigger();
-        QCOMPARE(arranged, 0);
     }
 
     void desktopPrintingPrintsOnThePrinterAsSetUp() {

@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -147,6 +148,71 @@ class QX5140ViewTest : public QObject {
                 QVERIFY2(!InView(group, s.view).intersects(panel->geometry()),
                          qPrintable(group->objectName()));
         KeepPicture(f.window.get(), "frmQX5140-1280x800-case2");
+    }
+
+    void everyFieldIsNamedByItsLabelsWithTheRightRole() {
+        DocumentFixture f;
+        Shown s(f, 1280, 800, "QX5140");
+        const auto named = [&](const char* widget) {
+            QAccessibleInterface* face =
+                QAccessible::queryAccessibleInterface(s.view->findChild<QWidget*>(widget));
+            return face == nullptr ? QString() : face->text(QAccessible::Name);
+        };
+        const auto role = [&](const char* widget) {
+            QAccessibleInterface* face =
+                QAccessible::queryAccessibleInterface(s.view->findChild<QWidget*>(widget));
+            return face == nullptr ? QAccessible::NoRole : face->role();
+        };
+        QCOMPARE(named("txtClkA(0)"), QString("CLKA Desired (MHz)"));
+        QCOMPARE(named("txtClkB"), QString("CLKB Desired (MHz)"));
+        // A list is read by its value on this system; its name is the widget's.
+        QCOMPARE(s.view->findChild<QWidget*>("cboClkC")->accessibleName(),
+                 QString("CLKC Actual (MHz, PPM)"));
+        QCOMPARE(named("chkPrivatePLLClockB"), QString("CLKB Private PLL"));
+        QCOMPARE(s.view->findChild<QWidget*>("cboCPLLData(0)")->accessibleName(),
+                 QString("CPLL[0] PLL Data"));
+        QCOMPARE(named("chkSuspendSPLL"), QString("SPLL Suspend"));
+        QCOMPARE(named("optShutdown"), QString("Shutdown"));
+        QCOMPARE(role("optShutdown"), QAccessible::RadioButton);
+        QCOMPARE(role("opt3V"), QAccessible::RadioButton);
+        QCOMPARE(role("chkPrivatePLLClockA"), QAccessible::CheckBox);
+        // Every field has a name.
+        for (QWidget* widget : s.view->findChildren<QWidget*>()) {
+            if (widget->objectName().isEmpty() || widget->objectName().startsWith("qt_") ||
+                !widget->isVisible())
+                continue;
+            if (qobject_cast<QLineEdit*>(widget) || qobject_cast<QComboBox*>(widget) ||
+                qobject_cast<QAbstractButton*>(widget)) {
+                QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget);
+                const QString name = qobject_cast<QComboBox*>(widget) != nullptr
+                                         ? widget->accessibleName()
+                                         : face->text(QAccessible::Name);
+                QVERIFY2(!name.isEmpty(), qPrintable(widget->objectName()));
+            }
+        }
+        // An option still shows the model's group: a click on another option moves the mark.
+        QTest::mouseClick(s.view->findChild<QRadioButton*>("optSelect"), Qt::LeftButton);
+        QVERIFY(s.form->optSelect.Value());
+        QVERIFY(!s.view->findChild<QRadioButton*>("optOE")->isChecked());
+        QVERIFY(s.view->findChild<QRadioButton*>("optSelect")->isChecked());
+        // The model may clear every option of a group; the buttons follow.
+        s.form->optSuspendOutputsOnly.SetValue(false);
+        s.form->optSuspendOutputsAndPLLs.SetValue(false);
+        QVERIFY(!s.view->findChild<QRadioButton*>("optSuspendOutputsOnly")->isChecked());
+        QVERIFY(!s.view->findChild<QRadioButton*>("optSuspendOutputsAndPLLs")->isChecked());
+    }
+
+    void aClickIntoAFrequencySelectsItSoTypingReplacesIt() {
+        DocumentFixture f;
+        Shown s(f, 1280, 800, "QX5140");
+        auto* edit = s.view->findChild<QLineEdit*>("txtClkB");
+        s.form->txtClkB.SetText("25");
+        s.view->findChild<QWidget*>("txtPPM")->setFocus(Qt::OtherFocusReason);
+        QTest::mouseClick(edit, Qt::LeftButton, Qt::NoModifier, QPoint(edit->width() / 2, 5));
+        QVERIFY(edit->hasFocus());
+        QCOMPARE(edit->selectedText(), QString("25"));
+        QTest::keyClicks(edit, "33");
+        QCOMPARE(s.form->txtClkB.Text(), std::string("33"));
     }
 
     void tabGoesThroughTheFrequencies() {

@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <utility>
 
 #include "DesktopTests.hpp"
 #include "TestWindow.hpp"
@@ -241,6 +242,41 @@ class QtPlatformTest : public QObject {
         QCOMPARE(suffix, QString("ent"));
         QVERIFY(confirms);
         QCOMPARE(QString::fromStdString(dialog.FileName), dir.path() + "/new.ent");
+    }
+
+    void fileDialogStartsInTheFolderAskedForThenInTheLastOneElseAtHome() {
+        QtPlatform platform(views_);
+        QTemporaryDir asked, chosen;
+        QVERIFY(QDir().mkpath(asked.path()));
+        const auto folderShown = [&](CommonDialog& dialog, const QString& choose) {
+            QString shown, selectedFilter;
+            OnNextModal([&](QWidget* modal) {
+                auto* files = qobject_cast<QFileDialog*>(modal);
+                QVERIFY(files != nullptr);
+                shown = files->directory().absolutePath();
+                selectedFilter = files->selectedNameFilter();
+                files->selectFile(choose);
+                QMetaObject::invokeMethod(files, "accept");
+            });
+            platform.ShowSave(dialog);
+            return std::pair{shown, selectedFilter};
+        };
+        CommonDialog dialog;
+        dialog.Filter = "Entry Files (*.ent)|*.ent|All Files (*.*)|*.*";
+        dialog.FilterIndex = 1;
+        dialog.DefaultExt = "ent";
+        // Nothing asked, no dialog before: home, whatever folder the program runs in.
+        auto [first, filter] = folderShown(dialog, chosen.path() + "/a");
+        QCOMPARE(first, QDir::homePath());
+        QCOMPARE(filter, QString("Entry Files (*.ent)"));
+        QCOMPARE(QString::fromStdString(dialog.FileName), chosen.path() + "/a.ent");
+        // Then the folder of the file last chosen.
+        dialog.FileName.clear();
+        QCOMPARE(folderShown(dialog, chosen.path() + "/b").first, QDir(chosen.path()).absolutePath());
+        // A folder the program asks for comes first, and a pattern is no name to offer.
+        dialog.InitDir = asked.path().toStdString();
+        dialog.FileName = "*.txt";
+        QCOMPARE(folderShown(dialog, chosen.path() + "/c").first, QDir(asked.path()).absolutePath());
     }
 
     void cancelledOpenDialogLeavesTheFileName() {

@@ -198,12 +198,14 @@ TEST_F(GraphicsTest, ChipMetricsAtScaleOneAndSquarePixels) {
     EXPECT_EQ(graphics.DepthX(), 60);  // 60 / 15 = 4 pixels
     EXPECT_EQ(graphics.DepthY(), 30);  // 2 pixels
     EXPECT_EQ(graphics.PinEdge(), 30);
-    // Pins: 230 / 15 = 15.33 gives 15 pixels long, 105 / 15 = 7 pixels high.
-    const auto pins = Pins(pic, 105);
+    // Pins: 230 / 15 = 15.33 gives 15 pixels long. 105 / 15 = 7 pixels high, but a line of
+    // Arial 9 is 216 twips, 14.4 pixels, so 15: two pin heights hold it at 8 pixels, 120.
+    const auto pins = Pins(pic, 120);
     ASSERT_EQ(pins.size(), 8u);
     EXPECT_DOUBLE_EQ(pins[0].x2 - pins[0].x1, 225);
-    // Rows are two pin heights apart.
-    EXPECT_DOUBLE_EQ(pins[2].y1 - pins[0].y1, 210);
+    // Rows are two pin heights apart: no two names overlap.
+    EXPECT_DOUBLE_EQ(pins[2].y1 - pins[0].y1, 240);
+    EXPECT_GE(pins[2].y1 - pins[0].y1, 216);
     EXPECT_EQ(pic.Font().Name, "Arial");
     EXPECT_DOUBLE_EQ(pic.Font().Size, 9);
 }
@@ -213,27 +215,27 @@ TEST_F(GraphicsTest, ChipBodyIsCentredAndSizedFromTheText) {
     PictureBox pic;
     pic.Move(0, 0, 4500, 3000);
     graphics.DrawChip(pic, "QX6105A", EightPins(), 1.0);
-    // Arial 9: 99 twips a character. Width 396 + 693 + 180 = 1269, 84.6 pixels, so 85 = 1275;
-    // at least 1200. Height 4 x 210 - 105 + 180 = 915.
+    // Arial 9: 99 twips a character. Width 396 + 693 + two blanks 198 + 180 = 1467, 97.8
+    // pixels, so 98 = 1470; at least 1200. Height 4 x 240 - 120 + 180 = 1020.
     const auto boxes = OfType(pic, Type::FilledBox);
     ASSERT_GE(boxes.size(), 2u);
     const DrawOp& shadow = boxes[0];
     const DrawOp& body = boxes[1];
     EXPECT_EQ(shadow.fillColor, colors::ButtonShadow);
     EXPECT_EQ(body.fillColor, colors::ButtonFace);
-    EXPECT_DOUBLE_EQ(body.x2 - body.x1, 1275);
-    EXPECT_DOUBLE_EQ(body.y2 - body.y1, 915);
-    // Left: round((4500 - 1275) / 2) = 1612 (1612.5 to even), whole pixels: 1605. Top: 1042
-    // (1042.5 to even) gives 1035, less P = 30.
-    EXPECT_DOUBLE_EQ(body.x1, 1605);
-    EXPECT_DOUBLE_EQ(body.y1, 1005);
-    EXPECT_DOUBLE_EQ(shadow.x1, 1605 + 60);
-    EXPECT_DOUBLE_EQ(shadow.y1, 1005 + 30);
-    // The name stands in the middle of the body.
+    EXPECT_DOUBLE_EQ(body.x2 - body.x1, 1470);
+    EXPECT_DOUBLE_EQ(body.y2 - body.y1, 1020);
+    // Left: (4500 - 1470) / 2 = 1515, whole pixels. Top: 990, less P = 30.
+    EXPECT_DOUBLE_EQ(body.x1, 1515);
+    EXPECT_DOUBLE_EQ(body.y1, 960);
+    EXPECT_DOUBLE_EQ(shadow.x1, 1515 + 60);
+    EXPECT_DOUBLE_EQ(shadow.y1, 960 + 30);
+    // The name stands in the middle of the body, a blank clear of the widest numbers.
     const DrawOp* name = TextOp(pic, "QX6105A");
     ASSERT_NE(name, nullptr);
-    EXPECT_DOUBLE_EQ(name->x1, 1605 + (1275 - 693) / 2.0);
-    EXPECT_DOUBLE_EQ(name->y1, 1005 + (915 - 216) / 2.0);
+    EXPECT_DOUBLE_EQ(name->x1, 1515 + (1470 - 693) / 2.0);
+    EXPECT_DOUBLE_EQ(name->y1, 960 + (1020 - 216) / 2.0);
+    EXPECT_GE(name->x1, 1515 + 90 + 2 * 99 + 99);
 }
 
 TEST_F(GraphicsTest, ChipKeepsPinOrderNumbersAndNamePositions) {
@@ -241,19 +243,19 @@ TEST_F(GraphicsTest, ChipKeepsPinOrderNumbersAndNamePositions) {
     PictureBox pic;
     pic.Move(0, 0, 4500, 3000);
     graphics.DrawChip(pic, "QX6105A", EightPins(), 1.0);
-    const double left = 1605, width = 1275, pinLength = 225, margin = 90;
-    const double firstY = 1005 + margin;
+    const double left = 1515, width = 1470, pinLength = 225, margin = 90, pin = 120;
+    const double firstY = 960 + margin;
     const auto names = EightPins();
     for (int i = 1; i <= 4; ++i) {
-        const double y = firstY + (i - 1) * 210;
+        const double y = firstY + (i - 1) * 2 * pin;
         const DrawOp* leftNumber = TextOp(pic, std::to_string(i));
         const DrawOp* rightNumber = TextOp(pic, std::to_string(9 - i));
         ASSERT_NE(leftNumber, nullptr);
         ASSERT_NE(rightNumber, nullptr);
         EXPECT_DOUBLE_EQ(leftNumber->x1, left + margin);
-        EXPECT_DOUBLE_EQ(leftNumber->y1, y + (105 - 216) / 2.0);
+        EXPECT_DOUBLE_EQ(leftNumber->y1, y + (pin - 216) / 2.0);
         EXPECT_DOUBLE_EQ(rightNumber->x1 + 99, left + width - margin);
-        EXPECT_DOUBLE_EQ(rightNumber->y1, y + (105 - 216) / 2.0);
+        EXPECT_DOUBLE_EQ(rightNumber->y1, y + (pin - 216) / 2.0);
         const DrawOp* leftName = TextOp(pic, names[static_cast<size_t>(i)]);
         const DrawOp* rightName = TextOp(pic, names[static_cast<size_t>(9 - i)]);
         ASSERT_NE(leftName, nullptr);
@@ -262,7 +264,7 @@ TEST_F(GraphicsTest, ChipKeepsPinOrderNumbersAndNamePositions) {
         EXPECT_DOUBLE_EQ(leftName->x1 + 99.0 * static_cast<double>(leftName->text.size()),
                          left - pinLength - margin);
         EXPECT_DOUBLE_EQ(rightName->x1, left + width + pinLength + margin);
-        EXPECT_DOUBLE_EQ(leftName->y1, y + (105 - 216) / 2.0);
+        EXPECT_DOUBLE_EQ(leftName->y1, y + (pin - 216) / 2.0);
     }
 }
 
@@ -305,7 +307,9 @@ TEST_F(GraphicsTest, ChipMetricsAtScale085) {
     EXPECT_EQ(graphics.DepthX(), 45);  // 51 / 15 = 3.4
     EXPECT_EQ(graphics.DepthY(), 30);  // 25.5 / 15 = 1.7
     EXPECT_EQ(graphics.PinEdge(), 30);
-    const auto pins = Pins(pic, 90);  // 89.25 / 15 = 5.95 gives 6 pixels
+    // 89.25 / 15 = 5.95 gives 6 pixels, but a line of Arial 8 is 192 twips, 12.8 pixels, so
+    // 13: two pin heights hold it at 7 pixels, 105.
+    const auto pins = Pins(pic, 105);
     ASSERT_EQ(pins.size(), 8u);
     EXPECT_DOUBLE_EQ(pins[0].x2 - pins[0].x1, 195);  // 195.5 / 15 = 13.03
     EXPECT_DOUBLE_EQ(pic.Font().Size, 8);            // 7.65 to the nearest
@@ -356,8 +360,10 @@ TEST_F(GraphicsTest, PinWithoutMaskHasNoBarsAndMaskDrawsBarsOverMarkedLetters) {
     EXPECT_DOUBLE_EQ(two[0].x2, name->x1 + 99);
     EXPECT_DOUBLE_EQ(two[1].x1, name->x1 + 99);
     EXPECT_DOUBLE_EQ(two[1].x2, name->x1 + 198);
-    EXPECT_DOUBLE_EQ(two[0].y1, name->y1);
-    EXPECT_DOUBLE_EQ(two[1].y2, name->y1);
+    // In the name's own line, a pixel below its top: over PD, not over the name above it.
+    EXPECT_DOUBLE_EQ(two[0].y1, name->y1 + 15);
+    EXPECT_DOUBLE_EQ(two[1].y2, name->y1 + 15);
+    EXPECT_LT(two[0].y1, name->y1 + 216);
     EXPECT_EQ(TextOp(pic, "PD;__"), nullptr);
 
     // Blanks in the mask leave their letters bare: bars over "SUSPEND" only.
@@ -378,7 +384,7 @@ TEST_F(GraphicsTest, EmptyPinNameDrawsOnlyThePin) {
     std::vector<std::string> pins = {"8",   "VDD",    "XTALOUT", "XTALIN", "OE",
                                      "VSS", "CLKOUT", "",        ""};
     graphics.DrawChip(pic, "QX3350", pins, 1.0);
-    EXPECT_EQ(Pins(pic, 105).size(), 8u);
+    EXPECT_EQ(Pins(pic, 120).size(), 8u);
     int texts = 0;
     for (const auto& op : OfType(pic, Type::Text)) texts += op.text.empty() ? 100 : 1;
     EXPECT_EQ(texts, 8 + 6 + 1);  // numbers, names, chip name
@@ -407,8 +413,8 @@ TEST_F(GraphicsTest, DipPackageChangesOnlyDepthYAndTheBodyOffset) {
     EXPECT_DOUBLE_EQ(dipBody.y2 - dipBody.y1, soicBody.y2 - soicBody.y1);
     // P grows from the pin edge (30) to depth and edge (75).
     EXPECT_DOUBLE_EQ(soicBody.y1 - dipBody.y1, 45);
-    const auto soicPins = Pins(soicPic, 105);
-    const auto dipPins = Pins(dipPic, 105);
+    const auto soicPins = Pins(soicPic, 120);
+    const auto dipPins = Pins(dipPic, 120);
     ASSERT_EQ(dipPins.size(), soicPins.size());
     EXPECT_DOUBLE_EQ(dipPins[0].x2 - dipPins[0].x1, soicPins[0].x2 - soicPins[0].x1);
     EXPECT_DOUBLE_EQ(dipPins[0].y1 - soicPins[0].y1, -45);
@@ -439,16 +445,16 @@ TEST_F(GraphicsTest, BodyHasShadowBevelGrooveAndNotch) {
     graphics.DrawChip(pic, "QX6105A", EightPins(), 1.0);
     bool groove = false;
     for (const auto& op : OfType(pic, Type::Line)) {
-        if (op.color == colors::ButtonShadow && op.y1 == 1005 + 45 && op.y2 == 1005 + 45) {
-            groove = op.x1 == 1605 + 60 && op.x2 == 1605 + 1275 - 105;
+        if (op.color == colors::ButtonShadow && op.y1 == 960 + 45 && op.y2 == 960 + 45) {
+            groove = op.x1 == 1515 + 60 && op.x2 == 1515 + 1470 - 105;
         }
     }
     EXPECT_TRUE(groove);
     const auto arcs = OfType(pic, Type::Arc);
     ASSERT_EQ(arcs.size(), 2u);
-    // The notch sits at the middle of the top edge: 1275 / 2 = 637.5 twips, 42.5 pixels to 42.
-    EXPECT_DOUBLE_EQ(arcs[0].x1, 1605 + 630);
-    EXPECT_DOUBLE_EQ(arcs[0].y1, 1005);
+    // The notch sits at the middle of the top edge: 1470 / 2 = 735 twips, 49 pixels.
+    EXPECT_DOUBLE_EQ(arcs[0].x1, 1515 + 735);
+    EXPECT_DOUBLE_EQ(arcs[0].y1, 960);
 }
 
 // The colour a point shows once the straight lines and boxes of the display list are painted

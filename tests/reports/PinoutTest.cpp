@@ -29,7 +29,7 @@ TEST(Pinout, QX6105AByOption) {
 TEST(Pinout, QX3350ByOption) {
     Pins pins;
     GetPinout3350(pins, "oe");
-    EXPECT_EQ(pins, (Pins{"8", "VDD", "XTALOUT", "XTALIN", "OE", "VSS", "CLKOUT", "", ""}));
+    EXPECT_EQ(pins, (Pins{"8", "VDD", "XTALOUT", "XTALIN", "OE", "VSS", "CLKOUT", "NC", "NC"}));
     GetPinout3350(pins, "pd");
     EXPECT_EQ(pins[4], "PD");
     GetPinout3350(pins, "PD");

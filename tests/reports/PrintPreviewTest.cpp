@@ -20,7 +20,9 @@ struct RecordingHost : PrintPreviewHost {
     std::vector<std::string> hints;
     std::vector<std::string> commands;
     int closes = 0;
+    std::string document;
 
+    std::string DocumentName() override { return document; }
     std::string Title() override { return "Pendulon(tm) 3.71"; }
     std::string ChecksumCaption() override { return checksum; }
     void DisplayStatus(const std::string& text) override { statuses.push_back(text); }
@@ -126,7 +128,7 @@ TEST_F(PrintPreview, StoredSizeOutsideTheListSelectsNine) {
     EXPECT_EQ(f.cboPrintSize.Text(), "  9");
 }
 
-TEST_F(PrintPreview, AnyFontButCourierNewTakesTheSizeOutOfUse) {
+TEST_F(PrintPreview, TheClassicScreenFacesTakeTheSizeOutOfUseScalableFacesKeepIt) {
     platform.SetFonts({"Courier New", "Courier", "Fixedsys"});
     auto& f = Load();
     f.cboPrintFont.SetListIndex(2);
@@ -136,6 +138,16 @@ TEST_F(PrintPreview, AnyFontButCourierNewTakesTheSizeOutOfUse) {
     EXPECT_FALSE(f.cboPrintSize.Enabled());
     f.cboPrintFont.SetListIndex(0);
     EXPECT_TRUE(f.cboPrintSize.Enabled());
+    // Any other fixed-pitch face of the system is scalable: its size can be chosen.
+    EXPECT_TRUE(frmPrintPreview::IsBitmapFace("Terminal"));
+    EXPECT_FALSE(frmPrintPreview::IsBitmapFace("DejaVu Sans Mono"));
+}
+
+TEST(PrintPreviewSave, OffersTheDocumentsOwnNameWithTxtInItsFolder) {
+    EXPECT_EQ(frmPrintPreview::TextFileName("/home/ann/designs/clock.ent"),
+              "/home/ann/designs/clock.txt");
+    EXPECT_EQ(frmPrintPreview::TextFileName("QX7311"), "QX7311.txt");
+    EXPECT_EQ(frmPrintPreview::TextFileName(""), "*.txt");
 }
 
 TEST_F(PrintPreview, ChoosingASizeSetsTheTextSize) {
@@ -270,6 +282,18 @@ TEST_F(PrintPreview, SaveWritesTheTextWithCrLfAndGivesTheHint) {
     ASSERT_EQ(host->hints.size(), 1u);
     EXPECT_EQ(host->hints[0], "Document saved to \"" + path + "\"");
     EXPECT_TRUE(platform.Messages().empty());
+}
+
+TEST_F(PrintPreview, SaveOffersTheDocumentsNameWithTxtInTheFolderOfItsEntryFile) {
+    auto& f = Load();
+    const std::string folder = test::MakeTempDir();
+    host->document = folder + "/clock.ent";
+    f.txtPrintout.SetText("text");
+    platform.QueueFileAnswer(folder + "/clock.txt");
+    f.cmdSave_Click();
+    ASSERT_EQ(platform.DialogsShown().size(), 1u);
+    EXPECT_EQ(platform.DialogsShown()[0].FileName, folder + "/clock.txt");
+    EXPECT_EQ(test::ReadFile(folder + "/clock.txt"), "text\r\n");
 }
 
 TEST_F(PrintPreview, SaveThroughALinkKeepsTheLinkAndWritesItsTarget) {

@@ -115,7 +115,7 @@ TEST(QX3350Document, PinTableOfBothPin4Functions) {
     std::vector<std::string> pins;
     mAsciiPrintout::GetPinout3350(pins, "oe");
     EXPECT_EQ(pins, (std::vector<std::string>{"8", "VDD", "XTALOUT", "XTALIN", "OE", "VSS",
-                                              "CLKOUT", "", ""}));
+                                              "CLKOUT", "NC", "NC"}));
     mAsciiPrintout::GetPinout3350(pins, "PD");
     EXPECT_EQ(pins[4], "PD");
 }

@@ -189,6 +189,36 @@ TEST(FileAccessor, SaveAsPromptOffersSummaryFileName) {
     EXPECT_TRUE(h.app.Summary().mblnOK);
 }
 
+TEST(FileAccessor, SaveAsPromptStartsWithTheEntryFilterAndMakesEntryFiles) {
+    ShellHarness h;
+    h.Start();
+    h.QueueSummaryOK();
+    h.platform.QueueFileAnswer("/x/board.ent");
+    mFileAccessor::DisplaySaveAsPrompt(h.app);
+    ASSERT_EQ(h.platform.DialogsShown().size(), 1u);
+    const CommonDialog& dialog = h.platform.DialogsShown()[0];
+    EXPECT_EQ(dialog.Filter, "Entry Files (*.ent)|*.ent|All Files (*.*)|*.*");
+    EXPECT_EQ(dialog.FilterIndex, 1);
+    EXPECT_EQ(dialog.DefaultExt, "ent");
+    // No file yet: the platform chooses the folder.
+    EXPECT_EQ(dialog.InitDir, "");
+}
+
+TEST(FileAccessor, FileDialogsStartInTheFolderOfTheDocumentElseOfTheNewestRecentFile) {
+    ShellHarness h;
+    h.Start();
+    EXPECT_EQ(mFileAccessor::StartFolder(h.app), "");
+    h.app.Main().UpdateFileMenu("/designs/older/a.ent");
+    h.app.Main().UpdateFileMenu("/designs/newest/b.ent");
+    EXPECT_EQ(mFileAccessor::StartFolder(h.app), "/designs/newest");
+    h.NewDocument("QX6105A");
+    h.Doc()->txtFilePath.SetText("/work/boards/c.ent");
+    EXPECT_EQ(mFileAccessor::StartFolder(h.app), "/work/boards");
+    mFileAccessor::OpenFile(h.app);  // cancelled: no answer queued
+    ASSERT_EQ(h.platform.DialogsShown().size(), 1u);
+    EXPECT_EQ(h.platform.DialogsShown()[0].InitDir, "/work/boards");
+}
+
 TEST(FileAccessor, SummaryDeviceFindsFamilyOrKeepsDescription) {
     EXPECT_EQ(mFileAccessor::SummaryDevice("qx7311fsc-02"), "QX7311F");
     EXPECT_EQ(mFileAccessor::SummaryDevice("qx4860sc-01"), "QX4860");
