@@ -19,8 +19,10 @@
 namespace pendulon::mFileAccessor {
 
 namespace {
-constexpr const char* kFilter =
+// Open reads entry files and fuse maps; an entry file is saved as one.
+constexpr const char* kOpenFilter =
     "Entry Files (*.ent)|*.ent|Fuse Maps (*.jed)|*.jed|All Files (*.*)|*.*";
+constexpr const char* kFilter = "Entry Files (*.ent)|*.ent|All Files (*.*)|*.*";
 
 // Position of the first folder separator; both kinds are accepted.
 size_t FirstSeparator(const std::string& text) {
@@ -84,12 +86,16 @@ std::string OpenFile(Application& app) {
     dialog.DialogTitle = "Open Entry File";
     dialog.InitDir = StartFolder(app);
     dialog.CancelError = true;
-    dialog.Filter = kFilter;
+    dialog.Filter = kOpenFilter;
     dialog.FilterIndex = 1;
     dialog.Flags = CommonDialog::EntryFileFlags;
     if (!app.Services().ShowOpen(dialog))
         return {};
     return dialog.FileName;
+}
+
+const char* EntryFileFilter() {
+    return kFilter;
 }
 
 std::string DisplaySaveAsPrompt(Application& app) {
@@ -105,9 +111,9 @@ std::string DisplaySaveAsPrompt(Application& app) {
     dialog.CancelError = true;
     dialog.FileName = summary.txtFilename.Text();
     dialog.InitDir = StartFolder(app);
-    // The filter is the one the last Open left; before any Open, the entry files'. A name
-    // typed without an extension becomes an entry file.
-    if (dialog.Filter.empty()) {
+    // The filter is the one the last Open left, without the fuse maps Open offers; before any
+    // Open, the entry files'. A name typed without an extension becomes an entry file.
+    if (dialog.Filter.empty() || dialog.Filter == kOpenFilter) {
         dialog.Filter = kFilter;
         dialog.FilterIndex = 1;
     }

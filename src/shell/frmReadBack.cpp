@@ -220,10 +220,11 @@ void frmReadBack::cmdOpenDocument_Click() {
     CommonDialog& dialog = app_.Main().dlgCommon;
     dialog.DialogTitle = "Save Entry File As";
     dialog.CancelError = true;
-    dialog.Filter = "Entry Files (*.ent)|*.ent|All Files (*.*)|*.*";
+    dialog.Filter = mFileAccessor::EntryFileFilter();
     dialog.FilterIndex = 1;
     dialog.DefaultExt = "ent";
     dialog.FileName = EntryFileName();
+    dialog.InitDir = std::filesystem::path(mstrPath).parent_path().string();
     dialog.Flags = CommonDialog::EntryFileFlags & ~CommonDialog::FileMustExist;
     if (!app_.Services().ShowSave(dialog))
         return;
