@@ -38,6 +38,7 @@
 #include "shell/frmMain.hpp"
 #include "shell/frmReadBack.hpp"
 #include "shell/frmSummary.hpp"
+#include "support/ProgramSession.hpp"
 #include "support/TestSupport.hpp"
 
 namespace pendulon {
@@ -64,56 +65,21 @@ void PrintTo(const Case& c, std::ostream* os) {
     *os << c.name;
 }
 
-// The program on the headless platform, started as a user starts it.
-struct Program {
-    Program() {
-        app = std::make_unique<Application>(platform);
-        app->Main().MDIForm_Load("");
-    }
-    Configurator& Doc() {
-        if (app->Document() == nullptr)
-            throw std::runtime_error("no document");
-        return *app->Document();
-    }
-    void New(const std::string& device) {
-        frmDevice& select = app->DeviceForm();
-        select.CreateNew(true);
-        select.OptionFor(device)->SetValue(true);
-        select.cmdOK_Click();
-    }
-    void QueueSummaryOK() {
-        platform.QueueModal("frmSummary",
-                            [](Window& w) { dynamic_cast<frmSummary&>(w).cmdOK_Click(); });
-    }
-    void SaveAs(const std::string& path) {
-        QueueSummaryOK();
-        platform.QueueFileAnswer(path);
-        app->Main().mnuSaveAs.RaiseClick();
-    }
+// The program, and the vector of its document.
+struct Program : test::ProgramSession {
     // Tools, Create EPROM Vector, From Saved Entry File; the QX5140 window offers no vector,
-    // so its entry-file object writes it, from the window or from the saved file.
-    void Vector(const std::string& path, bool fromSaved) {
-        Configurator& doc = Doc();
+    // so its entry-file object writes it from the saved file, as the command would.
+    void Vector(const std::string& path) {
+        Configurator& doc = *Doc();
         if (doc.Device() == "QX5140") {
-            auto& family = dynamic_cast<frm7311Family&>(doc);
-            if (!fromSaved)
-                family.EntryFile().MakeEntryFile();
             // As Create EPROM Vector does: the saved file is the first recent file.
-            app->Main().UpdateFileMenu(doc.txtFilePath.Text());
-            family.EntryFile().MakeEPROMVector(path, !fromSaved);
+            Main().UpdateFileMenu(doc.txtFilePath.Text());
+            dynamic_cast<frm7311Family&>(doc).EntryFile().MakeEPROMVector(path, false);
             return;
         }
         platform.QueueFileAnswer(path);
-        app->Main().mnuToolsCreateEPROMSaved.RaiseClick();
+        Main().mnuToolsCreateEPROMSaved.RaiseClick();
     }
-    std::string Messages() const {
-        std::string all;
-        for (const auto& message : platform.Messages()) all += message.Text + "\n---\n";
-        return all;
-    }
-
-    HeadlessPlatform platform;
-    std::unique_ptr<Application> app;
 };
 
 template <class T>
@@ -536,14 +502,14 @@ TEST_P(ReadBackRoundTrip, VectorReadsBackToItsEntryFileWindowAndVector) {
 
     Program program;
     program.New(c.device);
-    Configurator& form = program.Doc();
+    Configurator& form = *program.Doc();
     for (const Action& action : c.actions) Apply(form, action);
     form.cmdCalculate.RaiseClick();
     program.SaveAs(entry);
     ASSERT_EQ(form.txtFilePath.Text(), entry) << program.Messages();
     const Shown shown = WindowShows(form, c.device);
     const double reference = Val(form.cboFRef.Text());
-    program.Vector(vector, true);
+    program.Vector(vector);
     const std::string written = test::ReadFile(vector);
 
     // The vector's "# i" values are the entry file's.
@@ -574,7 +540,7 @@ TEST_P(ReadBackRoundTrip, VectorReadsBackToItsEntryFileWindowAndVector) {
     readBack->cmdOpenDocument_Click();
     ASSERT_NE(program.app->Document(), nullptr) << program.Messages();
     EXPECT_EQ(program.app->Preview(), nullptr);
-    Configurator& reopened = program.Doc();
+    Configurator& reopened = *program.Doc();
     EXPECT_EQ(reopened.Device(), c.device);
     EXPECT_EQ(reopened.txtFilePath.Text().empty(), false);
     const std::string notes = [&] {
@@ -592,7 +558,7 @@ TEST_P(ReadBackRoundTrip, VectorReadsBackToItsEntryFileWindowAndVector) {
         EXPECT_NE(notes.find(c.windowChooses + "\r\n"), std::string::npos) << notes;
     }
     ExpectReadBackShows(fuses, WindowShows(reopened, c.device));
-    program.Vector(vectorAgain, true);
+    program.Vector(vectorAgain);
     EXPECT_EQ(FuseRows(test::ReadFile(vectorAgain)), FuseRows(written)) << notes;
 }
 

@@ -18,6 +18,7 @@
 #include "shell/frmMain.hpp"
 #include "shell/frmReadBack.hpp"
 #include "shell/frmSummary.hpp"
+#include "support/ProgramSession.hpp"
 #include "support/TestSupport.hpp"
 
 namespace pendulon {
@@ -25,28 +26,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct ReadBackProgram {
-    explicit ReadBackProgram(const std::string& commandLine = "") {
-        app = std::make_unique<Application>(platform);
-        app->Main().MDIForm_Load(commandLine);
-    }
-    void New(const std::string& device) {
-        frmDevice& select = app->DeviceForm();
-        select.CreateNew(true);
-        select.OptionFor(device)->SetValue(true);
-        select.cmdOK_Click();
-    }
-    // File, Open with the dialog answered by path.
-    void Open(const std::string& path) {
-        platform.QueueFileAnswer(path);
-        app->Main().mnuOpen.RaiseClick();
-    }
+struct ReadBackProgram : test::ProgramSession {
+    using ProgramSession::ProgramSession;
+    // File, Open of a fuse map.
+    void Open(const std::string& path) { OpenAnswered(path); }
     frmReadBack* ReadBack() const { return dynamic_cast<frmReadBack*>(app->Preview()); }
     std::string LastMessage() const {
         return platform.Messages().empty() ? std::string() : platform.Messages().back().Text;
     }
-    HeadlessPlatform platform;
-    std::unique_ptr<Application> app;
 };
 
 std::string Golden(const std::string& name) {
@@ -229,8 +216,7 @@ TEST(frmReadBack, OpenAsDocumentWritesTheEntryFileAndOpensItInTheDevicesWindow) 
     const std::string expected = readBack->EntryFileText();
     const std::string entry = folder / "chip.ent";
     program.platform.QueueFileAnswer(entry);
-    program.platform.QueueModal("frmSummary",
-                                [](Window& w) { dynamic_cast<frmSummary&>(w).cmdOK_Click(); });
+    program.QueueSummaryOK();
     readBack->cmdOpenDocument_Click();
     ASSERT_TRUE(fs::exists(entry));
     EXPECT_EQ(test::ReadFile(entry), expected);
@@ -267,8 +253,7 @@ TEST(frmReadBack, OpenAsDocumentTellsWhichFieldsTheWindowsSearchChoosesOtherwise
     ASSERT_NE(readBack, nullptr);
     EXPECT_TRUE(Contains(readBack->txtPrintout.Text(), "  PLL       176    42     119.999985"));
     program.platform.QueueFileAnswer(folder / "doubled.ent");
-    program.platform.QueueModal("frmSummary",
-                                [](Window& w) { dynamic_cast<frmSummary&>(w).cmdOK_Click(); });
+    program.QueueSummaryOK();
     readBack->cmdOpenDocument_Click();
     ASSERT_NE(program.app->Document(), nullptr);
     const std::string note = program.LastMessage();
