@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "desktop/Binder.hpp"
@@ -57,7 +58,13 @@ ReadBackView::ReadBackView(frmReadBack& form, Application& app, QWidget* parent,
 
     preview_ = new PrintPreviewView(form, app, this, twipsPerPixelX, twipsPerPixelY);
     root->addWidget(preview_, 1);
-    preview_->GetBinder().BindChildren(choices);
+    Binder& binder = preview_->GetBinder();
+    binder.BindChildren(choices);
+    // Opening the document closes this view: run it once the click is over.
+    disconnect(open, &QPushButton::clicked, &binder, nullptr);
+    connect(open, &QPushButton::clicked, &binder, [&form, &binder] {
+        QTimer::singleShot(0, &binder, [&form] { form.cmdOpenDocument.RaiseClick(); });
+    });
 }
 
 }  // namespace pendulon
