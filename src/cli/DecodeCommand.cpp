@@ -43,10 +43,8 @@ nlohmann::json ToJson(const ReadBack& rb) {
         fields.push_back({{"index", field.Index}, {"name", field.Name}, {"value", field.Value}});
     nlohmann::json loops = nlohmann::json::array();
     for (const ReadBack::Loop& loop : rb.Loops) {
-        nlohmann::json entry = {{"name", loop.Name},
-                                {"p", loop.P},
-                                {"q", loop.Q},
-                                {"vco", Number(loop.VCO, loop.Off)}};
+        nlohmann::json entry = {
+            {"name", loop.Name}, {"p", loop.P}, {"q", loop.Q}, {"vco", Number(loop.VCO, loop.Off)}};
         if (!loop.Note.empty())
             entry["note"] = loop.Note;
         loops.push_back(entry);

@@ -13,8 +13,8 @@
 
 namespace pendulon {
 
-ReadBackView::ReadBackView(frmReadBack& form, Application& app, QWidget* parent,
-                           int twipsPerPixelX, int twipsPerPixelY)
+ReadBackView::ReadBackView(frmReadBack& form, Application& app, QWidget* parent, int twipsPerPixelX,
+                           int twipsPerPixelY)
     : QWidget(parent) {
     setObjectName("frmReadBackView");
     auto* root = new QVBoxLayout(this);

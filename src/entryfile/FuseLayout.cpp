@@ -102,16 +102,13 @@ FuseLayout Make7311() {
     for (int n = 25; n <= 28; ++n) config.push_back(Binary(n, 5));
     config.push_back(Fixed("1000", "end of the configuration row"));
     layout.rows.push_back(config);
-    layout.rows.push_back({IdentityField(FuseIdentity::Checksum, 10),
-                           IdentityField(FuseIdentity::Major, 4),
-                           IdentityField(FuseIdentity::Minor, 7),
-                           IdentityField(FuseIdentity::Build, 10),
-                           IdentityField(FuseIdentity::Day, 5),
-                           IdentityField(FuseIdentity::Month, 4),
-                           IdentityField(FuseIdentity::Year, 12),
-                           IdentityField(FuseIdentity::DeviceNumber, 12),
-                           Fixed(std::string(12, '0'), "padding of the identity row"),
-                           Fixed("1001", "end of the identity row")});
+    layout.rows.push_back(
+        {IdentityField(FuseIdentity::Checksum, 10), IdentityField(FuseIdentity::Major, 4),
+         IdentityField(FuseIdentity::Minor, 7), IdentityField(FuseIdentity::Build, 10),
+         IdentityField(FuseIdentity::Day, 5), IdentityField(FuseIdentity::Month, 4),
+         IdentityField(FuseIdentity::Year, 12), IdentityField(FuseIdentity::DeviceNumber, 12),
+         Fixed(std::string(12, '0'), "padding of the identity row"),
+         Fixed("1001", "end of the identity row")});
     layout.fuseCount = 336;
     return layout;
 }
@@ -171,8 +168,8 @@ std::string WriteFuseRow(const FuseRow& row, const clsEntryFile& e, const FuseId
             case FuseField::Kind::Counter: {
                 // A switched-off loop, P 3 and Q 3, goes in as it is.
                 const bool off = e.i(field.index) == 3 && e.i(field.pair) == 3;
-                fuses += Bits(off ? e.i(field.index) : e.i(field.index) - field.offset,
-                              field.width);
+                fuses +=
+                    Bits(off ? e.i(field.index) : e.i(field.index) - field.offset, field.width);
                 break;
             }
             case FuseField::Kind::Fixed:

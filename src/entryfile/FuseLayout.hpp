@@ -28,8 +28,8 @@ struct FuseField {
     int index = 0;  // image index, or the FuseIdentity element for Identity
     int width = 1;
     int offset = 0;
-    int pair = -1;      // the other counter of the loop, for Counter
-    std::string fixed;  // the fuses of a Fixed field
+    int pair = -1;          // the other counter of the loop, for Counter
+    std::string fixed;      // the fuses of a Fixed field
     const char* what = "";  // what a Fixed field is, for the reader's messages
 };
 

@@ -71,14 +71,14 @@ std::string Hex4(unsigned value) {
 
 // The fields of a JEDEC transmission as far as the program needs them.
 struct Jedec {
-    std::optional<long> fuseCount;  // QF
-    std::optional<long> pinCount;   // QP
+    std::optional<long> fuseCount;    // QF
+    std::optional<long> pinCount;     // QP
     std::optional<char> defaultFuse;  // F
     struct Fuses {
         long address = 0;
         std::string fuses;
     };
-    std::vector<Fuses> lists;  // L fields in their order
+    std::vector<Fuses> lists;             // L fields in their order
     std::optional<std::string> checksum;  // C, as written (trimmed)
     clsFuseMap::Transmission transmission = clsFuseMap::Transmission::Absent;
     std::string transmissionText;
@@ -94,9 +94,8 @@ bool ParseJedec(std::string_view text, Jedec& jedec, std::string& cause) {
         cause = "it ends before the end of its transmission (no ETX): the file is cut";
         return false;
     }
-    std::string_view body = text.substr(start, etx == std::string_view::npos
-                                                   ? std::string_view::npos
-                                                   : etx - start);
+    std::string_view body =
+        text.substr(start, etx == std::string_view::npos ? std::string_view::npos : etx - start);
     if (etx != std::string_view::npos) {
         // Four hexadecimal digits behind ETX; "0000" says that none was computed.
         const std::string_view sum = text.substr(etx + 1, 4);
@@ -111,8 +110,7 @@ bool ParseJedec(std::string_view text, Jedec& jedec, std::string& cause) {
                 const std::string computed = Hex4(total & 0xFFFF);
                 if (computed != jedec.transmissionText) {
                     cause = "its transmission checksum " + jedec.transmissionText +
-                            " does not match the file, whose transmission checksum is " +
-                            computed;
+                            " does not match the file, whose transmission checksum is " + computed;
                     return false;
                 }
                 jedec.transmission = clsFuseMap::Transmission::Verified;
@@ -137,8 +135,8 @@ bool ParseJedec(std::string_view text, Jedec& jedec, std::string& cause) {
             if (jedec.lists.empty() && !jedec.fuseCount)
                 cause = kNotAFuseMap;
             else
-                cause = "it ends inside the field \"" + Shown(body.substr(at)) +
-                        "\": the file is cut";
+                cause =
+                    "it ends inside the field \"" + Shown(body.substr(at)) + "\": the file is cut";
             return false;
         }
         std::string_view field = body.substr(at, end - at);
@@ -207,8 +205,7 @@ bool ParseJedec(std::string_view text, Jedec& jedec, std::string& cause) {
         jedec.fuseCount = count;
     }
     if (badChecksum) {
-        cause = "its fuse checksum \"C" + Shown(*badChecksum) +
-                "\" is not four hexadecimal digits";
+        cause = "its fuse checksum \"C" + Shown(*badChecksum) + "\" is not four hexadecimal digits";
         return false;
     }
     return true;
@@ -286,8 +283,9 @@ bool clsFuseMap::ParseFuseMap(std::string_view text, std::string& cause) {
 bool clsFuseMap::DecodeLayout(const std::string& fuses, int pinCount, std::string& cause) {
     const bool is4860 = static_cast<int>(fuses.size()) == FuseLayout4860().fuseCount;
     const bool is7311 = static_cast<int>(fuses.size()) == FuseLayout7311().fuseCount;
-    const FuseLayout& layout =
-        is4860 ? FuseLayout4860() : is7311 ? FuseLayout7311() : FuseLayout3350();
+    const FuseLayout& layout = is4860   ? FuseLayout4860()
+                               : is7311 ? FuseLayout7311()
+                                        : FuseLayout3350();
     const std::string layoutName = is4860   ? "QX4860 and QX6105A"
                                    : is7311 ? "QX7311, QX7312 and QX5140"
                                             : "QX3350";
@@ -316,8 +314,8 @@ bool clsFuseMap::DecodeLayout(const std::string& fuses, int pinCount, std::strin
     auto pinsFit = [&](int pins, const std::string& what) {
         if (pinCount == 0 || pinCount == pins)
             return true;
-        cause = "its pin count QP" + std::to_string(pinCount) + " does not fit the " + what +
-                " (" + std::to_string(pins) + " pins)";
+        cause = "its pin count QP" + std::to_string(pinCount) + " does not fit the " + what + " (" +
+                std::to_string(pins) + " pins)";
         return false;
     };
     if (is4860) {
@@ -330,9 +328,8 @@ bool clsFuseMap::DecodeLayout(const std::string& fuses, int pinCount, std::strin
             else if (i(7) == 0 && i(8) == 1)
                 pins = 8;
             if (pins == 0) {
-                cause = "its package fuses (configuration fields 7 and 8: " +
-                        std::to_string(i(7)) + " and " + std::to_string(i(8)) +
-                        ") name no package of the QX4860";
+                cause = "its package fuses (configuration fields 7 and 8: " + std::to_string(i(7)) +
+                        " and " + std::to_string(i(8)) + ") name no package of the QX4860";
                 return false;
             }
             if (!pinsFit(pins, std::to_string(pins) + "-pin QX4860 that the fuses describe"))
@@ -387,8 +384,7 @@ bool clsFuseMap::DecodeLayout(const std::string& fuses, int pinCount, std::strin
             if (flagSaysOff(offPairs[k]))
                 byFlags |= 1u << k;
         unsigned chosen = byFlags;
-        if (!matches.empty() &&
-            std::find(matches.begin(), matches.end(), byFlags) == matches.end())
+        if (!matches.empty() && std::find(matches.begin(), matches.end(), byFlags) == matches.end())
             chosen = matches.front();
         for (size_t k = 0; k < offPairs.size(); ++k) {
             if (chosen & (1u << k)) {
@@ -400,8 +396,8 @@ bool clsFuseMap::DecodeLayout(const std::string& fuses, int pinCount, std::strin
         // Which windows write such an image. The QX5140 keeps its CPU and CLKF outputs and
         // CLKD off, XBUF on and every CPU selection but 000 and 100 off; with the suspend option
         // off, a QX7311 window flags each output that is off, which the QX5140 does not.
-        bool qx5140 = i(9) == 0 && i(11) == 0 && i(12) == 1 && i(23) == 3 && i(24) == 3 &&
-                      i(25) == 19;
+        bool qx5140 =
+            i(9) == 0 && i(11) == 0 && i(12) == 1 && i(23) == 3 && i(24) == 3 && i(25) == 19;
         for (int n = 0; n <= 7 && qx5140; ++n) {
             const int base = 29 + 5 * n;
             const bool off = i(base) == 1 && i(base + 3) == 3 && i(base + 4) == 2;
@@ -418,7 +414,7 @@ bool clsFuseMap::DecodeLayout(const std::string& fuses, int pinCount, std::strin
         // Only the QX7311 has CLKF; only the device QX7312 numbers itself 3312.
         const bool clkf = i(23) != 3;
         std::vector<std::pair<std::string, int>> family7311 = {
-            {"QX7311", 20}, {"QX7311F", 20}, {"QX7311I", 20}, {"QX7312", 16},
+            {"QX7311", 20},  {"QX7311F", 20}, {"QX7311I", 20}, {"QX7312", 16},
             {"QX7312F", 16}, {"QX7312I", 16}, {"QX5140", 8}};
         for (const auto& [device, pins] : family7311) {
             const bool is5140 = device == "QX5140";
@@ -437,8 +433,7 @@ bool clsFuseMap::DecodeLayout(const std::string& fuses, int pinCount, std::strin
             cause = "no device fits its fuses";
             if (pinCount != 0)
                 cause += " and its pin count QP" + std::to_string(pinCount);
-            cause += " (device number " + std::to_string(number) +
-                     (clkf ? ", CLKF on" : "") + ")";
+            cause += " (device number " + std::to_string(number) + (clkf ? ", CLKF on" : "") + ")";
             return false;
         }
         family = "QX7311";
@@ -453,8 +448,9 @@ bool clsFuseMap::DecodeLayout(const std::string& fuses, int pinCount, std::strin
     } else {
         image->mintICount = 16;
         if (i(4) != 1) {
-            cause = "its fuses do not follow the layout of the QX3350: the valid bit (field 4) "
-                    "is 0";
+            cause =
+                "its fuses do not follow the layout of the QX3350: the valid bit (field 4) "
+                "is 0";
             return false;
         }
         if (!pinsFit(8, "QX3350"))

@@ -165,12 +165,12 @@ void Make4860(const clsEntryFile& fuses, const std::string& device, double refer
         const int base = 18 + 7 * s.sel;
         const bool prescale = i(base + 1) == 1;
         Loop loop(errors, reference, i(base + 5), i(base + 6));
-        const std::string state = is4860 ? (s.name.size() == 4 ? "FS3..FS0 = " : "FS1..FS0 = ") +
-                                               s.name
-                                         : (s.name.empty() ? "" : "FS = " + s.name);
-        ReadBack::Loop line = LoopLine(is4860 ? "PLL " + s.name
-                                              : "PLL[" + (s.name.empty() ? "0" : s.name) + "]",
-                                       i(base + 5), i(base + 6), loop.VCO());
+        const std::string state =
+            is4860 ? (s.name.size() == 4 ? "FS3..FS0 = " : "FS1..FS0 = ") + s.name
+                   : (s.name.empty() ? "" : "FS = " + s.name);
+        ReadBack::Loop line =
+            LoopLine(is4860 ? "PLL " + s.name : "PLL[" + (s.name.empty() ? "0" : s.name) + "]",
+                     i(base + 5), i(base + 6), loop.VCO());
         if (prescale)
             line.Note = "prescale: the PLL runs at VCO / 2";
         rb.Loops.push_back(line);
@@ -234,9 +234,9 @@ void Make7311(const clsEntryFile& fuses, const std::string& device, double refer
         const auto divider = static_cast<std::int16_t>(mShared::GetNonZeroDivisor(source));
         if (letter == 'C') {
             for (int n = 0; n <= 7; ++n) {
-                ReadBack::Output line = OutputLine(pin, "S2..S0 = " + Binary(n, 3), source,
-                                                   cpll[static_cast<size_t>(n)]->HalvedOutput(
-                                                       divider));
+                ReadBack::Output line =
+                    OutputLine(pin, "S2..S0 = " + Binary(n, 3), source,
+                               cpll[static_cast<size_t>(n)]->HalvedOutput(divider));
                 // The window names the source of a CPLL output; the number is the chip's.
                 line.Shown = false;
                 rb.Outputs.push_back(line);
@@ -273,8 +273,8 @@ void Make7311(const clsEntryFile& fuses, const std::string& device, double refer
     }
     std::string clkf = "Off";
     if (qx7311Model) {
-        clkf = ListEntry([](ListField& l) { clsQX7311::InitializeClockFDivisorComboBox(l); },
-                         i(23));
+        clkf =
+            ListEntry([](ListField& l) { clsQX7311::InitializeClockFDivisorComboBox(l); }, i(23));
         output("CLKF", clkf);
     }
     output("XBUF", !suspend && i(9) == 1 ? "Off" : "Ref");
@@ -424,8 +424,7 @@ void Make3350(const clsEntryFile& fuses, const std::string& device, double refer
     const int divider = 1 << std::min(std::max(i(10), 0), 7);
     const std::string source =
         std::string(fromPLL ? "PLL" : "Ref") + (divider > 1 ? "/" + std::to_string(divider) : "");
-    const double frequency =
-        fromPLL ? pll.Output(divider) : ReferenceOutput(reference, divider);
+    const double frequency = fromPLL ? pll.Output(divider) : ReferenceOutput(reference, divider);
     rb.Outputs.push_back(OutputLine("CLKOUT", "", source, frequency));
 
     // A TTL output exists at 5 V only; a CMOS output is taken for the 3.3 V it must have there.
@@ -437,8 +436,9 @@ void Make3350(const clsEntryFile& fuses, const std::string& device, double refer
     image.set_f(1, fromPLL ? Typed(pll.VCO()) : 0);
     image.set_f(2, frequency);
     // The package is not in the fuses: the SOIC, which a new window starts with.
-    image.mstrPartDescription =
-        std::string("qx3350s") + (device == "QX3350I" ? "i" : volt5 ? "c" : "l");
+    image.mstrPartDescription = std::string("qx3350s") + (device == "QX3350I" ? "i"
+                                                          : volt5             ? "c"
+                                                                              : "l");
 }
 
 }  // namespace

@@ -61,19 +61,17 @@ std::string GetReadBackDocument(const ReadBack& rb) {
     out += kCrLf;
 
     out += std::string("Loops") + kCrLf;
-    out += "  " + Pad("Loop", 10) + Pad("P", 7) + Pad("Q", 7) + Pad("VCO (MHz)", 14) + "Note" +
-           kCrLf;
+    out +=
+        "  " + Pad("Loop", 10) + Pad("P", 7) + Pad("Q", 7) + Pad("VCO (MHz)", 14) + "Note" + kCrLf;
     for (const ReadBack::Loop& loop : rb.Loops) {
         out += Row("  " + Pad(loop.Name, 10) + Pad(IntegerText(loop.P), 7) +
-                   Pad(IntegerText(loop.Q), 7) + Pad(VCOText(loop.VCO, loop.Off), 14) +
-                   loop.Note);
+                   Pad(IntegerText(loop.Q), 7) + Pad(VCOText(loop.VCO, loop.Off), 14) + loop.Note);
     }
     out += kCrLf;
 
     bool unshown = false;
     out += std::string("Outputs") + kCrLf;
-    out += "  " + Pad("Pin", 8) + Pad("State", 18) + Pad("Source", 12) + "Frequency (MHz)" +
-           kCrLf;
+    out += "  " + Pad("Pin", 8) + Pad("State", 18) + Pad("Source", 12) + "Frequency (MHz)" + kCrLf;
     for (const ReadBack::Output& output : rb.Outputs) {
         std::string frequency = FrequencyText(output.Frequency, output.Off);
         if (!output.Shown && !output.Off) {
@@ -84,8 +82,7 @@ std::string GetReadBackDocument(const ReadBack& rb) {
                    frequency);
     }
     if (unshown)
-        out += std::string("  * The window shows the source of this output, not a number.") +
-               kCrLf;
+        out += std::string("  * The window shows the source of this output, not a number.") + kCrLf;
     out += kCrLf;
 
     out += std::string("Fuse fields") + kCrLf;

@@ -67,7 +67,8 @@ const Made kMade[] = {
     {"QX3350", {"--set", "txtPLL=100", "--set", "cboClockDivisors=PLL/4"}, "cboActual"},
     {"QX3350I", {"--set", "cboFRef=25", "--set", "txtPLL=160"}, "cboActual"},
     {"QX4860", {"--set", "cboClkADiv=PLL/2", "--set", "txtPLL(0)=50"}, "cboActualClkA(0)"},
-    {"QX4860F", {"--click", "opt8Pin", "--set", "cboClkADiv=PLL", "--set", "txtPLL(0)=33"},
+    {"QX4860F",
+     {"--click", "opt8Pin", "--set", "cboClkADiv=PLL", "--set", "txtPLL(0)=33"},
      "cboActualClkA(0)"},
     {"QX4860I", {"--set", "cboClkADiv=PLL/3", "--set", "txtPLL(0)=66.6"}, "cboActualClkA(0)"},
     {"QX6105A", {"--set", "cboClkDiv(0)=PLL", "--set", "txtPLL(0)=60"}, "cboActual(0)"},
@@ -112,7 +113,8 @@ TEST(CliDecode, ReadsBackTheVectorOfEveryDeviceAndItsEntryFileMakesTheSameVector
         const auto fields = Json(window)["fields"];
         const auto shown = fields[made.shownField]["text"].get<std::string>();
         // The reference the window used, as the user gives it to the read-back.
-        const std::string reference = GeneralNumber(Val(fields["cboFRef"]["text"].get<std::string>()));
+        const std::string reference =
+            GeneralNumber(Val(fields["cboFRef"]["text"].get<std::string>()));
 
         const CliResult decoded = RunCli({"decode", vector, "--json", "--device", made.device,
                                           "--ref", reference, "--save-ent", again},
@@ -198,11 +200,12 @@ TEST(CliDecode, PrintsTheReadBackDocumentWithoutJson) {
     EXPECT_NE(result.out.find("  PLL 01    42     17"), std::string::npos) << result.out;
 }
 
-// ---- Refusals ------------------------------------------------------------------------------------
+// ---- Refusals
+// ------------------------------------------------------------------------------------
 
 struct Refusal {
     std::string name;
-    std::string text;   // the file's content; empty: no file at all
+    std::string text;  // the file's content; empty: no file at all
     std::vector<std::string> options;
     std::string cause;  // what standard error says behind the file's name
 };
@@ -216,16 +219,24 @@ TEST(CliDecode, BadInputIsRefusedWithFileAndCauseExitOneAndNothingWritten) {
     const size_t row = flipped.find("L0000\r\n") + 7;
     flipped[row + 3] = flipped[row + 3] == '0' ? '1' : '0';
     std::string transmission = golden;
-    transmission.replace(transmission.find("\x03" "0000"), 5, "\x03" "12AB");
+    transmission.replace(transmission.find("\x03"
+                                           "0000"),
+                         5,
+                         "\x03"
+                         "12AB");
     const std::vector<Refusal> refusals = {
-        {"entry.jed", ReadFile(test::DataPath("entry/QX3350_SC_lean.ent")), {},
+        {"entry.jed",
+         ReadFile(test::DataPath("entry/QX3350_SC_lean.ent")),
+         {},
          "it is not a JEDEC fuse map"},
         {"missing.jed", "", {}, "the file cannot be read"},
         {"cut.jed", golden.substr(0, golden.size() / 2), {}, "the file is cut"},
         {"wrongc.jed", wrongC, {}, "its fuse checksum C01DF does not match the fuses"},
         {"flipped.jed", flipped, {}, "does not match the fuses"},
         {"transmission.jed", transmission, {}, "its transmission checksum 12AB does not match"},
-        {"device.jed", golden, {"--device", "QX7311"},
+        {"device.jed",
+         golden,
+         {"--device", "QX7311"},
          "the fuse map does not fit the device 'QX7311' (it fits QX3350, QX3350I)"},
     };
     for (const Refusal& refusal : refusals) {
@@ -262,8 +273,9 @@ TEST(CliDecode, AMalformedCommandIsAUsageError) {
             << result.err;
     }
     const CliResult help = RunCli({"--help"});
-    EXPECT_NE(help.out.find("decode FILE.jed [--ref MHZ] [--device NAME] [--json] [--save-ent PATH]"),
-              std::string::npos);
+    EXPECT_NE(
+        help.out.find("decode FILE.jed [--ref MHZ] [--device NAME] [--json] [--save-ent PATH]"),
+        std::string::npos);
 }
 
 }  // namespace

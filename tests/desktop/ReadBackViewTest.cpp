@@ -65,10 +65,11 @@ class ReadBackViewTest : public QObject {
         QCOMPARE(reference->currentText(), QString("14.31818 MHz"));
         QPlainTextEdit* text = view->Preview()->Printout();
         QVERIFY(text->isReadOnly());
-        QVERIFY(text->toPlainText().contains("Family checksum:  372 (stored in the fuses: the same)"));
+        QVERIFY(
+            text->toPlainText().contains("Family checksum:  372 (stored in the fuses: the same)"));
         QVERIFY(text->toPlainText().contains("  CLKA                      SPLL/2      24.00401"));
-        for (const char* name : {"cmdOpenDocument", "cmdPrint", "cmdSave", "cmdClose",
-                                 "cmdExportPDF"})
+        for (const char* name :
+             {"cmdOpenDocument", "cmdPrint", "cmdSave", "cmdClose", "cmdExportPDF"})
             QVERIFY2(view->findChild<QPushButton*>(name) != nullptr, name);
         QCOMPARE(view->findChild<QPushButton*>("cmdOpenDocument")->text(),
                  QString("Open as &Document..."));
@@ -95,7 +96,8 @@ class ReadBackViewTest : public QObject {
         QTest::keyClicks(reference->lineEdit(), "20");
         view->findChild<QComboBox*>("cboDevice")->setFocus();
         QTRY_COMPARE(f.ReadBack()->Reference(), 20.0);
-        QTRY_VERIFY(text->toPlainText().contains("  CLKOUT                    PLL/2       83.80952"));
+        QTRY_VERIFY(
+            text->toPlainText().contains("  CLKOUT                    PLL/2       83.80952"));
     }
 
     void aFuseMapDroppedOnTheWindowOpensItsReadBack() {

@@ -33,8 +33,8 @@ class FuseMapTest : public ::testing::Test, public test::ReportFixture {
     }
     std::unique_ptr<clsEntryFile> ReadEntry(const std::string& name) {
         auto entry = std::make_unique<clsEntryFile>(errors);
-        EXPECT_TRUE(mFileAccessor::ParseFile(test::ReadFile(test::DataPath("entry/" + name)),
-                                             name, "1/1/2000", *entry));
+        EXPECT_TRUE(mFileAccessor::ParseFile(test::ReadFile(test::DataPath("entry/" + name)), name,
+                                             "1/1/2000", *entry));
         return entry;
     }
     std::string cause;
@@ -126,8 +126,7 @@ TEST_F(FuseMapTest, EveryGoldenVectorGivesBackTheFuseValuesOfItsEntryFile) {
 TEST_F(FuseMapTest, DevicesThatFitFollowTheLayoutAndThePinCount) {
     const auto devices = [&](const std::string& name) {
         clsFuseMap map(errors);
-        EXPECT_TRUE(Parse(map, test::ReadFile(test::DataPath("entry/" + name + ".jed"))))
-            << cause;
+        EXPECT_TRUE(Parse(map, test::ReadFile(test::DataPath("entry/" + name + ".jed")))) << cause;
         return std::make_pair(map.Devices(), map.DefaultDevice());
     };
     using Names = std::vector<std::string>;
@@ -164,8 +163,12 @@ void Fill4860Image(clsEntryFile& e, std::mt19937& random, int variant) {
         const int base = 18 + 7 * s;
         for (int b = 0; b <= 4; ++b) e.set_i(base + b, static_cast<std::int16_t>(random() % 2));
         // The counters' whole range, the ends included.
-        e.set_i(base + 5, static_cast<std::int16_t>(s == 0 ? 258 : s == 1 ? 3 : 3 + random() % 256));
-        e.set_i(base + 6, static_cast<std::int16_t>(s == 0 ? 129 : s == 1 ? 2 : 2 + random() % 128));
+        e.set_i(base + 5, static_cast<std::int16_t>(s == 0   ? 258
+                                                    : s == 1 ? 3
+                                                             : 3 + random() % 256));
+        e.set_i(base + 6, static_cast<std::int16_t>(s == 0   ? 129
+                                                    : s == 1 ? 2
+                                                             : 2 + random() % 128));
     }
     e.mintPValue = variant == 0 ? 14 : variant == 1 ? 8 : 0;
 }
@@ -283,7 +286,8 @@ TEST_F(FuseMapTest, ImagesOfTheQX3350LayoutWithTheLargestCountersComeBack) {
     }
 }
 
-// ---- How device programmers save a map ------------------------------------------------------------
+// ---- How device programmers save a map
+// ------------------------------------------------------------
 
 TEST_F(FuseMapTest, FuseListsOfAnyLengthWithAddressesADefaultStateAndOtherFieldsReadTheSame) {
     const std::string golden = test::ReadFile(test::DataPath("entry/QX7311_5V.jed"));
@@ -293,8 +297,9 @@ TEST_F(FuseMapTest, FuseListsOfAnyLengthWithAddressesADefaultStateAndOtherFields
 
     // No STX and ETX, LF line ends, notes and vectors, the fuses 16 to a field with five-digit
     // addresses, and the zero fuses left to the default state.
-    std::string text = "Programmer save of a clock chip\n*\nN note: read from the part*\nQP20*\n"
-                       "QF336*\nF0*\nG1*\nJ0 0*\n";
+    std::string text =
+        "Programmer save of a clock chip\n*\nN note: read from the part*\nQP20*\n"
+        "QF336*\nF0*\nG1*\nJ0 0*\n";
     for (size_t at = 0; at < fuses.size(); at += 16) {
         const std::string part = fuses.substr(at, 16);
         if (part.find('1') == std::string::npos)
@@ -333,19 +338,26 @@ TEST_F(FuseMapTest, AComputedTransmissionChecksumIsVerified) {
     char hex[8];
     std::snprintf(hex, sizeof hex, "%04X", sum & 0xFFFF);
     clsFuseMap map(errors);
-    ASSERT_TRUE(Parse(map, Replace(text, "\x03" "0000", std::string("\x03") + hex))) << cause;
+    ASSERT_TRUE(Parse(map, Replace(text,
+                                   "\x03"
+                                   "0000",
+                                   std::string("\x03") + hex)))
+        << cause;
     EXPECT_EQ(map.TransmissionChecksum(), clsFuseMap::Transmission::Verified);
     EXPECT_EQ(map.TransmissionText(), hex);
 
     std::snprintf(hex, sizeof hex, "%04X", (sum + 1) & 0xFFFF);
     clsFuseMap wrong(errors);
-    EXPECT_FALSE(Parse(wrong, Replace(text, "\x03" "0000", std::string("\x03") + hex)));
-    EXPECT_NE(cause.find("transmission checksum " + std::string(hex)), std::string::npos)
-        << cause;
+    EXPECT_FALSE(Parse(wrong, Replace(text,
+                                      "\x03"
+                                      "0000",
+                                      std::string("\x03") + hex)));
+    EXPECT_NE(cause.find("transmission checksum " + std::string(hex)), std::string::npos) << cause;
     EXPECT_FALSE(wrong.Loaded());
 }
 
-// ---- Damaged files ---------------------------------------------------------------------------------
+// ---- Damaged files
+// ---------------------------------------------------------------------------------
 
 TEST_F(FuseMapTest, OneFlippedFuseIsRefusedByTheFuseChecksum) {
     const std::string text = test::ReadFile(test::DataPath("entry/QX4860_14.jed"));
@@ -458,7 +470,8 @@ TEST_F(FuseMapTest, ReadingAMissingFileIsRefused) {
     EXPECT_EQ(why, "the file cannot be read");
 }
 
-// ---- What the chip makes -----------------------------------------------------------------------------
+// ---- What the chip makes
+// -----------------------------------------------------------------------------
 
 TEST_F(FuseMapTest, TheReadBackOfAQX3350FollowsItsSourceAndDivider) {
     clsFuseMap map(errors);

@@ -9,8 +9,8 @@
 #include <cmath>
 #include <functional>
 #include <map>
-#include <ostream>
 #include <memory>
+#include <ostream>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -174,19 +174,20 @@ Shown WindowShows(Configurator& form, const std::string& device) {
     } else if (device.rfind("QX4860", 0) == 0) {
         const bool pins14 = FieldOf<OptionButton>(form, "opt14Pin").Value();
         for (int k = 0; k < (pins14 ? 16 : 4); ++k) {
-            const std::string label = mShared::DisplayBinary(static_cast<std::int16_t>(k),
-                                                             pins14 ? 4 : 2);
+            const std::string label =
+                mShared::DisplayBinary(static_cast<std::int16_t>(k), pins14 ? 4 : 2);
             const std::string state = (pins14 ? "FS3..FS0 = " : "FS1..FS0 = ") + label;
             shown.loops["PLL " + label] = ListText(form, Indexed("cboPLLData", k));
             shown.outputs[Key("CLKA", state)] = {ListText(form, "cboClkADiv"),
                                                  ListText(form, Indexed("cboActualClkA", k))};
-            shown.outputs[Key("REFCLK", state)] = {
-                ListText(form, "cboRefClkDiv"), ListText(form, Indexed("cboActualRefClk", k))};
+            shown.outputs[Key("REFCLK", state)] = {ListText(form, "cboRefClkDiv"),
+                                                   ListText(form, Indexed("cboActualRefClk", k))};
         }
     } else if (device.rfind("QX6105A", 0) == 0) {
         const bool fs = FieldOf<OptionButton>(form, "optFS").Value();
         for (int t = 0; t < (fs ? 2 : 1); ++t) {
-            shown.loops[Cat({"PLL[", std::to_string(t), "]"})] = ListText(form, Indexed("cboPLLData", t));
+            shown.loops[Cat({"PLL[", std::to_string(t), "]"})] =
+                ListText(form, Indexed("cboPLLData", t));
             const std::string state = fs ? Cat({"FS = ", std::to_string(t)}) : "";
             for (int j = 0; j < 3; ++j)
                 shown.outputs[Key(std::string("CLK") + static_cast<char>('A' + j), state)] = {
@@ -218,7 +219,8 @@ Shown WindowShows(Configurator& form, const std::string& device) {
     } else {
         clsPLL pll(form.App().Errors());
         for (int n = 0; n < 8; ++n)
-            shown.loops[Cat({"CPLL[", std::to_string(n), "]"})] = ListText(form, Indexed("cboCPLLData", n));
+            shown.loops[Cat({"CPLL[", std::to_string(n), "]"})] =
+                ListText(form, Indexed("cboCPLLData", n));
         shown.loops["SPLL"] = ListText(form, "cboSPLLData");
         shown.loops["UPLL"] = ListText(form, "cboUPLLData");
         // An output on the CPLL: the window names it; its frequency in select state n is what
@@ -228,10 +230,11 @@ Shown WindowShows(Configurator& form, const std::string& device) {
                 const std::string row = ListText(form, Indexed("cboCPLL", n));
                 const double value = Val(row);
                 const std::string text =
-                    value > 0 ? mShared::FormatFrequencyFixed(value / mShared::GetNonZeroDivisor(source))
-                              : std::string("Off");
-                shown.outputs[Key(pin, "S2..S0 = " + mShared::DisplayBinary(
-                                                        static_cast<std::int16_t>(n), 3))] = {
+                    value > 0
+                        ? mShared::FormatFrequencyFixed(value / mShared::GetNonZeroDivisor(source))
+                        : std::string("Off");
+                shown.outputs[Key(
+                    pin, "S2..S0 = " + mShared::DisplayBinary(static_cast<std::int16_t>(n), 3))] = {
                     source, text};
             }
         };
@@ -301,7 +304,8 @@ std::string FuseRows(const std::string& text) {
     return text.substr(from, to - from + 1);
 }
 
-// ---- The configurations ---------------------------------------------------------------------------
+// ---- The configurations
+// ---------------------------------------------------------------------------
 
 std::vector<Case> Cases() {
     std::vector<Case> cases;
@@ -330,14 +334,22 @@ std::vector<Case> Cases() {
                      "QX4860",
                      {{'P', "cboClkADiv", "PLL"},
                       {'P', "cboRefClkDiv", "Ref"},
-                      {'T', "txtPLL(0)", "10"},  {'T', "txtPLL(1)", "25"},
-                      {'T', "txtPLL(2)", "40"},  {'T', "txtPLL(3)", "55"},
-                      {'T', "txtPLL(4)", "70"},  {'T', "txtPLL(5)", "85"},
-                      {'T', "txtPLL(6)", "100"}, {'T', "txtPLL(7)", "115"},
-                      {'T', "txtPLL(8)", "130"}, {'T', "txtPLL(9)", "145"},
-                      {'T', "txtPLL(10)", "160"}, {'T', "txtPLL(11)", "175"},
-                      {'T', "txtPLL(12)", "190"}, {'T', "txtPLL(13)", "33.333"},
-                      {'T', "txtPLL(14)", "66.66"}, {'T', "txtPLL(15)", "99.999"}}});
+                      {'T', "txtPLL(0)", "10"},
+                      {'T', "txtPLL(1)", "25"},
+                      {'T', "txtPLL(2)", "40"},
+                      {'T', "txtPLL(3)", "55"},
+                      {'T', "txtPLL(4)", "70"},
+                      {'T', "txtPLL(5)", "85"},
+                      {'T', "txtPLL(6)", "100"},
+                      {'T', "txtPLL(7)", "115"},
+                      {'T', "txtPLL(8)", "130"},
+                      {'T', "txtPLL(9)", "145"},
+                      {'T', "txtPLL(10)", "160"},
+                      {'T', "txtPLL(11)", "175"},
+                      {'T', "txtPLL(12)", "190"},
+                      {'T', "txtPLL(13)", "33.333"},
+                      {'T', "txtPLL(14)", "66.66"},
+                      {'T', "txtPLL(15)", "99.999"}}});
     cases.push_back({"QX4860F_14_3V",
                      "QX4860F",
                      {{'O', "opt3V", ""},
@@ -418,7 +430,7 @@ std::vector<Case> Cases() {
                       {'T', "txtPLL(0)", "66.6"}}});
     // QX7311 family: eight configurations that take each clock through every entry of its
     // list, the CPU and CLKF through theirs, loops on and off, suspend, shutdown, both voltages.
-    const char* const devices7311[] = {"QX7311", "QX7311F", "QX7311I", "QX7312",
+    const char* const devices7311[] = {"QX7311",  "QX7311F", "QX7311I", "QX7312",
                                        "QX7312F", "QX7312I", "QX7311",  "QX7312"};
     for (int c = 0; c < 8; ++c) {
         Case k{Cat({"QX7311_", std::to_string(c), "_", devices7311[c]}), devices7311[c], {}};
@@ -455,11 +467,10 @@ std::vector<Case> Cases() {
                       {'T', "txtClkA(0)", "50"},
                       {'T', "txtClkB", "25"},
                       {'T', "txtClkC", "12.5"}}});
-    cases.push_back({"QX5140_OE_Reference",
-                     "QX5140",
-                     {{'T', "txtClkA(0)", "14.31818"},
-                      {'T', "txtClkB", "33.333"},
-                      {'T', "txtClkC", "66.66"}}});
+    cases.push_back(
+        {"QX5140_OE_Reference",
+         "QX5140",
+         {{'T', "txtClkA(0)", "14.31818"}, {'T', "txtClkB", "33.333"}, {'T', "txtClkC", "66.66"}}});
     cases.push_back({"QX5140_PrivateLoops",
                      "QX5140",
                      {{'O', "optShutdown", ""},

@@ -148,7 +148,8 @@ TEST(frmReadBack, AReferenceChangesTheFrequenciesAndOneThatIsNoFrequencyIsRefuse
     readBack->SetFocusTo(nullptr);
     EXPECT_DOUBLE_EQ(readBack->Reference(), 20);
     EXPECT_EQ(readBack->cboFRef.Text(), "20.00000 MHz");
-    EXPECT_TRUE(Contains(readBack->txtPrintout.Text(), "  CLKOUT                    PLL/2       83.80952"));
+    EXPECT_TRUE(
+        Contains(readBack->txtPrintout.Text(), "  CLKOUT                    PLL/2       83.80952"));
     const std::string before = readBack->txtPrintout.Text();
     readBack->SetFocusTo(&readBack->cboFRef);
     readBack->cboFRef.SetText("fast");
@@ -238,14 +239,13 @@ TEST(frmReadBack, OpenAsDocumentTellsWhichFieldsTheWindowsSearchChoosesOtherwise
     HeadlessPlatform platform;
     ErrorReport errors(platform, [] { return std::string("Pendulon"); });
     clsEntryFile image(errors);
-    ASSERT_TRUE(mFileAccessor::ParseFile(test::ReadFile(Golden("QX3350_SC_lean.ent")), "", "",
-                                         image));
+    ASSERT_TRUE(
+        mFileAccessor::ParseFile(test::ReadFile(Golden("QX3350_SC_lean.ent")), "", "", image));
     image.set_i(14, 176);
     image.set_i(15, 42);
     const std::string map = folder / "doubled.jed";
-    ASSERT_EQ(WriteTextFileAtomically(
-                  map, clsEntryFile3350::EPROMVectorText(image, "Pendulon(tm) 3.71",
-                                                         "Build #: 3.71.010")),
+    ASSERT_EQ(WriteTextFileAtomically(map, clsEntryFile3350::EPROMVectorText(
+                                               image, "Pendulon(tm) 3.71", "Build #: 3.71.010")),
               "");
     ReadBackProgram program;
     program.Open(map);
@@ -258,12 +258,15 @@ TEST(frmReadBack, OpenAsDocumentTellsWhichFieldsTheWindowsSearchChoosesOtherwise
     ASSERT_NE(program.app->Document(), nullptr);
     const std::string note = program.LastMessage();
     EXPECT_EQ(program.platform.Messages().back().Style, msgbox::Information);
-    EXPECT_TRUE(Contains(note, "NOTE: The QX3350 window has chosen other settings than the fuse "
-                               "map holds."))
+    EXPECT_TRUE(Contains(note,
+                         "NOTE: The QX3350 window has chosen other settings than the fuse "
+                         "map holds."))
         << note;
-    EXPECT_TRUE(Contains(note, "  14 P counter (12 bits).: 176 in the fuse map, 88 in the window\r\n"))
+    EXPECT_TRUE(
+        Contains(note, "  14 P counter (12 bits).: 176 in the fuse map, 88 in the window\r\n"))
         << note;
-    EXPECT_TRUE(Contains(note, "  15 Q counter (10 bits).: 42 in the fuse map, 21 in the window\r\n"))
+    EXPECT_TRUE(
+        Contains(note, "  15 Q counter (10 bits).: 42 in the fuse map, 21 in the window\r\n"))
         << note;
 }
 
