@@ -71,15 +71,19 @@ std::string GetReadBackDocument(const ReadBack& rb) {
 
     bool unshown = false;
     out += std::string("Outputs") + kCrLf;
-    out += "  " + Pad("Pin", 8) + Pad("State", 18) + Pad("Source", 12) + "Frequency (MHz)" + kCrLf;
+    out += "  " + Pad("Pin", 8) + Pad("State", 18) + Pad("Source", 12) + Pad("Divider", 9) +
+           "Frequency (MHz)" + kCrLf;
     for (const ReadBack::Output& output : rb.Outputs) {
         std::string frequency = FrequencyText(output.Frequency, output.Off);
         if (!output.Shown && !output.Off) {
             frequency += " *";
             unshown = true;
         }
-        out += Row("  " + Pad(output.Pin, 8) + Pad(output.State, 18) + Pad(output.Source, 12) +
-                   frequency);
+        // The source's name without the divider its text carries behind "/".
+        const std::string source = output.Source.substr(0, output.Source.find('/'));
+        const std::string divider = output.Off ? "" : IntegerText(output.Divider);
+        out += Row("  " + Pad(output.Pin, 8) + Pad(output.State, 18) + Pad(source, 12) +
+                   Pad(divider, 9) + frequency);
     }
     if (unshown)
         out += std::string("  * The window shows the source of this output, not a number.") + kCrLf;
