@@ -68,11 +68,23 @@ void CompareWithDocument(Application& app, const ReadBack& fuses) {
     app.Services().MsgBox(text, msgbox::Information, app.gstrTitle);
 }
 
+// The preview's services of the program, with the fuse map as the document whose name a saved
+// read-back takes.
+class ReadBackPreviewHost : public ApplicationPreviewHost {
+  public:
+    ReadBackPreviewHost(Application& app, const frmReadBack& form)
+        : ApplicationPreviewHost(app), form_(form) {}
+    std::string DocumentName() override { return form_.FilePath(); }
+
+  private:
+    const frmReadBack& form_;
+};
+
 }  // namespace
 
 frmReadBack::frmReadBack(Application& app)
     : frmPrintPreview("frmReadBack", app.Services(), app.Errors(),
-                      std::make_unique<ApplicationPreviewHost>(app)),
+                      std::make_unique<ReadBackPreviewHost>(app, *this)),
       app_(app),
       mclsFuseMap(std::make_unique<clsFuseMap>(app.Errors())) {
     SetCaption("Fuse Map Read-Back");

@@ -285,6 +285,9 @@ TEST(frmReadBack, PrintingAsksNothingAndSavingWritesTheDocumentAsText) {
     const std::string path = folder / "readback.txt";
     program.platform.QueueFileAnswer(path);
     readBack->cmdSave_Click();
+    // The dialog offers the fuse map's name with ".txt", beside it.
+    EXPECT_EQ(program.platform.DialogsShown().back().FileName,
+              test::DataPath("entry/QX6105AF.txt"));
     EXPECT_EQ(test::ReadFile(path), readBack->txtPrintout.Text() + "\r\n");
 }
 
