@@ -212,6 +212,10 @@ check_desktop_program() {
     [ -s "$work/x/display" ] || fail "the X server did not start: $(cat "$work/x/xvfb.log")"
     DISPLAY=":$(tr -d '[:space:]' <"$work/x/display")"
     export DISPLAY
+    # The server's files in /tmp ignore TMPDIR; the test command checks they go.
+    if [ -n "${PENDULON_TEST_DISPLAYS:-}" ]; then
+        echo "${DISPLAY#:}" >>"$PENDULON_TEST_DISPLAYS"
+    fi
     export XDG_CONFIG_HOME="$work/user-config" XDG_CONFIG_DIRS="$work/system-config"
     export XDG_RUNTIME_DIR="$work/runtime" QT_QPA_PLATFORM=xcb
     for _ in $(seq 1 150); do

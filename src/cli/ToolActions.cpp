@@ -5,7 +5,7 @@
 #include <iostream>
 
 #include "cli/DocumentSession.hpp"
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "platform/TextFile.hpp"
 #include "reports/frmPrintPreview.hpp"
 #include "shell/Application.hpp"

@@ -4,7 +4,8 @@
 #include <utility>
 #include <vector>
 
-#include "configurators/mHelp.hpp"
+#include "app/AppServices.hpp"
+#include "app/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/cls4860Die.hpp"
 #include "core/clsPLL.hpp"
@@ -13,11 +14,10 @@
 #include "core/mShared.hpp"
 #include "entryfile/clsEntryFile4860.hpp"
 #include "graphics/clsGraphics.hpp"
-#include "shell/Application.hpp"
 
 namespace pendulon {
 
-frm4860Family::frm4860Family(Application& app, std::string formName)
+frm4860Family::frm4860Family(AppServices& app, std::string formName)
     : Configurator(app, std::move(formName)) {}
 
 frm4860Family::~frm4860Family() = default;

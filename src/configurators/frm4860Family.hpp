@@ -2,7 +2,7 @@
 #include <memory>
 #include <string>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 
 namespace pendulon {
 
@@ -19,7 +19,7 @@ class clsEntryFile4860;
 // fields, which give the same hints on both windows.
 class frm4860Family : public Configurator {
   public:
-    frm4860Family(Application& app, std::string formName);
+    frm4860Family(AppServices& app, std::string formName);
     ~frm4860Family() override;
 
     // Configurator

@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/AppServices.hpp"
 #include "core/Numbers.hpp"
 #include "core/cls7311Die.hpp"
 #include "core/clsPLL.hpp"
@@ -10,11 +11,10 @@
 #include "core/clsReference.hpp"
 #include "entryfile/clsEntryFile7311.hpp"
 #include "graphics/clsGraphics.hpp"
-#include "shell/Application.hpp"
 
 namespace pendulon {
 
-frm7311Family::frm7311Family(Application& app, std::string formName, int cpllRows)
+frm7311Family::frm7311Family(AppServices& app, std::string formName, int cpllRows)
     : Configurator(app, std::move(formName)), cboCPLLData(cpllRows) {
     txtPLLMin.Resize(9);
     txtPLLMax.Resize(9);

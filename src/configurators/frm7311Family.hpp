@@ -2,7 +2,7 @@
 #include <memory>
 #include <string>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 
 namespace pendulon {
 
@@ -23,7 +23,7 @@ class frm7311Family : public Configurator {
   public:
     // cpllRows is the number of CPLL data lists the window shows: eight selections on the
     // QX7311 family, two on the QX5140.
-    frm7311Family(Application& app, std::string formName, int cpllRows);
+    frm7311Family(AppServices& app, std::string formName, int cpllRows);
     ~frm7311Family() override;
 
     // Configurator

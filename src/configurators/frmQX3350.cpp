@@ -1,6 +1,9 @@
 #include "configurators/frmQX3350.hpp"
 
-#include "configurators/mHelp.hpp"
+#include "app/AppServices.hpp"
+#include "app/MainFace.hpp"
+#include "app/mHelp.hpp"
+#include "app/mSharedApp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/cls3350Die.hpp"
@@ -11,9 +14,6 @@
 #include "entryfile/clsEntryFile3350.hpp"
 #include "graphics/clsGraphics.hpp"
 #include "reports/mAsciiPrintout.hpp"
-#include "shell/Application.hpp"
-#include "shell/frmMain.hpp"
-#include "shell/mSharedApp.hpp"
 
 namespace pendulon {
 
@@ -27,7 +27,7 @@ constexpr long kInvalidDevice = 10651;
 
 }  // namespace
 
-frmQX3350::frmQX3350(Application& app) : Configurator(app, "frmQX3350") {
+frmQX3350::frmQX3350(AppServices& app) : Configurator(app, "frmQX3350") {
     txtPLLMin.Resize(3);
     txtPLLMax.Resize(3);
     SetCaption("QX3350");

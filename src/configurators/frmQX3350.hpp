@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 
 namespace pendulon {
 
@@ -20,7 +20,7 @@ class clsEntryFile3350;
 // die's VCO limits apply to it directly. The device has no power model.
 class frmQX3350 : public Configurator {
   public:
-    explicit frmQX3350(Application& app);
+    explicit frmQX3350(AppServices& app);
     ~frmQX3350() override;
 
     // Output limits of the PLL source, by voltage.

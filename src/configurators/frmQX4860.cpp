@@ -2,7 +2,9 @@
 
 #include <cstdint>
 
-#include "configurators/mHelp.hpp"
+#include "app/AppServices.hpp"
+#include "app/MainFace.hpp"
+#include "app/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/cls4860Die.hpp"
@@ -15,8 +17,6 @@
 #include "power/clsPower4860.hpp"
 #include "power/frmPower.hpp"
 #include "reports/mAsciiPrintout.hpp"
-#include "shell/Application.hpp"
-#include "shell/frmMain.hpp"
 
 namespace pendulon {
 
@@ -28,7 +28,7 @@ bool StartsWith(const std::string& text, char letter) {
 
 }  // namespace
 
-frmQX4860::frmQX4860(Application& app) : frm4860Family(app, "frmQX4860") {
+frmQX4860::frmQX4860(AppServices& app) : frm4860Family(app, "frmQX4860") {
     txtPLLMin.Resize(3);
     txtPLLMax.Resize(3);
     SetCaption("QX4860");

@@ -18,7 +18,7 @@ class clsPower4860;
 // divide-by-two prescaler.
 class frmQX4860 : public frm4860Family {
   public:
-    explicit frmQX4860(Application& app);
+    explicit frmQX4860(AppServices& app);
     ~frmQX4860() override;
 
     static constexpr int kRows = 16;

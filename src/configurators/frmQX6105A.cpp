@@ -1,6 +1,7 @@
 #include "configurators/frmQX6105A.hpp"
 
-#include "configurators/mHelp.hpp"
+#include "app/AppServices.hpp"
+#include "app/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/cls4860Die.hpp"
@@ -13,7 +14,6 @@
 #include "power/clsPower4860.hpp"
 #include "power/frmPower.hpp"
 #include "reports/mAsciiPrintout.hpp"
-#include "shell/Application.hpp"
 
 namespace pendulon {
 
@@ -27,7 +27,7 @@ bool StartsWith(const std::string& text, char letter) {
 
 }  // namespace
 
-frmQX6105A::frmQX6105A(Application& app) : frm4860Family(app, "frmQX6105A") {
+frmQX6105A::frmQX6105A(AppServices& app) : frm4860Family(app, "frmQX6105A") {
     txtPLLMin.Resize(3);
     txtPLLMax.Resize(3);
     SetCaption("QX6105A");

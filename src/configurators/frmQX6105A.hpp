@@ -13,7 +13,7 @@ namespace pendulon {
 // is state k / 3, output k % 3.
 class frmQX6105A : public frm4860Family {
   public:
-    explicit frmQX6105A(Application& app);
+    explicit frmQX6105A(AppServices& app);
     ~frmQX6105A() override;
 
     static constexpr int kStates = 2;

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "configurators/mHelp.hpp"
+#include "app/AppServices.hpp"
+#include "app/MainFace.hpp"
+#include "app/mHelp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/cls7311Die.hpp"
@@ -15,8 +17,6 @@
 #include "power/clsPower7311.hpp"
 #include "power/frmPower.hpp"
 #include "reports/mAsciiPrintout.hpp"
-#include "shell/Application.hpp"
-#include "shell/frmMain.hpp"
 
 namespace pendulon {
 
@@ -45,7 +45,7 @@ std::string Index(int i) {
 
 }  // namespace
 
-frmQX7311::frmQX7311(Application& app) : frm7311Family(app, "frmQX7311", kRows) {
+frmQX7311::frmQX7311(AppServices& app) : frm7311Family(app, "frmQX7311", kRows) {
     SetCaption("QX7311");
     fraModel.SetCaption("Device");
     opt7311.SetCaption("QX7311");

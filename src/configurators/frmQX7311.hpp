@@ -17,7 +17,7 @@ class clsPower7311;
 // models have no CLKF and no 32.768 kHz output.
 class frmQX7311 : public frm7311Family {
   public:
-    explicit frmQX7311(Application& app);
+    explicit frmQX7311(AppServices& app);
     ~frmQX7311() override;
 
     static constexpr int kRows = 8;

@@ -14,7 +14,7 @@ namespace pendulon {
 class PlatformServices;
 
 // The shared routines on numbers, formats, texts and fields. Those that need the running
-// application (summary fields, settings, the main window) live in shell/mSharedApp.
+// application (summary fields, settings, the main window) live in app/mSharedApp.
 namespace mShared {
 
 inline constexpr std::int32_t kNoSolutionPPM = 5000000;

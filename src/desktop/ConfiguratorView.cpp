@@ -18,7 +18,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "desktop/AccessibleNames.hpp"
 #include "desktop/Binder.hpp"
 #include "desktop/FloatingPanel.hpp"

@@ -13,7 +13,7 @@
 #include "desktop/QX7311View.hpp"
 #include "desktop/ReadBackView.hpp"
 #include "desktop/ViewRegistry.hpp"
-#include "qx5140/frmQX5140.hpp"
+#include "configurators/frmQX5140.hpp"
 #include "reports/frmPrintPreview.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"

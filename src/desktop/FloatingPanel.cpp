@@ -10,7 +10,7 @@
 #include "platform/PictureBox.hpp"
 #include "power/frmPower.hpp"
 #include "shell/Application.hpp"
-#include "shell/mSharedApp.hpp"
+#include "app/mSharedApp.hpp"
 
 namespace pendulon {
 

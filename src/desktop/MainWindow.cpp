@@ -21,7 +21,7 @@
 #include <cmath>
 #include <set>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "desktop/AccessibleNames.hpp"
 #include "desktop/Binder.hpp"
 #include "desktop/KeyModifiers.hpp"

@@ -12,7 +12,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "desktop/Binder.hpp"
 #include "desktop/DocumentPrinter.hpp"
 #include "platform/ErrorReport.hpp"

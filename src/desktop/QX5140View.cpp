@@ -18,7 +18,7 @@
 #include "desktop/FloatingPanel.hpp"
 #include "desktop/NamedWidgets.hpp"
 #include "desktop/PictureView.hpp"
-#include "qx5140/frmQX5140.hpp"
+#include "configurators/frmQX5140.hpp"
 
 namespace pendulon {
 

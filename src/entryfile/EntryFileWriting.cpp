@@ -2,7 +2,7 @@
 
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
-#include "entryfile/EntryFileHost.hpp"
+#include "app/EntryFileHost.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "entryfile/clsEntryFile.hpp"
 #include "platform/ErrorReport.hpp"

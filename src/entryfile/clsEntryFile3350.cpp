@@ -1,6 +1,7 @@
 #include "entryfile/clsEntryFile3350.hpp"
 
-#include "configurators/frmQX3350.hpp"
+#include "app/AppServices.hpp"
+#include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
@@ -13,7 +14,6 @@
 #include "platform/ListField.hpp"
 #include "platform/OptionButton.hpp"
 #include "platform/TextField.hpp"
-#include "shell/Application.hpp"
 
 namespace pendulon {
 
@@ -34,21 +34,27 @@ std::string Text(long long value) {
     return IntegerText(value);
 }
 
-// A QX3350 window seen through the members the entry file uses.
-class QX3350EntryForm : public EntryForm3350 {
+// A QX3350 window seen through the members the entry file uses: the contract's, and the events
+// of its own fields, raised by name as the user's edits raise them.
+class ConfiguratorEntryForm3350 : public EntryForm3350 {
   public:
-    explicit QX3350EntryForm(frmQX3350& form) : form_(form) {}
+    explicit ConfiguratorEntryForm3350(Configurator& form) : form_(form) {}
     std::string Device() const override { return form_.Device(); }
     bool PreScale(int index) const override { return form_.PreScale(index); }
     void SetPreScale(int index, bool value) override { form_.SetPreScale(index, value); }
     void cmdApplyLimits_Click() override { form_.cmdApplyLimits_Click(); }
-    void cboFRef_LostFocus() override { form_.cboFRef_LostFocus(); }
-    void cboClockDivisors_Click() override { form_.cboClockDivisors_Click(); }
-    void txtPLL_Change() override { form_.txtPLL_Change(); }
+    void cboFRef_LostFocus() override { form_.cboFRef.RaiseLostFocus(); }
+    void cboClockDivisors_Click() override { Raise("cboClockDivisors", &Field::RaiseClick); }
+    void txtPLL_Change() override { Raise("txtPLL", &Field::RaiseChange); }
     Window& Fields() override { return form_; }
 
   private:
-    frmQX3350& form_;
+    void Raise(const std::string& name, void (Field::*event)()) {
+        if (Field* field = form_.Fields().Find(name))
+            (field->*event)();
+    }
+
+    Configurator& form_;
 };
 
 template <class T>
@@ -59,15 +65,15 @@ T* As(Window& w, const std::string& name) {
 }  // namespace
 
 clsEntryFile3350::clsEntryFile3350(EntryFileHost& host) : host_(host), entry_(host.Errors()) {}
-clsEntryFile3350::clsEntryFile3350(Application& app) : clsEntryFile3350(app.EntryHost()) {}
+clsEntryFile3350::clsEntryFile3350(AppServices& app) : clsEntryFile3350(app.EntryHost()) {}
 clsEntryFile3350::~clsEntryFile3350() = default;
 
 bool clsEntryFile3350::IsFamilyDevice(const std::string& device) {
     return device == "QX3350" || device == "QX3350I";
 }
 
-void clsEntryFile3350::SetForm(frmQX3350& form) {
-    SetForm(std::make_unique<QX3350EntryForm>(form));
+void clsEntryFile3350::SetForm(Configurator& form) {
+    SetForm(std::make_unique<ConfiguratorEntryForm3350>(form));
 }
 
 void clsEntryFile3350::SetForm(std::unique_ptr<EntryForm3350> form) {

@@ -3,14 +3,14 @@
 #include <memory>
 #include <string>
 
-#include "entryfile/EntryFileHost.hpp"
+#include "app/EntryFileHost.hpp"
 #include "entryfile/clsEntryFile.hpp"
 
 namespace pendulon {
 
-class Application;
+class AppServices;
+class Configurator;
 class Field;
-class frmQX3350;
 
 // The members of a QX3350 window the entry file runs beyond the shared ones.
 class EntryForm3350 : public EntryForm {
@@ -25,11 +25,11 @@ class EntryForm3350 : public EntryForm {
 class clsEntryFile3350 {
   public:
     explicit clsEntryFile3350(EntryFileHost& host);
-    explicit clsEntryFile3350(Application& app);
+    explicit clsEntryFile3350(AppServices& app);
     ~clsEntryFile3350();
 
     // Accepted only for the two devices; otherwise the form stays empty.
-    void SetForm(frmQX3350& form);
+    void SetForm(Configurator& form);
     void SetForm(std::unique_ptr<EntryForm3350> form);
     EntryForm3350* Form() const { return form_.get(); }
 

@@ -1,6 +1,7 @@
 #include "entryfile/clsEntryFile4860.hpp"
 
-#include "configurators/Configurator.hpp"
+#include "app/AppServices.hpp"
+#include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/clsPLL.hpp"
@@ -14,7 +15,6 @@
 #include "platform/ListField.hpp"
 #include "platform/OptionButton.hpp"
 #include "platform/TextField.hpp"
-#include "shell/Application.hpp"
 
 namespace pendulon {
 
@@ -64,7 +64,7 @@ struct Selections {
 }  // namespace
 
 clsEntryFile4860::clsEntryFile4860(EntryFileHost& host) : host_(host), entry_(host.Errors()) {}
-clsEntryFile4860::clsEntryFile4860(Application& app) : clsEntryFile4860(app.EntryHost()) {}
+clsEntryFile4860::clsEntryFile4860(AppServices& app) : clsEntryFile4860(app.EntryHost()) {}
 clsEntryFile4860::~clsEntryFile4860() = default;
 
 bool clsEntryFile4860::Is4860Device(const std::string& device) {

@@ -3,12 +3,12 @@
 #include <memory>
 #include <string>
 
-#include "entryfile/EntryFileHost.hpp"
+#include "app/EntryFileHost.hpp"
 #include "entryfile/clsEntryFile.hpp"
 
 namespace pendulon {
 
-class Application;
+class AppServices;
 class Configurator;
 class Field;
 
@@ -18,7 +18,7 @@ class clsEntryFile4860 {
   public:
     explicit clsEntryFile4860(EntryFileHost& host);
     // Talks to the running application.
-    explicit clsEntryFile4860(Application& app);
+    explicit clsEntryFile4860(AppServices& app);
     ~clsEntryFile4860();
 
     // Accepted only for the six devices of the two families; otherwise the form stays empty.

@@ -4,7 +4,8 @@
 #include <array>
 #include <vector>
 
-#include "configurators/Configurator.hpp"
+#include "app/AppServices.hpp"
+#include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/clsPLL.hpp"
@@ -19,7 +20,6 @@
 #include "platform/ListField.hpp"
 #include "platform/OptionButton.hpp"
 #include "platform/TextField.hpp"
-#include "shell/Application.hpp"
 
 namespace pendulon {
 
@@ -169,7 +169,7 @@ std::string CommentCPU(int s, int b, bool details) {
 }  // namespace
 
 clsEntryFile7311::clsEntryFile7311(EntryFileHost& host) : host_(host), entry_(host.Errors()) {}
-clsEntryFile7311::clsEntryFile7311(Application& app) : clsEntryFile7311(app.EntryHost()) {}
+clsEntryFile7311::clsEntryFile7311(AppServices& app) : clsEntryFile7311(app.EntryHost()) {}
 clsEntryFile7311::~clsEntryFile7311() = default;
 
 bool clsEntryFile7311::Is7311Device(const std::string& device) {

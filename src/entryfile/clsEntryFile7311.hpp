@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "entryfile/EntryFileHost.hpp"
+#include "app/EntryFileHost.hpp"
 #include "entryfile/clsEntryFile.hpp"
 
 namespace pendulon {
 
-class Application;
+class AppServices;
 class Configurator;
 class Field;
 
@@ -41,7 +41,7 @@ class clsEntryFile7311 {
   public:
     explicit clsEntryFile7311(EntryFileHost& host);
     // Talks to the running application.
-    explicit clsEntryFile7311(Application& app);
+    explicit clsEntryFile7311(AppServices& app);
     ~clsEntryFile7311();
 
     // Accepted only for the seven devices of the layout; otherwise the form stays empty.

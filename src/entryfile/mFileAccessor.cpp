@@ -4,17 +4,16 @@
 
 #include <array>
 
-#include "configurators/Configurator.hpp"
+#include "app/AppServices.hpp"
+#include "app/Configurator.hpp"
+#include "app/DeviceFace.hpp"
+#include "app/MainFace.hpp"
+#include "app/SummaryFace.hpp"
+#include "app/mSharedApp.hpp"
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
 #include "entryfile/Checksums.hpp"
 #include "entryfile/clsEntryFile.hpp"
-#include "shell/Application.hpp"
-#include "shell/ConfiguratorFactory.hpp"
-#include "shell/frmDevice.hpp"
-#include "shell/frmMain.hpp"
-#include "shell/frmSummary.hpp"
-#include "shell/mSharedApp.hpp"
 
 namespace pendulon::mFileAccessor {
 
@@ -69,7 +68,7 @@ std::string FormDevice(const std::string& pd) {
 }
 }  // namespace
 
-std::string StartFolder(Application& app) {
+std::string StartFolder(AppServices& app) {
     namespace fs = std::filesystem;
     std::string file;
     if (const Configurator* document = app.Document())
@@ -81,7 +80,7 @@ std::string StartFolder(Application& app) {
     return fs::path(file).parent_path().string();
 }
 
-std::string OpenFile(Application& app) {
+std::string OpenFile(AppServices& app) {
     CommonDialog& dialog = app.Main().dlgCommon;
     dialog.DialogTitle = "Open Entry File";
     dialog.InitDir = StartFolder(app);
@@ -98,8 +97,8 @@ const char* EntryFileFilter() {
     return kFilter;
 }
 
-std::string DisplaySaveAsPrompt(Application& app) {
-    frmSummary& summary = app.Summary();
+std::string DisplaySaveAsPrompt(AppServices& app) {
+    SummaryFace& summary = app.Summary();
     // Closing the summary without its OK is a cancel.
     summary.mblnOK = false;
     app.Main().ShowConfigurationForm();
@@ -132,7 +131,7 @@ std::string GetFileName(const std::string& path) {
     return text;
 }
 
-std::string GetFilePath(Application& app, const std::string& path) {
+std::string GetFilePath(AppServices& app, const std::string& path) {
     if ((app.Main().dlgCommon.Flags & CommonDialog::ReadOnly) != 0)
         return {};
     return path;
@@ -148,8 +147,8 @@ std::string SummaryDevice(const std::string& partDescription) {
     return partDescription;
 }
 
-bool FillConfigurationSummary(Application& app, clsEntryFile& entry) {
-    frmSummary& summary = app.Summary();
+bool FillConfigurationSummary(AppServices& app, clsEntryFile& entry) {
+    SummaryFace& summary = app.Summary();
     summary.txtDate.SetText(entry.mstrModificationDate);
     summary.txtComments.SetText(entry.mstrComments);
     summary.txtCustomer.SetText(entry.mstrCustomer);
@@ -165,15 +164,15 @@ bool FillConfigurationSummary(Application& app, clsEntryFile& entry) {
     return summary.mblnOK;
 }
 
-bool FillForm(Application& app, clsEntryFile& entry, const std::string& path) {
+bool FillForm(AppServices& app, clsEntryFile& entry, const std::string& path) {
     const char* const source = "(mFileAccessor) FillForm";
-    frmMain& main = app.Main();
+    MainFace& main = app.Main();
     main.DisplayStatus("Filling form...");
     bool result = false;
     const std::string device = FormDevice(entry.mstrPartDescription);
     std::unique_ptr<Configurator> created;
     if (!device.empty())
-        created = CreateConfigurator(app, device);
+        created = app.CreateConfigurator(device);
     if (!created) {
         // An unknown family, or one whose window this build does not have.
         app.DeviceForm().CreateNew(false);

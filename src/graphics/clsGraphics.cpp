@@ -4,10 +4,10 @@
 #include <cmath>
 #include <numbers>
 
+#include "app/AppServices.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
-#include "shell/Application.hpp"
 
 namespace pendulon {
 
@@ -64,7 +64,7 @@ clsGraphics::clsGraphics(ErrorReport& errors, int twipsPerPixelX, int twipsPerPi
       twipsX_(twipsPerPixelX > 0 ? twipsPerPixelX : 15),
       twipsY_(twipsPerPixelY > 0 ? twipsPerPixelY : 15) {}
 
-clsGraphics::clsGraphics(Application& app)
+clsGraphics::clsGraphics(AppServices& app)
     : clsGraphics(app.Errors(), app.gintTwipsPerPixelX, app.gintTwipsPerPixelY) {}
 
 int clsGraphics::SnapX(double k, double s) const {

@@ -12,7 +12,7 @@
 
 namespace pendulon {
 
-class Application;
+class AppServices;
 
 // Draws in a raised or sunken three-dimensional style: the panels behind a window's labels,
 // and a chip in its package with its pins and pin names. Every length is snapped to whole
@@ -26,7 +26,7 @@ class clsGraphics {
 
     clsGraphics(ErrorReport& errors, int twipsPerPixelX, int twipsPerPixelY);
     // Reports through the application and takes its screen's twips per pixel.
-    explicit clsGraphics(Application& app);
+    explicit clsGraphics(AppServices& app);
 
     // Package of the chip: SOIC() or DIP().
     int mintPackage = 0;

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
-#include "configurators/Configurator.hpp"
+#include "app/AppServices.hpp"
+#include "app/Configurator.hpp"
+#include "app/MainFace.hpp"
+#include "app/mSharedApp.hpp"
 #include "core/Numbers.hpp"
 #include "platform/OptionButton.hpp"
 #include "platform/PictureBox.hpp"
-#include "shell/Application.hpp"
-#include "shell/frmMain.hpp"
-#include "shell/mSharedApp.hpp"
 
 namespace pendulon {
 
@@ -43,7 +43,7 @@ std::vector<std::string> SplitLines(const std::string& text) {
 
 }  // namespace
 
-frmPower::frmPower(Application& app) : Window("frmPower"), app_(app) {
+frmPower::frmPower(AppServices& app) : Window("frmPower"), app_(app) {
     Register("lblCaption", lblCaption);
     Register("lblClose", lblClose);
     Register("lblHead", lblHead);

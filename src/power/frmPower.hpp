@@ -9,7 +9,7 @@
 
 namespace pendulon {
 
-class Application;
+class AppServices;
 class Configurator;
 class PictureBox;
 
@@ -18,7 +18,7 @@ class PictureBox;
 // never shown: its fields are the layout the painting follows.
 class frmPower : public Window {
   public:
-    explicit frmPower(Application& app);
+    explicit frmPower(AppServices& app);
 
     // Stores the configurator that owns the table; a null parent makes ShowPower do nothing.
     void SetParentForm(Configurator* parent) { mobjParentForm = parent; }
@@ -62,7 +62,7 @@ class frmPower : public Window {
     void Paint(PictureBox& picture);
     PictureBox* ParentPicture() const;
 
-    Application& app_;
+    AppServices& app_;
     int mintColCount = 0;
     int mintRowCount = 0;
     std::array<std::string, kMaxColumns> mastrHead{};

@@ -1,10 +1,10 @@
 #include "reports/ApplicationPreviewHost.hpp"
 
-#include "configurators/Configurator.hpp"
+#include "app/AppServices.hpp"
+#include "app/Configurator.hpp"
+#include "app/MainFace.hpp"
+#include "app/SummaryFace.hpp"
 #include "platform/MenuItem.hpp"
-#include "shell/Application.hpp"
-#include "shell/frmMain.hpp"
-#include "shell/frmSummary.hpp"
 
 namespace pendulon {
 

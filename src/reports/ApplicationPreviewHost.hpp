@@ -3,13 +3,13 @@
 
 namespace pendulon {
 
-class Application;
+class AppServices;
 
 // The print preview inside the running program: status and hint lines and commands of the
 // main window, the checksum of the summary window, and the application's preview slot.
 class ApplicationPreviewHost : public PrintPreviewHost {
   public:
-    explicit ApplicationPreviewHost(Application& app) : app_(app) {}
+    explicit ApplicationPreviewHost(AppServices& app) : app_(app) {}
 
     std::string Title() override;
     std::string ChecksumCaption() override;
@@ -20,7 +20,7 @@ class ApplicationPreviewHost : public PrintPreviewHost {
     std::string DocumentName() override;
 
   private:
-    Application& app_;
+    AppServices& app_;
 };
 
 }  // namespace pendulon

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "app/AppServices.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
@@ -10,7 +11,6 @@
 #include "platform/PlatformServices.hpp"
 #include "platform/TextFile.hpp"
 #include "reports/ApplicationPreviewHost.hpp"
-#include "shell/Application.hpp"
 
 namespace pendulon {
 
@@ -80,7 +80,7 @@ frmPrintPreview::frmPrintPreview(const std::string& name, PlatformServices& serv
     BuildMenus();
 }
 
-frmPrintPreview::frmPrintPreview(Application& app)
+frmPrintPreview::frmPrintPreview(AppServices& app)
     : frmPrintPreview(app.Services(), app.Errors(), std::make_unique<ApplicationPreviewHost>(app)) {
 }
 
@@ -88,7 +88,7 @@ frmPrintPreview::~frmPrintPreview() {
     Form_Unload();
 }
 
-frmPrintPreview& frmPrintPreview::ShowText(Application& app, const std::string& text) {
+frmPrintPreview& frmPrintPreview::ShowText(AppServices& app, const std::string& text) {
     auto preview = std::make_unique<frmPrintPreview>(app);
     frmPrintPreview& form = *preview;
     form.Form_Load();

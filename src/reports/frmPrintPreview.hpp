@@ -13,7 +13,7 @@
 
 namespace pendulon {
 
-class Application;
+class AppServices;
 class ErrorReport;
 class PlatformServices;
 
@@ -24,12 +24,12 @@ class frmPrintPreview : public Window {
     frmPrintPreview(PlatformServices& services, ErrorReport& errors,
                     std::unique_ptr<PrintPreviewHost> host);
     // The preview of the running program.
-    explicit frmPrintPreview(Application& app);
+    explicit frmPrintPreview(AppServices& app);
     ~frmPrintPreview() override;
 
     // Loads a preview, puts the text in it and makes it the program's preview window, in front
     // of the document. Returns the window, which the application owns.
-    static frmPrintPreview& ShowText(Application& app, const std::string& text);
+    static frmPrintPreview& ShowText(AppServices& app, const std::string& text);
     // The classic screen faces that come in a few sizes of their own.
     static bool IsBitmapFace(const std::string& font);
     // The name Save offers for a document: its own name with ".txt" (in its entry file's

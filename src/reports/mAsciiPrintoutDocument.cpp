@@ -1,13 +1,13 @@
 #include "reports/mAsciiPrintoutDocument.hpp"
 
-#include "configurators/Configurator.hpp"
+#include "app/AppServices.hpp"
+#include "app/Configurator.hpp"
+#include "app/SummaryFace.hpp"
+#include "app/mSharedApp.hpp"
 #include "platform/ErrorReport.hpp"
 #include "reports/FormFields.hpp"
 #include "reports/clsTable.hpp"
 #include "reports/mAsciiPrintout.hpp"
-#include "shell/Application.hpp"
-#include "shell/frmSummary.hpp"
-#include "shell/mSharedApp.hpp"
 
 namespace pendulon::mAsciiPrintout {
 
@@ -103,12 +103,12 @@ std::string GetASCIIDocument(const Window& form, const std::string& device,
     return text;
 }
 
-std::string GetHeader(Application& app) {
+std::string GetHeader(AppServices& app) {
     return GetHeader(mShared::SummaryInfo(app));
 }
 
 std::string GetASCIIDocument(Configurator& form) {
-    Application& app = form.App();
+    AppServices& app = form.App();
     DocumentSources sources;
     sources.SummaryInfo = mShared::SummaryInfo(app);
     sources.Revision = app.Summary().txtRevision.Text();

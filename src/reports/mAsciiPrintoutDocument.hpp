@@ -6,7 +6,7 @@
 
 namespace pendulon {
 
-class Application;
+class AppServices;
 class Configurator;
 class ErrorReport;
 class Window;
@@ -33,7 +33,7 @@ struct DocumentSources {
 // Banner art, the rule under it, an empty line and the summary block.
 std::string GetHeader(const std::string& summaryInfo);
 // The same with the summary block of the running program.
-std::string GetHeader(Application& app);
+std::string GetHeader(AppServices& app);
 
 // The ordering code of the device at its voltage, with "-" and the revision when there is one.
 // Empty for a device outside the known families.

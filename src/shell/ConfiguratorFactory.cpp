@@ -2,12 +2,12 @@
 
 #include <array>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "configurators/frmQX3350.hpp"
 #include "configurators/frmQX4860.hpp"
 #include "configurators/frmQX6105A.hpp"
 #include "configurators/frmQX7311.hpp"
-#include "qx5140/frmQX5140.hpp"
+#include "configurators/frmQX5140.hpp"
 #include "shell/Application.hpp"
 
 namespace pendulon {

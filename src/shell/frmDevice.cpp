@@ -1,6 +1,6 @@
 #include "shell/frmDevice.hpp"
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "graphics/clsGraphics.hpp"
 #include "reports/mAsciiPrintout.hpp"
@@ -15,7 +15,7 @@ constexpr const char* kApp = "Pendulon";
 constexpr double kPinoutWidth = 3600;
 }  // namespace
 
-frmDevice::frmDevice(Application& app) : Window("frmDevice"), app_(app) {
+frmDevice::frmDevice(Application& app) : DeviceFace("frmDevice"), app_(app) {
     SetCaption("Select Device");
     options_ = {{"QX6105A", &optQX6105A}, {"QX6105AF", &optQX6105AF}, {"QX6105AI", &optQX6105AI},
                 {"QX7311", &optQX7311},   {"QX7311F", &optQX7311F},   {"QX7311I", &optQX7311I},

@@ -1,23 +1,22 @@
 #pragma once
-#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "app/DeviceFace.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/CommandButton.hpp"
 #include "platform/ControlArray.hpp"
 #include "platform/Frame.hpp"
 #include "platform/OptionButton.hpp"
 #include "platform/PictureBox.hpp"
-#include "platform/Window.hpp"
 
 namespace pendulon {
 
 class Application;
 
 // Device selection of a new document; remembers the selection for the whole run.
-class frmDevice : public Window {
+class frmDevice : public DeviceFace {
   public:
     static constexpr double kWideWidth = 5368;
     static constexpr double kNarrowWidth = 3580;
@@ -26,9 +25,6 @@ class frmDevice : public Window {
 
     explicit frmDevice(Application& app);
 
-    std::string mstrCurrentDevice;
-    std::string mstrPreviousDevice;
-    bool mblnNew = false;
     bool mblnOK = false;
 
     Frame fraDevice;
@@ -46,22 +42,16 @@ class frmDevice : public Window {
     CommandButton cmdDecisionTree;
 
     void Form_Load();
-    void CreateNew(bool blnNew) { mblnNew = blnNew; }
     bool OKStatus() const { return mblnOK; }
-    void cmdOK_Click();
-    void cmdCancel_Click();
+    void cmdOK_Click() override;
+    void cmdCancel_Click() override;
     void cmdDecisionTree_Click();
     void chkShowPinout_Click();
     // Closing from the window's own control only hides it; returns true (cancelled).
     bool Form_QueryUnload(int unloadMode);
-    // The option field of a device name, or nullptr.
-    OptionButton* OptionFor(const std::string& device);
+    OptionButton* OptionFor(const std::string& device) override;
     // Redraws the pinout of the current device.
     void DrawPinout();
-
-    // The windows the OK step looks at: the active one, and how to unload it.
-    std::function<Window*()> ActiveWindow;
-    std::function<void(Window&)> UnloadWindow;
 
   private:
     void OptionClick(const std::string& device);

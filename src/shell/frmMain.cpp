@@ -4,7 +4,8 @@
 #include <cmath>
 #include <filesystem>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
+#include "app/mSharedApp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
@@ -24,7 +25,7 @@
 #include "shell/frmReadBack.hpp"
 #include "shell/frmSplash.hpp"
 #include "shell/frmSummary.hpp"
-#include "shell/mSharedApp.hpp"
+#include "shell/mSharedShell.hpp"
 
 namespace pendulon {
 
@@ -38,7 +39,7 @@ void SetupMenu(MenuItem& item, const char* caption, const char* shortcut = "") {
 }
 }  // namespace
 
-frmMain::frmMain(Application& app) : Window("frmMain"), app_(app) {
+frmMain::frmMain(Application& app) : MainFace("frmMain"), app_(app) {
     SetupMenu(mnuFile, "&File");
     SetupMenu(mnuNew, "&New", "Ctrl+N");
     SetupMenu(mnuOpen, "&Open...", "Ctrl+O");

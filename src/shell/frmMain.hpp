@@ -4,23 +4,23 @@
 #include <string>
 #include <utility>
 
+#include "app/MainFace.hpp"
 #include "platform/CommonDialog.hpp"
-#include "platform/ControlArray.hpp"
 #include "platform/Label.hpp"
 #include "platform/MenuItem.hpp"
 #include "platform/PictureBox.hpp"
-#include "platform/Window.hpp"
 
 namespace pendulon {
 
 class Application;
 
 // The main window: owner of the running program, of the one open document and of the menus.
-class frmMain : public Window {
+class frmMain : public MainFace {
   public:
     explicit frmMain(Application& app);
 
-    // Menus, in their order.
+    // Menus, in their order (the recent files, mnuViewPower and mnuViewDebugWindow, which the
+    // documents use, are MainFace's).
     MenuItem mnuFile;
     MenuItem mnuNew;
     MenuItem mnuOpen;
@@ -31,16 +31,12 @@ class frmMain : public Window {
     MenuItem mnuPrint;
     MenuItem mnuPrintSetup;
     MenuItem mnuExit;
-    // Recent files: element 0 is the separator, 1 to 5 the paths, newest first.
-    ControlArray<MenuItem> mnuFilePathArray{6};
     MenuItem mnuEdit;
     MenuItem mnuEditCut;
     MenuItem mnuEditCopy;
     MenuItem mnuEditPaste;
     MenuItem mnuEditSelectAll;
     MenuItem mnuView;
-    MenuItem mnuViewPower;
-    MenuItem mnuViewDebugWindow;
     MenuItem mnuViewEntryFile;
     MenuItem mnuViewEntryFileNew;
     MenuItem mnuViewEntryFileSaved;
@@ -66,29 +62,25 @@ class frmMain : public Window {
     Label lblHelpInfo;
     Label lblStatus;
 
-    CommonDialog dlgCommon;
+    // dlgCommon, which the entry files use too, is MainFace's.
     CommonDialog dlgEPROM;
 
-    // Entry files include the description block.
-    bool mblnSaveEntryFileDescription = false;
     double mdblSavedState = 0;
     double mdblCurrentState = 0;
     std::string mstrSavedChecksum;
     bool mblnFileChanged = false;
-    int mintRecentFileCount = 0;
 
     // Public operations.
-    void ShowConfigurationForm();
-    void ShowHelp(const std::string& strText);
+    void ShowConfigurationForm() override;
+    void ShowHelp(const std::string& strText) override;
     void GetFile(const std::string& strFileToRetrieve);
-    void InitializeMenu(bool blnActiveFormUnloading);
+    void InitializeMenu(bool blnActiveFormUnloading) override;
     void LoadForm();
-    // True means "do not close".
-    bool CancelChildUnload();
-    void UpdateChecksum(bool blnForceUpdate);
-    void DisplayStatus(const std::string& strStatusMessage);
+    bool CancelChildUnload() override;
+    void UpdateChecksum(bool blnForceUpdate) override;
+    void DisplayStatus(const std::string& strStatusMessage) override;
     void InitializeGlobalVariables();
-    void FileChange();
+    void FileChange() override;
     void GetApplicationSettings();
     void SaveApplicationSettings();
     void UpdateFileMenu(const std::string& strFile);
@@ -138,8 +130,7 @@ class frmMain : public Window {
     void mnuAbout_Click();
     void mnuAboutKITE_Click();
 
-    // The path of a recent-file entry: its caption behind the first blank, trimmed.
-    std::string RecentPath(int index) const;
+    std::string RecentPath(int index) const override;
 
     // The view carries out a popup request for a menu.
     std::function<void(MenuItem&)> PopupMenu;

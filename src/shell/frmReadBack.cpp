@@ -4,7 +4,7 @@
 #include <fstream>
 #include <vector>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/clsReference.hpp"
@@ -18,7 +18,7 @@
 #include "reports/mReadBackPrintout.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
-#include "shell/mSharedApp.hpp"
+#include "app/mSharedApp.hpp"
 
 namespace pendulon {
 

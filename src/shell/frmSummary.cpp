@@ -1,14 +1,14 @@
 #include "shell/frmSummary.hpp"
 
+#include "app/mSharedApp.hpp"
 #include "core/Numbers.hpp"
 #include "core/mShared.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
-#include "shell/mSharedApp.hpp"
 
 namespace pendulon {
 
-frmSummary::frmSummary(Application& app) : Window("frmSummary"), app_(app) {
+frmSummary::frmSummary(Application& app) : SummaryFace("frmSummary"), app_(app) {
     SetCaption("Configuration");
     lblFilename.SetCaption("File Name:");
     lblDate.SetCaption("Date:");

@@ -1,8 +1,7 @@
 #pragma once
+#include "app/SummaryFace.hpp"
 #include "platform/CommandButton.hpp"
 #include "platform/Label.hpp"
-#include "platform/TextField.hpp"
-#include "platform/Window.hpp"
 
 namespace pendulon {
 
@@ -10,27 +9,18 @@ class Application;
 
 // The identity of the document: file name, date, revision, customer, engineer, comments and
 // checksum. Loaded for the whole run, so files and reports read it at any time.
-class frmSummary : public Window {
+class frmSummary : public SummaryFace {
   public:
     explicit frmSummary(Application& app);
 
-    // Left with OK; also carries the result of a Save As.
-    bool mblnOK = false;
-
+    // The labels in front of SummaryFace's fields, and the OK button.
     Label lblFilename;
-    TextField txtFilename;
     Label lblDate;
-    TextField txtDate;
     Label lblVersion;
-    TextField txtRevision;
     Label lblCustomerName;
-    TextField txtCustomer;
     Label lblFAE;
-    TextField txtFAE;
     Label lblComments;
-    TextField txtComments;
     Label lblChecksumLabel;
-    Label lblChecksum;
     CommandButton cmdOK;
 
     void Form_Load();

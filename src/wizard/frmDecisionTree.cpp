@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "app/AppServices.hpp"
+#include "app/DeviceFace.hpp"
 #include "platform/ErrorReport.hpp"
-#include "shell/Application.hpp"
-#include "shell/frmDevice.hpp"
 
 namespace pendulon {
 
@@ -55,7 +55,7 @@ bool IsEndPage(int page) {
 
 }  // namespace
 
-frmDecisionTree::frmDecisionTree(Application& app) : Window("frmDecisionTree"), app_(app) {
+frmDecisionTree::frmDecisionTree(AppServices& app) : Window("frmDecisionTree"), app_(app) {
     lblTitle.SetCaption("Which Varnhol Programmable Clock is Right for You?");
     lblTitle.SetFont("MS Sans Serif", 12, true);
     lblTitle.SetAlignment(2);
@@ -292,7 +292,7 @@ std::string frmDecisionTree::DeviceOfPage3() {
 }
 
 void frmDecisionTree::Finish(const std::string& device) {
-    frmDevice& form = app_.DeviceForm();
+    DeviceFace& form = app_.DeviceForm();
     // The QX4860 has four frequency selections in its 8-pin package and sixteen in its 14-pin
     // one, so the answer on page 4 chooses the package the new document starts in.
     const bool through4 = std::find(mcolFrames.begin(), mcolFrames.end(), 4) != mcolFrames.end();
@@ -325,9 +325,9 @@ void frmDecisionTree::cmdCancel_Click(int) {
     Form_Unload();
 }
 
-void frmDecisionTree::Show(Application& app) {
+void frmDecisionTree::Show(AppServices& app) {
     frmDecisionTree wizard(app);
-    frmDevice& device = app.DeviceForm();
+    DeviceFace& device = app.DeviceForm();
     auto activeBefore = device.ActiveWindow;
     auto unloadBefore = device.UnloadWindow;
     device.ActiveWindow = [&wizard, activeBefore]() -> Window* {

@@ -11,7 +11,7 @@
 
 namespace pendulon {
 
-class Application;
+class AppServices;
 
 // The clock selection wizard: a modal window of nine stacked pages that leads the user through
 // at most four questions to one device, then opens a new document for it as if the device had
@@ -23,7 +23,7 @@ class frmDecisionTree : public Window {
     static constexpr const char* kCaption = "Clock Selection Wizard";
     static constexpr const char* kInvalidIndex = "An invalid control array index was passed.";
 
-    explicit frmDecisionTree(Application& app);
+    explicit frmDecisionTree(AppServices& app);
 
     Label lblTitle;
     // One element per page.
@@ -64,7 +64,7 @@ class frmDecisionTree : public Window {
 
     // Shows the wizard modally, as the Help menu and the device window do. While it is up the
     // device window sees it as the active window, so that its OK can unload it.
-    static void Show(Application& app);
+    static void Show(AppServices& app);
 
   private:
     void OptionClick(int Index);
@@ -78,7 +78,7 @@ class frmDecisionTree : public Window {
     // Reports an internal failure and unloads the window.
     void Fail(long number, const std::string& procedure);
 
-    Application& app_;
+    AppServices& app_;
     bool loaded_ = false;
     int frontPage_ = -1;
 };

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes the expected QX5140 entry files and EPROM vectors of the QX5140 entry-file tests.
 
-Each case starts from the state of the QX5140 window that tests/qx5140/EntryFile5140Test.cpp
+Each case starts from the state of the QX5140 window that tests/entryfile/EntryFile5140Test.cpp
 sets up and checks first: the desired frequencies, the options, the case on show (the source
 labels) and the loops' selected data entries. From that state this script works out the image
 by the QX5140's mapping rules, written here from the description of the format, and lays it out

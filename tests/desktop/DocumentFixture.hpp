@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "desktop/DocumentViews.hpp"
 #include "desktop/MainWindow.hpp"
 #include "desktop/ViewRegistry.hpp"

@@ -22,7 +22,7 @@
 #include "graphics/clsGraphics.hpp"
 #include "platform/Color.hpp"
 #include "platform/PictureBox.hpp"
-#include "qx5140/frmQX5140.hpp"
+#include "configurators/frmQX5140.hpp"
 #include "reports/mAsciiPrintout.hpp"
 #include "shell/ConfiguratorFactory.hpp"
 

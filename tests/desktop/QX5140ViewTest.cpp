@@ -17,7 +17,7 @@
 #include "desktop/FloatingPanel.hpp"
 #include "desktop/QX5140View.hpp"
 #include "platform/Color.hpp"
-#include "qx5140/frmQX5140.hpp"
+#include "configurators/frmQX5140.hpp"
 
 namespace pendulon::test {
 

@@ -11,7 +11,7 @@
 #include <memory>
 
 #include "DesktopTests.hpp"
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "desktop/QtPlatform.hpp"
 #include "desktop/ShellViews.hpp"
 #include "desktop/ViewRegistry.hpp"

@@ -30,6 +30,8 @@ start_x() {
         if [ -s "$CONFIG/display" ]; then
             number=$(tr -d '[:space:]' <"$CONFIG/display")
             export DISPLAY=":$number"
+            # The server's files in /tmp ignore TMPDIR; the test command checks they go.
+            [ -n "${PENDULON_TEST_DISPLAYS:-}" ] && echo "$number" >>"$PENDULON_TEST_DISPLAYS"
             for _ in $(seq 1 150); do
                 kill -0 "$XVFB_PID" 2>/dev/null || break
                 xdotool getdisplaygeometry >/dev/null 2>&1 && return 0

@@ -20,7 +20,7 @@
 #include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
 #include "shell/frmSummary.hpp"
-#include "shell/mSharedApp.hpp"
+#include "app/mSharedApp.hpp"
 #include "support/TestSupport.hpp"
 
 namespace pendulon {

@@ -10,7 +10,7 @@
 #include "entryfile/clsEntryFile4860.hpp"
 #include "shell/frmMain.hpp"
 #include "shell/frmSummary.hpp"
-#include "shell/mSharedApp.hpp"
+#include "app/mSharedApp.hpp"
 #include "support/TestSupport.hpp"
 
 namespace pendulon {

@@ -11,7 +11,7 @@
 #include "entryfile/mFileAccessor.hpp"
 #include "shell/frmMain.hpp"
 #include "shell/frmSummary.hpp"
-#include "shell/mSharedApp.hpp"
+#include "app/mSharedApp.hpp"
 #include "support/TestSupport.hpp"
 
 namespace pendulon {

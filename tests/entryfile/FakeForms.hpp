@@ -3,7 +3,7 @@
 #include <string>
 
 #include "EntryTestSupport.hpp"
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/CommandButton.hpp"
 #include "platform/ControlArray.hpp"

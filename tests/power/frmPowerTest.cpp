@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "core/Numbers.hpp"
 #include "core/mShared.hpp"
 #include "platform/HeadlessPlatform.hpp"

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "core/Text.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/ControlArray.hpp"

@@ -16,7 +16,7 @@
 #include <string>
 #include <vector>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "configurators/frm7311Family.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"

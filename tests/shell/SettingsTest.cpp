@@ -3,7 +3,7 @@
 #include "ShellTestSupport.hpp"
 #include "shell/frmMain.hpp"
 #include "shell/frmOptions.hpp"
-#include "shell/mSharedApp.hpp"
+#include "app/mSharedApp.hpp"
 
 namespace pendulon::test {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "platform/HeadlessPlatform.hpp"
 #include "platform/ListField.hpp"
 #include "platform/TextField.hpp"

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "ShellTestSupport.hpp"
+#include "app/mSharedApp.hpp"
 #include "configurators/frmQX6105A.hpp"
 #include "platform/TextFile.hpp"
 #include "reports/frmPrintPreview.hpp"
@@ -12,7 +13,7 @@
 #include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
 #include "shell/frmSummary.hpp"
-#include "shell/mSharedApp.hpp"
+#include "shell/mSharedShell.hpp"
 #include "support/TestSupport.hpp"
 
 namespace pendulon::test {

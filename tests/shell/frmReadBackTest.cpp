@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "entryfile/clsEntryFile.hpp"
 #include "entryfile/clsEntryFile3350.hpp"

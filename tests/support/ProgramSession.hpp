@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "platform/HeadlessPlatform.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmDevice.hpp"

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "WizardTestSupport.hpp"
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 #include "configurators/frmQX4860.hpp"
 #include "configurators/frmQX6105A.hpp"
 #include "platform/TextField.hpp"

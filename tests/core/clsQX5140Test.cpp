@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "QX5140TestSupport.hpp"
-#include "qx5140/clsQX5140.hpp"
+#include "configurators/QX5140TestSupport.hpp"
+#include "core/clsQX5140.hpp"
 
 namespace {
 

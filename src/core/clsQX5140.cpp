@@ -1,4 +1,4 @@
-#include "qx5140/clsQX5140.hpp"
+#include "core/clsQX5140.hpp"
 
 #include "core/mShared.hpp"
 

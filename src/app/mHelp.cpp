@@ -1,8 +1,8 @@
-#include "configurators/mHelp.hpp"
+#include "app/mHelp.hpp"
 
-#include "configurators/Configurator.hpp"
-#include "shell/Application.hpp"
-#include "shell/frmMain.hpp"
+#include "app/AppServices.hpp"
+#include "app/Configurator.hpp"
+#include "app/MainFace.hpp"
 
 namespace pendulon::mHelp {
 

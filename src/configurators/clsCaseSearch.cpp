@@ -1,4 +1,4 @@
-#include "qx5140/clsCaseSearch.hpp"
+#include "configurators/clsCaseSearch.hpp"
 
 #include <algorithm>
 

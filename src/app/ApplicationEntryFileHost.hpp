@@ -1,17 +1,17 @@
 #pragma once
 #include <string>
 
-#include "entryfile/EntryFileHost.hpp"
+#include "app/EntryFileHost.hpp"
 
 namespace pendulon {
 
-class Application;
+class AppServices;
 
 // What the entry-file classes ask of the running program, answered by the application's
 // windows: the title texts, the header block, the summary fields and the main window.
-class ShellEntryFileHost : public EntryFileHost {
+class ApplicationEntryFileHost : public EntryFileHost {
   public:
-    explicit ShellEntryFileHost(Application& app) : app_(app) {}
+    explicit ApplicationEntryFileHost(AppServices& app) : app_(app) {}
 
     ErrorReport& Errors() override;
     std::string Title() override;
@@ -28,7 +28,7 @@ class ShellEntryFileHost : public EntryFileHost {
     Version ProgramVersion() override;
 
   private:
-    Application& app_;
+    AppServices& app_;
 };
 
 }  // namespace pendulon

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "QX5140TestSupport.hpp"
+#include "configurators/QX5140TestSupport.hpp"
 #include "core/Numbers.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "entryfile/clsEntryFile.hpp"

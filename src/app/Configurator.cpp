@@ -1,15 +1,15 @@
-#include "configurators/Configurator.hpp"
+#include "app/Configurator.hpp"
 
 #include <vector>
 
-#include "configurators/mHelp.hpp"
+#include "app/AppServices.hpp"
+#include "app/DeviceFace.hpp"
+#include "app/MainFace.hpp"
+#include "app/mHelp.hpp"
+#include "app/mSharedApp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
-#include "shell/Application.hpp"
-#include "shell/frmDevice.hpp"
-#include "shell/frmMain.hpp"
-#include "shell/mSharedApp.hpp"
 
 namespace pendulon {
 
@@ -28,7 +28,7 @@ std::string FileNameOf(const std::string& path) {
 
 }  // namespace
 
-Configurator::Configurator(Application& app, std::string formName)
+Configurator::Configurator(AppServices& app, std::string formName)
     : LimitForm(std::move(formName)), app_(app) {
     txtFilePath.SetVisible(false);
     cboFRef.SetAllowsFreeText(true);

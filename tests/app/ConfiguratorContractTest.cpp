@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "QX6105ATestSupport.hpp"
+#include "configurators/QX6105ATestSupport.hpp"
 #include "core/cls4860Die.hpp"
 #include "core/clsReference.hpp"
 #include "entryfile/clsEntryFile.hpp"

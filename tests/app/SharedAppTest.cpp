@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
-#include "ShellTestSupport.hpp"
-#include "entryfile/EntryFileHost.hpp"
+#include "shell/ShellTestSupport.hpp"
+#include "app/EntryFileHost.hpp"
 #include "entryfile/clsEntryFile.hpp"
 #include "entryfile/mFileAccessor.hpp"
 #include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
 #include "shell/frmSummary.hpp"
-#include "shell/mSharedApp.hpp"
+#include "app/mSharedApp.hpp"
 
 namespace pendulon::test {
 namespace {

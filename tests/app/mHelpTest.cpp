@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "QX6105ATestSupport.hpp"
-#include "configurators/mHelp.hpp"
+#include "configurators/QX6105ATestSupport.hpp"
+#include "app/mHelp.hpp"
 #include "shell/frmMain.hpp"
 
 namespace pendulon {

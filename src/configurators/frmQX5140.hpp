@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
+#include "configurators/clsCaseSearch.hpp"
 #include "configurators/frm7311Family.hpp"
 #include "platform/ScrollBar.hpp"
-#include "qx5140/clsCaseSearch.hpp"
 
 namespace pendulon {
 
@@ -18,7 +18,7 @@ class clsPLL;
 // CPLL.
 class frmQX5140 : public frm7311Family {
   public:
-    explicit frmQX5140(Application& app);
+    explicit frmQX5140(AppServices& app);
     ~frmQX5140() override;
 
     // Configurator

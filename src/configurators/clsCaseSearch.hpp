@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "qx5140/clsQX5140.hpp"
+#include "core/clsQX5140.hpp"
 
 namespace pendulon {
 

@@ -1,8 +1,12 @@
-#include "qx5140/frmQX5140.hpp"
+#include "configurators/frmQX5140.hpp"
 
 #include <cstdlib>
 
-#include "configurators/mHelp.hpp"
+#include "app/AppServices.hpp"
+#include "app/DeviceFace.hpp"
+#include "app/MainFace.hpp"
+#include "app/mHelp.hpp"
+#include "app/mSharedApp.hpp"
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/cls7311Die.hpp"
@@ -16,10 +20,6 @@
 #include "power/clsPower7311.hpp"
 #include "power/frmPower.hpp"
 #include "reports/mAsciiPrintout.hpp"
-#include "shell/Application.hpp"
-#include "shell/frmDevice.hpp"
-#include "shell/frmMain.hpp"
-#include "shell/mSharedApp.hpp"
 
 namespace pendulon {
 
@@ -61,7 +61,7 @@ class QX5140EntryForm : public EntryForm7311 {
 
 }  // namespace
 
-frmQX5140::frmQX5140(Application& app) : frm7311Family(app, "frmQX5140", 2) {
+frmQX5140::frmQX5140(AppServices& app) : frm7311Family(app, "frmQX5140", 2) {
     // The search works on the family's loops, die and rules, which stay with the window until
     // it is destroyed.
     mclsSearch =

@@ -15,7 +15,7 @@
 
 namespace pendulon {
 
-class Application;
+class AppServices;
 class clsEntryFile;
 
 // Unload modes, as the classic query-unload passes them.
@@ -33,10 +33,10 @@ inline constexpr int kUnloadMDIForm = 4;  // the main window is closing
 // device-specific steps through the protected hooks.
 class Configurator : public LimitForm {
   public:
-    Configurator(Application& app, std::string formName);
+    Configurator(AppServices& app, std::string formName);
     ~Configurator() override;
 
-    Application& App() const { return app_; }
+    AppServices& App() const { return app_; }
 
     // Device name, such as "QX6105AF". Writing it sets lblDevice, selects the device's option
     // in frmDevice and hands the window to the entry-file object.
@@ -170,7 +170,7 @@ class Configurator : public LimitForm {
     template <class F>
     void WithWindowDisabled(F&& flow);
 
-    Application& app_;
+    AppServices& app_;
 };
 
 }  // namespace pendulon
