@@ -49,13 +49,13 @@ const clsEntryFile* frm4860Family::MadeEntryImage() {
     return &EntryFile().Entry();
 }
 
-void frm4860Family::MakeEntryFile(const std::string& path) {
+bool frm4860Family::MakeEntryFile(const std::string& path) {
     EntryFile().MakeEntryFile();
-    EntryFile().WriteEntryFile(path);
+    return EntryFile().WriteEntryFile(path);
 }
 
-void frm4860Family::MakeEPROMVector(const std::string& path, bool fromForm) {
-    EntryFile().MakeEPROMVector(path, fromForm);
+bool frm4860Family::MakeEPROMVector(const std::string& path, bool fromForm) {
+    return EntryFile().MakeEPROMVector(path, fromForm);
 }
 
 // ---------------------------------------------------------------- voltage and limits

@@ -25,8 +25,8 @@ class frm4860Family : public Configurator {
     // Configurator
     std::string Checksum() override;
     const clsEntryFile* MadeEntryImage() override;
-    void MakeEntryFile(const std::string& path) override;
-    void MakeEPROMVector(const std::string& path, bool fromForm) override;
+    bool MakeEntryFile(const std::string& path) override;
+    bool MakeEPROMVector(const std::string& path, bool fromForm) override;
 
     // Colours an output field against 0.5 MHz and the device's output maximum.
     void CheckOutputLimits(Field& field);

@@ -36,13 +36,13 @@ const clsEntryFile* frm7311Family::MadeEntryImage() {
     return &EntryFile().Entry();
 }
 
-void frm7311Family::MakeEntryFile(const std::string& path) {
+bool frm7311Family::MakeEntryFile(const std::string& path) {
     EntryFile().MakeEntryFile();
-    EntryFile().WriteEntryFile(path);
+    return EntryFile().WriteEntryFile(path);
 }
 
-void frm7311Family::MakeEPROMVector(const std::string& path, bool fromForm) {
-    EntryFile().MakeEPROMVector(path, fromForm);
+bool frm7311Family::MakeEPROMVector(const std::string& path, bool fromForm) {
+    return EntryFile().MakeEPROMVector(path, fromForm);
 }
 
 clsEntryFile7311& frm7311Family::EntryFileObject() {

@@ -223,13 +223,13 @@ const clsEntryFile* frmQX3350::MadeEntryImage() {
     return &EntryFile().Entry();
 }
 
-void frmQX3350::MakeEntryFile(const std::string& path) {
+bool frmQX3350::MakeEntryFile(const std::string& path) {
     EntryFile().MakeEntryFile();
-    EntryFile().WriteEntryFile(path);
+    return EntryFile().WriteEntryFile(path);
 }
 
-void frmQX3350::MakeEPROMVector(const std::string& path, bool fromForm) {
-    EntryFile().MakeEPROMVector(path, fromForm);
+bool frmQX3350::MakeEPROMVector(const std::string& path, bool fromForm) {
+    return EntryFile().MakeEPROMVector(path, fromForm);
 }
 
 void frmQX3350::FillFromEntryFile(clsEntryFile& data) {

@@ -37,8 +37,8 @@ class frmQX3350 : public Configurator {
     void SetDevice(const std::string& device) override;
     std::string Checksum() override;
     const clsEntryFile* MadeEntryImage() override;
-    void MakeEntryFile(const std::string& path) override;
-    void MakeEPROMVector(const std::string& path, bool fromForm) override;
+    bool MakeEntryFile(const std::string& path) override;
+    bool MakeEPROMVector(const std::string& path, bool fromForm) override;
     std::string PinName(int index) const override;
     // The QX3350 has no power model.
     void CalculatePower() override {}

@@ -7,7 +7,7 @@
 #include "core/mShared.hpp"
 #include "entryfile/Checksums.hpp"
 #include "entryfile/EntryFileWriting.hpp"
-#include "entryfile/FuseLayout.hpp"
+#include "entryfile/FuseLayouts.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/ErrorReport.hpp"
@@ -233,6 +233,7 @@ std::string clsEntryFile3350::CommentI(int n, bool details) {
 void clsEntryFile3350::MakeEntryFile() {
     if (!form_)
         return;
+    const int errorsBefore = host_.Errors().Count();
     clsEntryFile& e = entry_;
     const std::string device = form_->Device();
     e.mintDCount = 1;
@@ -274,11 +275,13 @@ void clsEntryFile3350::MakeEntryFile() {
         GetConfigurationEPROMBit(n, bit);
         e.set_i(n, bit);
     }
+    mblnImageErrors = host_.Errors().Count() != errorsBefore;
 }
 
 std::string clsEntryFile3350::EntryFileText(const clsEntryFile& e, const std::string& header,
                                             bool details) {
-    std::string out = header + kCrLf;
+    // The common block ends with its own empty line; the family's part opens with another.
+    std::string out = header + kCrLf + kCrLf;
     out += "# s " + mShared::PadOutputString(e.mstrPartDescription, 15) + kCrLf;
     out += "# r " + e.mstrRValue + kCrLf;
     // The voltage comment stands also without details.
@@ -294,12 +297,12 @@ std::string clsEntryFile3350::EntryFileText(const clsEntryFile& e, const std::st
     return out;
 }
 
-void clsEntryFile3350::WriteEntryFile(const std::string& path) {
+bool clsEntryFile3350::WriteEntryFile(const std::string& path) {
     const std::string device = form_ ? form_->Device() : std::string();
     host_.DisplayStatus("Writing " + device + " entry file...");
     const std::string text =
         EntryFileText(entry_, host_.EntryFileHeader(), host_.SaveEntryFileDescription());
-    WriteForUser(host_, path, text, "clsEntryFile3350.WriteEntryFile", true);
+    return WriteForUser(host_, path, text, "clsEntryFile3350.WriteEntryFile", true);
 }
 
 // ---- Checksums and the vector -------------------------------------------------------------------
@@ -326,7 +329,7 @@ std::int16_t clsEntryFile3350::CalculateChecksum(const clsEntryFile& e, ErrorRep
 }
 
 std::string clsEntryFile3350::FuseMap(const clsEntryFile& e) {
-    return WriteFuseRow(FuseLayout3350().rows.front(), e);
+    return BuildFuseMap(FuseLayout3350(), e).Rows.front();
 }
 
 std::string clsEntryFile3350::EPROMVectorText(const clsEntryFile& e, const std::string& title,
@@ -347,15 +350,20 @@ std::string clsEntryFile3350::EPROMVectorText(const clsEntryFile& e, const std::
     return out;
 }
 
-void clsEntryFile3350::MakeEPROMVector(const std::string& path, bool fromForm) {
+bool clsEntryFile3350::MakeEPROMVector(const std::string& path, bool fromForm) {
+    const char* source = "clsEntryFile3350.MakeEPROMVector";
     std::unique_ptr<clsEntryFile> read;
     const clsEntryFile* image = &entry_;
+    bool imageErrors = mblnImageErrors;
     if (!fromForm) {
-        read = ReadSavedEntryFile(host_);
+        read = ReadSavedEntryFile(host_, imageErrors);
         image = read.get();
     }
+    if (!VectorMayBeWritten(host_, path, fromForm, imageErrors,
+                            BuildFuseMap(FuseLayout3350(), *image).Misfits, source))
+        return false;
     const std::string text = EPROMVectorText(*image, host_.Title(), host_.Build());
-    WriteForUser(host_, path, text, "clsEntryFile3350.MakeEPROMVector", false);
+    return WriteForUser(host_, path, text, source, false);
 }
 
 // ---- Filling a form from an image ---------------------------------------------------------------

@@ -8,7 +8,7 @@
 #include "core/mShared.hpp"
 #include "entryfile/Checksums.hpp"
 #include "entryfile/EntryFileWriting.hpp"
-#include "entryfile/FuseLayout.hpp"
+#include "entryfile/FuseLayouts.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/ErrorReport.hpp"
@@ -386,6 +386,7 @@ void clsEntryFile4860::MakeEntryFile() {
         return;
     EntryForm& form = *form_;
     ErrorReport& errors = host_.Errors();
+    const int errorsBefore = errors.Count();
     clsEntryFile& e = entry_;
     e.mintFCount = 17;
     e.mintICount = 18;
@@ -445,6 +446,7 @@ void clsEntryFile4860::MakeEntryFile() {
             store(18 + 7 * sels.Sel(k) + b, bit);
         }
     }
+    mblnImageErrors = errors.Count() != errorsBefore;
 }
 
 bool clsEntryFile4860::OutOfRange() {
@@ -488,12 +490,12 @@ std::string clsEntryFile4860::EntryFileText(const clsEntryFile& e, const std::st
     return out;
 }
 
-void clsEntryFile4860::WriteEntryFile(const std::string& path) {
+bool clsEntryFile4860::WriteEntryFile(const std::string& path) {
     const std::string device = form_ ? form_->Device() : std::string();
     host_.DisplayStatus("Writing " + device + " entry file...");
     const std::string text = EntryFileText(entry_, device, host_.EntryFileHeader(),
                                            host_.SaveEntryFileDescription(), OutOfRange());
-    WriteForUser(host_, path, text, "clsEntryFile4860.WriteEntryFile", true);
+    return WriteForUser(host_, path, text, "clsEntryFile4860.WriteEntryFile", true);
 }
 
 // ---- Checksums and the vector -------------------------------------------------------------------
@@ -523,7 +525,7 @@ std::int16_t clsEntryFile4860::CalculateChecksum(const clsEntryFile& e, ErrorRep
 
 std::string clsEntryFile4860::FuseMap(const clsEntryFile& e) {
     std::string fuses;
-    for (const FuseRow& row : FuseLayout4860().rows) fuses += WriteFuseRow(row, e);
+    for (const std::string& row : BuildFuseMap(FuseLayout4860(), e).Rows) fuses += row;
     return fuses;
 }
 
@@ -551,18 +553,23 @@ std::string clsEntryFile4860::EPROMVectorText(const clsEntryFile& e, const std::
     return out;
 }
 
-void clsEntryFile4860::MakeEPROMVector(const std::string& path, bool fromForm) {
+bool clsEntryFile4860::MakeEPROMVector(const std::string& path, bool fromForm) {
+    const char* source = "clsEntryFile4860.MakeEPROMVector";
     const std::string device = form_ ? form_->Device() : std::string();
     const bool outOfRange = OutOfRange();
     std::unique_ptr<clsEntryFile> read;
     const clsEntryFile* image = &entry_;
+    bool imageErrors = mblnImageErrors;
     if (!fromForm) {
-        read = ReadSavedEntryFile(host_);
+        read = ReadSavedEntryFile(host_, imageErrors);
         image = read.get();
     }
+    if (!VectorMayBeWritten(host_, path, fromForm, imageErrors,
+                            BuildFuseMap(FuseLayout4860(), *image).Misfits, source))
+        return false;
     const std::string text =
         EPROMVectorText(*image, device, host_.Title(), host_.Build(), outOfRange);
-    WriteForUser(host_, path, text, "clsEntryFile4860.MakeEPROMVector", false);
+    return WriteForUser(host_, path, text, source, false);
 }
 
 // ---- Filling a form from an image ---------------------------------------------------------------

@@ -12,7 +12,7 @@
 #include "core/mShared.hpp"
 #include "entryfile/Checksums.hpp"
 #include "entryfile/EntryFileWriting.hpp"
-#include "entryfile/FuseLayout.hpp"
+#include "entryfile/FuseLayouts.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/ErrorReport.hpp"
@@ -410,10 +410,12 @@ void clsEntryFile7311::MakeEntryFile() {
                              "Property 'Form' is not set.");
         return;
     }
+    const int errorsBefore = host_.Errors().Count();
     if (form_->Device() == "QX5140")
         Make5140EntryFile();
     else
         Make7311EntryFile();
+    mblnImageErrors = host_.Errors().Count() != errorsBefore;
 }
 
 void clsEntryFile7311::Make7311EntryFile() {
@@ -571,13 +573,13 @@ std::string clsEntryFile7311::EntryFileText(const clsEntryFile& e, const std::st
     return out;
 }
 
-void clsEntryFile7311::WriteEntryFile(const std::string& path) {
+bool clsEntryFile7311::WriteEntryFile(const std::string& path) {
     const std::string device = form_ ? form_->Device() : std::string();
     host_.DisplayStatus("Writing " + device + " entry file...");
     const bool outOfRange = OutOfRange();
     const std::string text = EntryFileText(entry_, device, host_.EntryFileHeader(),
                                            host_.SaveEntryFileDescription(), outOfRange);
-    WriteForUser(host_, path, text, "clsEntryFile7311.WriteEntryFile", true);
+    return WriteForUser(host_, path, text, "clsEntryFile7311.WriteEntryFile", true);
 }
 
 // ---- Checksums and the vector ------------------------------------------------------------------
@@ -614,25 +616,29 @@ std::int16_t clsEntryFile7311::CalculateChecksum(const clsEntryFile& e, ErrorRep
     return mShared::HexDigitSum(text, errors);
 }
 
-std::string clsEntryFile7311::FuseRow(const clsEntryFile& e, int row, const Identity& identity) {
-    const FuseLayout& layout = FuseLayout7311();
-    if (row < 0 || row >= static_cast<int>(layout.rows.size()))
-        return {};
+FuseIdentity clsEntryFile7311::IdentityFuses(const Identity& identity) {
     FuseIdentity fuses;
     const auto checksum = ToInteger(Val(identity.Checksum));
-    fuses.values[FuseIdentity::Checksum] = checksum ? *checksum : 0;
-    fuses.values[FuseIdentity::Major] = identity.Version.Major;
-    fuses.values[FuseIdentity::Minor] = identity.Version.Minor;
-    fuses.values[FuseIdentity::Build] = identity.Version.Build;
-    fuses.values[FuseIdentity::Day] = identity.Date.Day;
-    fuses.values[FuseIdentity::Month] = identity.Date.Month;
-    fuses.values[FuseIdentity::Year] = identity.Date.Year;
-    fuses.values[FuseIdentity::DeviceNumber] = DeviceNumber(identity.Device);
-    return WriteFuseRow(layout.rows[static_cast<size_t>(row)], e, &fuses);
+    fuses.Checksum = checksum ? *checksum : 0;
+    fuses.Major = identity.Version.Major;
+    fuses.Minor = identity.Version.Minor;
+    fuses.Build = identity.Version.Build;
+    fuses.Day = identity.Date.Day;
+    fuses.Month = identity.Date.Month;
+    fuses.Year = identity.Date.Year;
+    fuses.DeviceNumber = DeviceNumber(identity.Device);
+    return fuses;
 }
 
 int clsEntryFile7311::DeviceNumber(const std::string& device) {
     return device == "QX7312" ? 3312 : 3311;
+}
+
+std::string clsEntryFile7311::FuseRow(const clsEntryFile& e, int row, const Identity& identity) {
+    const FuseLayout& layout = FuseLayout7311();
+    if (row < 0 || row >= static_cast<int>(layout.size()))
+        return {};
+    return BuildFuseMap(layout, e, IdentityFuses(identity)).Rows[static_cast<size_t>(row)];
 }
 
 std::string clsEntryFile7311::EPROMVectorText(const clsEntryFile& e, const std::string& device,
@@ -651,17 +657,18 @@ std::string clsEntryFile7311::EPROMVectorText(const clsEntryFile& e, const std::
         out += "QP0016* QF0336* G0 *" + kCrLf;
     out += "L0000" + kCrLf;
     std::string fuses;
-    for (int row = 0; row <= 9; ++row) {
-        const std::string text = FuseRow(e, row, identity);
-        fuses += text;
-        out += text + (row == 9 ? "*" : "") + kCrLf;
+    const FuseMap map = BuildFuseMap(FuseLayout7311(), e, IdentityFuses(identity));
+    for (size_t row = 0; row < map.Rows.size(); ++row) {
+        fuses += map.Rows[row];
+        out += map.Rows[row] + (row + 1 == map.Rows.size() ? "*" : "") + kCrLf;
     }
     out += "C" + mShared::CalculateJEDECChecksum(fuses) + "*" + kCrLf;
     out += std::string(1, '\x03') + "0000" + kCrLf;
     return out;
 }
 
-void clsEntryFile7311::MakeEPROMVector(const std::string& path, bool fromForm) {
+bool clsEntryFile7311::MakeEPROMVector(const std::string& path, bool fromForm) {
+    const char* source = "clsEntryFile7311.MakeEPROMVector";
     const std::string device = form_ ? form_->Device() : std::string();
     Identity identity;
     identity.Checksum = host_.UpdatedChecksum();
@@ -671,13 +678,18 @@ void clsEntryFile7311::MakeEPROMVector(const std::string& path, bool fromForm) {
     const bool outOfRange = OutOfRange();
     std::unique_ptr<clsEntryFile> read;
     const clsEntryFile* image = &entry_;
+    bool imageErrors = mblnImageErrors;
     if (!fromForm) {
-        read = ReadSavedEntryFile(host_);
+        read = ReadSavedEntryFile(host_, imageErrors);
         image = read.get();
     }
+    if (!VectorMayBeWritten(host_, path, fromForm, imageErrors,
+                            BuildFuseMap(FuseLayout7311(), *image, IdentityFuses(identity)).Misfits,
+                            source))
+        return false;
     const std::string text =
         EPROMVectorText(*image, device, host_.Title(), host_.Build(), identity, outOfRange);
-    WriteForUser(host_, path, text, "clsEntryFile7311.MakeEPROMVector", true);
+    return WriteForUser(host_, path, text, source, true);
 }
 
 // ---- Filling a form from an image --------------------------------------------------------------

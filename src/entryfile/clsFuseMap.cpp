@@ -234,8 +234,8 @@ bool clsFuseMap::ParseFuseMap(std::string_view text, std::string& cause) {
     if (!ParseJedec(text, jedec, cause))
         return false;
     const long count = *jedec.fuseCount;
-    if (count != FuseLayout4860().fuseCount && count != FuseLayout7311().fuseCount &&
-        count != FuseLayout3350().fuseCount) {
+    if (count != FuseCount(FuseLayout4860()) && count != FuseCount(FuseLayout7311()) &&
+        count != FuseCount(FuseLayout3350())) {
         cause = "it has " + std::to_string(count) +
                 " fuses, and no layout of the program has that many (884: QX4860 and QX6105A; "
                 "336: QX7311, QX7312 and QX5140; 45: QX3350)";
@@ -281,8 +281,8 @@ bool clsFuseMap::ParseFuseMap(std::string_view text, std::string& cause) {
 }
 
 bool clsFuseMap::DecodeLayout(const std::string& fuses, int pinCount, std::string& cause) {
-    const bool is4860 = static_cast<int>(fuses.size()) == FuseLayout4860().fuseCount;
-    const bool is7311 = static_cast<int>(fuses.size()) == FuseLayout7311().fuseCount;
+    const bool is4860 = static_cast<int>(fuses.size()) == FuseCount(FuseLayout4860());
+    const bool is7311 = static_cast<int>(fuses.size()) == FuseCount(FuseLayout7311());
     const FuseLayout& layout = is4860   ? FuseLayout4860()
                                : is7311 ? FuseLayout7311()
                                         : FuseLayout3350();
@@ -293,18 +293,18 @@ bool clsFuseMap::DecodeLayout(const std::string& fuses, int pinCount, std::strin
     FuseIdentity identity;
     std::vector<int> offPairs;
     size_t position = 0;
-    for (size_t r = 0; r < layout.rows.size(); ++r) {
+    for (size_t r = 0; r < layout.size(); ++r) {
         FuseRowValues row;
         std::string why;
-        if (!ReadFuseRow(layout.rows[r], fuses, position, row, why)) {
+        if (!ReadFuseRow(layout[r], fuses, position, row, why)) {
             cause = "its fuses do not follow the layout of the " + layoutName + ": " + why;
             return false;
         }
-        for (const auto& value : row.values)
-            image->set_i(value.index, static_cast<std::int16_t>(value.value));
+        for (const auto& value : row.Values)
+            image->set_i(value.Index, static_cast<std::int16_t>(value.Value));
         if (is7311 && r == 9)
-            identity = row.identity;
-        offPairs.insert(offPairs.end(), row.offPairs.begin(), row.offPairs.end());
+            identity = row.Identity;
+        offPairs.insert(offPairs.end(), row.OffPairs.begin(), row.OffPairs.end());
     }
     const auto& i = [&image](int n) { return image->i(n); };
 
@@ -353,7 +353,7 @@ bool clsFuseMap::DecodeLayout(const std::string& fuses, int pinCount, std::strin
         defaultDevice = family;
     } else if (is7311) {
         image->mintICount = 69;
-        const int number = identity.values[FuseIdentity::DeviceNumber];
+        const int number = static_cast<int>(identity.DeviceNumber);
         if (number != 3311 && number != 3312) {
             cause = "its identity row holds the device number " + std::to_string(number) +
                     ", neither 3311 nor 3312";
@@ -361,7 +361,7 @@ bool clsFuseMap::DecodeLayout(const std::string& fuses, int pinCount, std::strin
         }
         // A switched-off loop and a loop at P 6, Q 5 leave the same fuses; the family checksum
         // of the identity row tells them apart, else the loop's off flag does.
-        const int stored = identity.values[FuseIdentity::Checksum];
+        const long stored = identity.Checksum;
         const auto flagSaysOff = [&](int first) {
             const int flag = first == 18 ? 6 : 7;
             return i(5) != 0 || i(flag) == 1;
@@ -475,7 +475,7 @@ bool clsFuseMap::FamilyChecksumOK() const {
     if (!HasIdentity() || !image_)
         return true;
     return clsEntryFile7311::CalculateChecksum(*image_, errors_) ==
-           identity_.values[FuseIdentity::Checksum];
+           identity_.Checksum;
 }
 
 std::string clsFuseMap::FamilyChecksum(const std::string& device) const {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "entryfile/FuseLayout.hpp"
+#include "entryfile/FuseLayouts.hpp"
 
 namespace pendulon {
 

@@ -363,9 +363,14 @@ void Make5140(const clsEntryFile& fuses, double reference, ErrorReport& errors, 
                 return 0.0;
         }
     };
-    const std::string a = clsEntryFile7311::SourceText(i(26));
-    const std::string b = clsEntryFile7311::SourceText(i(27));
-    const std::string c = clsEntryFile7311::SourceText(i(28));
+    // The fuse codes count the divisions of a loop's own clock; the window shows the dividers
+    // of the loop's target, half that clock.
+    const auto shown = [&](int n) {
+        return clsEntryFile7311::QX5140ShownSource(clsEntryFile7311::SourceText(i(n)));
+    };
+    const std::string a = shown(26);
+    const std::string b = shown(27);
+    const std::string c = shown(28);
     const bool suspendA = i(5) == 1 && i(13) == 1;
     const double a0 = frequency(a, 0);
     const double a1 = frequency(a, 1);
@@ -381,6 +386,15 @@ void Make5140(const clsEntryFile& fuses, double reference, ErrorReport& errors, 
     rb.Outputs.push_back(OutputLine("CLKB", "", b, fb));
     rb.Outputs.push_back(OutputLine("CLKC", "", c, fc));
 
+    // A CPU block that is off holds no counters in the window's image: P 0 and Q 0, which the
+    // fuses cannot hold and keep as zeros.
+    for (int n = 0; n <= 7; ++n) {
+        const int base = 29 + 5 * n;
+        if (i(base) == 1) {
+            image.set_i(base + 3, 0);
+            image.set_i(base + 4, 0);
+        }
+    }
     image.mintFCount = 9;
     image.mintICount = 69;
     image.mstrRValue = "d";
@@ -500,16 +514,16 @@ ReadBack clsFuseMap::MakeReadBack(const std::string& device, double reference) c
     }
     rb.FamilyChecksum = FamilyChecksum(device);
     if (HasIdentity()) {
-        const auto& v = identity_.values;
-        rb.StoredFamilyChecksum = IntegerText(v[FuseIdentity::Checksum]);
+        const FuseIdentity& v = identity_;
+        rb.StoredFamilyChecksum = IntegerText(v.Checksum);
         rb.ChecksumOK = FamilyChecksumOK();
         DateTime date;
-        date.Year = v[FuseIdentity::Year];
-        date.Month = v[FuseIdentity::Month];
-        date.Day = v[FuseIdentity::Day];
-        rb.Written = "Pendulon " + IntegerText(v[FuseIdentity::Major]) + "." +
-                     FormatNumber(v[FuseIdentity::Minor], "00") + "." +
-                     FormatNumber(v[FuseIdentity::Build], "000");
+        date.Year = static_cast<int>(v.Year);
+        date.Month = static_cast<int>(v.Month);
+        date.Day = static_cast<int>(v.Day);
+        rb.Written = "Pendulon " + IntegerText(v.Major) + "." +
+                     FormatNumber(static_cast<double>(v.Minor), "00") + "." +
+                     FormatNumber(static_cast<double>(v.Build), "000");
         if (IsValidDate(date.Year, date.Month, date.Day))
             rb.Written += ", " + FormatDate(date);
         if (!rb.ChecksumOK)
@@ -519,8 +533,9 @@ ReadBack clsFuseMap::MakeReadBack(const std::string& device, double reference) c
                                "): the vector was made from an entry file other than the "
                                "configuration its window showed.");
     }
+    // The fields as the device's entry file holds them.
     for (int n = 0; n < image_->mintICount; ++n)
-        rb.Fields.push_back({n, FieldName(n), image_->i(n)});
+        rb.Fields.push_back({n, FieldName(n), made.image->i(n)});
     return rb;
 }
 
