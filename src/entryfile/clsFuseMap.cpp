@@ -474,8 +474,24 @@ bool clsFuseMap::Fits(const std::string& device) const {
 bool clsFuseMap::FamilyChecksumOK() const {
     if (!HasIdentity() || !image_)
         return true;
-    return clsEntryFile7311::CalculateChecksum(*image_, errors_) ==
-           identity_.Checksum;
+    if (clsEntryFile7311::CalculateChecksum(*image_, errors_) == identity_.Checksum)
+        return true;
+    // The QX5140's checksum is that of its own image.
+    if (!Fits("QX5140"))
+        return false;
+    clsEntryFile image = *image_;
+    ClearOffCPUBlocks(image);
+    return clsEntryFile7311::CalculateChecksum(image, errors_) == identity_.Checksum;
+}
+
+void clsFuseMap::ClearOffCPUBlocks(clsEntryFile& image) {
+    for (int n = 0; n <= 7; ++n) {
+        const int base = 29 + 5 * n;
+        if (image.i(base) == 1) {
+            image.set_i(base + 3, 0);
+            image.set_i(base + 4, 0);
+        }
+    }
 }
 
 std::string clsFuseMap::FamilyChecksum(const std::string& device) const {

@@ -72,6 +72,9 @@ class clsFuseMap {
     std::string EntryFileText(const std::string& device, double reference,
                               const std::string& revision, const std::string& header,
                               bool details) const;
+    // A QX7311-layout image as the QX5140 window holds it: a CPU block that is off has P 0 and
+    // Q 0, which its fields cannot hold, so that the fuses keep zeros there.
+    static void ClearOffCPUBlocks(clsEntryFile& image);
     // The name of "# i" field n of the family, as the entry file's detailed comments give it.
     std::string FieldName(int n) const;
 

@@ -386,15 +386,7 @@ void Make5140(const clsEntryFile& fuses, double reference, ErrorReport& errors, 
     rb.Outputs.push_back(OutputLine("CLKB", "", b, fb));
     rb.Outputs.push_back(OutputLine("CLKC", "", c, fc));
 
-    // A CPU block that is off holds no counters in the window's image: P 0 and Q 0, which the
-    // fuses cannot hold and keep as zeros.
-    for (int n = 0; n <= 7; ++n) {
-        const int base = 29 + 5 * n;
-        if (i(base) == 1) {
-            image.set_i(base + 3, 0);
-            image.set_i(base + 4, 0);
-        }
-    }
+    clsFuseMap::ClearOffCPUBlocks(image);
     image.mintFCount = 9;
     image.mintICount = 69;
     image.mstrRValue = "d";

@@ -110,7 +110,7 @@ TEST(frmReadBack, ADamagedFuseMapIsRefusedNamingFileAndCauseAndNothingOpens) {
     ReadBackProgram program;
     program.New("QX3350");
     Configurator* document = program.app->Document();
-    const std::string path = Damaged(folder.Path(), "QX5140_OE.jed", "C0CA4*", "C0CA5*");
+    const std::string path = Damaged(folder.Path(), "QX7311_5V.jed", "C1073*", "C1074*");
     program.Open(path);
     EXPECT_EQ(program.app->Preview(), nullptr);
     EXPECT_EQ(program.app->Document(), document);
@@ -118,15 +118,15 @@ TEST(frmReadBack, ADamagedFuseMapIsRefusedNamingFileAndCauseAndNothingOpens) {
     const std::string message = program.LastMessage();
     EXPECT_TRUE(Contains(message, "The error number is: 10055")) << message;
     EXPECT_TRUE(Contains(message, "The file '" + path +
-                                      "' cannot be read as a fuse map: its fuse checksum C0CA5 "
-                                      "does not match the fuses, whose checksum is 0CA4."))
+                                      "' cannot be read as a fuse map: its fuse checksum C1074 "
+                                      "does not match the fuses, whose checksum is 1073."))
         << message;
     EXPECT_EQ(program.app->Main().lblStatus.Caption(), "");
 }
 
 TEST(frmReadBack, TheDeviceListOffersTheNamesThatFitAndTheDocumentFollowsTheChoice) {
     ReadBackProgram program;
-    program.Open(Golden("QX4860_14.jed"));
+    program.Open(Golden("QX4860_8.jed"));
     frmReadBack* readBack = program.ReadBack();
     ASSERT_NE(readBack, nullptr);
     EXPECT_EQ(readBack->cboDevice.Items(),
