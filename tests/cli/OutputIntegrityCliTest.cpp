@@ -375,6 +375,11 @@ class CliAsUser : public ::testing::Test {
             << programFolder << " can be written by nobody";
         ASSERT_EQ(RunAsNobody({"test", "-x", PENDULON_CLI}, {}).exitCode, 0)
             << "nobody cannot run " << PENDULON_CLI;
+        // A temporary folder of the tests' own that others may not pass through (TMPDIR in a
+        // private folder) leaves the user nothing to write in.
+        if (RunAsNobody({"test", "-w", shared.path}, {}).exitCode != 0)
+            GTEST_SKIP() << "the user nobody cannot reach " << shared.path
+                         << "; give TMPDIR and the folders above it o+x";
     }
     SharedFolder shared;
 };
