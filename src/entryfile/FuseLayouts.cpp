@@ -166,31 +166,39 @@ const FuseLayout& FuseLayout3350() {
 
 namespace {
 
-long ValueOf(const FuseField& field, const clsEntryFile& image, const FuseIdentity& identity) {
+// The member of the identity row that a field stands for; null for a field of the image.
+template <class Identity>
+auto IdentityValue(Identity& identity, FuseField::From source) -> decltype(&identity.Checksum) {
     using From = FuseField::From;
-    switch (field.Source) {
-        case From::Image:
-            return image.i(field.Index);
+    switch (source) {
         case From::Checksum:
-            return identity.Checksum;
+            return &identity.Checksum;
         case From::Major:
-            return identity.Major;
+            return &identity.Major;
         case From::Minor:
-            return identity.Minor;
+            return &identity.Minor;
         case From::Build:
-            return identity.Build;
+            return &identity.Build;
         case From::Day:
-            return identity.Day;
+            return &identity.Day;
         case From::Month:
-            return identity.Month;
+            return &identity.Month;
         case From::Year:
-            return identity.Year;
+            return &identity.Year;
         case From::DeviceNumber:
-            return identity.DeviceNumber;
+            return &identity.DeviceNumber;
+        case From::Image:
         case From::None:
             break;
     }
-    return 0;
+    return nullptr;
+}
+
+long ValueOf(const FuseField& field, const clsEntryFile& image, const FuseIdentity& identity) {
+    if (field.Source == FuseField::From::Image)
+        return image.i(field.Index);
+    const long* value = IdentityValue(identity, field.Source);
+    return value ? *value : 0;
 }
 
 }  // namespace
@@ -243,39 +251,6 @@ long BinaryValue(std::string_view fuses) {
     return value;
 }
 
-void SetIdentity(FuseIdentity& identity, FuseField::From source, long value) {
-    using From = FuseField::From;
-    switch (source) {
-        case From::Checksum:
-            identity.Checksum = value;
-            break;
-        case From::Major:
-            identity.Major = value;
-            break;
-        case From::Minor:
-            identity.Minor = value;
-            break;
-        case From::Build:
-            identity.Build = value;
-            break;
-        case From::Day:
-            identity.Day = value;
-            break;
-        case From::Month:
-            identity.Month = value;
-            break;
-        case From::Year:
-            identity.Year = value;
-            break;
-        case From::DeviceNumber:
-            identity.DeviceNumber = value;
-            break;
-        case From::Image:
-        case From::None:
-            break;
-    }
-}
-
 }  // namespace
 
 bool ReadFuseRow(const std::vector<FuseField>& row, std::string_view fuses, size_t& position,
@@ -303,7 +278,8 @@ bool ReadFuseRow(const std::vector<FuseField>& row, std::string_view fuses, size
             if (field.OffPairIndex >= 0)
                 stored.emplace_back(field.Index, BinaryValue(bits));
         } else {
-            SetIdentity(read.Identity, field.Source, BinaryValue(bits));
+            if (long* value = IdentityValue(read.Identity, field.Source))
+                *value = BinaryValue(bits);
         }
         at += width;
     }
