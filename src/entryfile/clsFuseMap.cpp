@@ -118,7 +118,7 @@ bool ParseJedec(std::string_view text, Jedec& jedec, std::string& cause) {
         }
     }
 
-    // The first field is the design specification, free text up to the first "*".
+    // The first field is the header, free text up to the first "*".
     size_t at = body.find('*');
     if (at == std::string_view::npos) {
         cause = "it is not a JEDEC fuse map (it has no fields ended by \"*\")";
