@@ -1,5 +1,6 @@
 #include "cli/Commands.hpp"
 
+#include "cli/DecodeCommand.hpp"
 #include "cli/DocumentCommand.hpp"
 #include "cli/PlanCommand.hpp"
 #include "cli/SolveCommand.hpp"
@@ -18,6 +19,7 @@ const std::vector<Command>& Commands() {
          kNewSummary, RunNew},
         {"open", kOpenUsage, kOpenSummary, RunOpen},
         {"jed", kJedUsage, kJedSummary, RunJed},
+        {"decode", kDecodeUsage, kDecodeSummary, RunDecode},
         {"wizard", kWizardUsage, kWizardSummary, RunWizard},
         {"plan", kPlanUsage, kPlanSummary, RunPlan},
     };

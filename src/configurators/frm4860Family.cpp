@@ -44,6 +44,11 @@ std::string frm4860Family::Checksum() {
     return IntegerText(EntryFile().Checksum());
 }
 
+const clsEntryFile* frm4860Family::MadeEntryImage() {
+    EntryFile().MakeEntryFile();
+    return &EntryFile().Entry();
+}
+
 bool frm4860Family::MakeEntryFile(const std::string& path) {
     EntryFile().MakeEntryFile();
     return EntryFile().WriteEntryFile(path);

@@ -24,6 +24,7 @@ class frm4860Family : public Configurator {
 
     // Configurator
     std::string Checksum() override;
+    const clsEntryFile* MadeEntryImage() override;
     bool MakeEntryFile(const std::string& path) override;
     bool MakeEPROMVector(const std::string& path, bool fromForm) override;
 

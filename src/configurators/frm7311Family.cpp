@@ -31,6 +31,11 @@ std::string frm7311Family::Checksum() {
     return IntegerText(EntryFile().Checksum());
 }
 
+const clsEntryFile* frm7311Family::MadeEntryImage() {
+    EntryFile().MakeEntryFile();
+    return &EntryFile().Entry();
+}
+
 bool frm7311Family::MakeEntryFile(const std::string& path) {
     EntryFile().MakeEntryFile();
     return EntryFile().WriteEntryFile(path);

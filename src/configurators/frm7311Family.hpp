@@ -28,6 +28,7 @@ class frm7311Family : public Configurator {
 
     // Configurator
     std::string Checksum() override;
+    const clsEntryFile* MadeEntryImage() override;
     bool MakeEntryFile(const std::string& path) override;
     bool MakeEPROMVector(const std::string& path, bool fromForm) override;
 

@@ -218,6 +218,11 @@ std::string frmQX3350::Checksum() {
     return IntegerText(EntryFile().Checksum());
 }
 
+const clsEntryFile* frmQX3350::MadeEntryImage() {
+    EntryFile().MakeEntryFile();
+    return &EntryFile().Entry();
+}
+
 bool frmQX3350::MakeEntryFile(const std::string& path) {
     EntryFile().MakeEntryFile();
     return EntryFile().WriteEntryFile(path);

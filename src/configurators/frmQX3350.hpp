@@ -36,6 +36,7 @@ class frmQX3350 : public Configurator {
     // Configurator
     void SetDevice(const std::string& device) override;
     std::string Checksum() override;
+    const clsEntryFile* MadeEntryImage() override;
     bool MakeEntryFile(const std::string& path) override;
     bool MakeEPROMVector(const std::string& path, bool fromForm) override;
     std::string PinName(int index) const override;

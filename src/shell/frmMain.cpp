@@ -22,6 +22,7 @@
 #include "shell/frmAboutKITE.hpp"
 #include "shell/frmDevice.hpp"
 #include "shell/frmOptions.hpp"
+#include "shell/frmReadBack.hpp"
 #include "shell/frmSplash.hpp"
 #include "shell/frmSummary.hpp"
 #include "shell/mSharedShell.hpp"
@@ -417,6 +418,11 @@ void frmMain::GetFile(const std::string& strFileToRetrieve) {
     dlgCommon.Flags = CommonDialog::EntryFileFlags;
     if (path.empty())
         return;
+    // A fuse map opens its read-back, in front of the document, which stays as it is.
+    if (frmReadBack::IsFuseMapFile(path)) {
+        frmReadBack::Show(app_, path);
+        return;
+    }
     if (app_.ChildIsActive()) {
         if (app_.Preview() != nullptr)
             app_.UnloadPreview();
