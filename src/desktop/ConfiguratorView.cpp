@@ -1,5 +1,6 @@
 #include "desktop/ConfiguratorView.hpp"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
@@ -24,6 +25,7 @@
 #include "desktop/FloatingPanel.hpp"
 #include "desktop/NamedWidgets.hpp"
 #include "desktop/PictureView.hpp"
+#include "desktop/ReadingOrder.hpp"
 #include "graphics/clsGraphics.hpp"
 #include "platform/PictureBox.hpp"
 
@@ -70,6 +72,27 @@ bool ConfiguratorView::event(QEvent* event) {
     if (event->type() == QEvent::LayoutRequest)
         NameFieldsFromLabels(this);
     return handled;
+}
+
+bool ConfiguratorView::focusNextPrevChild(bool next) {
+    // The order is read from the form as it stands now: options show and hide fields.
+    const std::vector<QWidget*> stops = TabStopsInReadingOrder(this);
+    if (stops.empty())
+        return QWidget::focusNextPrevChild(next);
+    QWidget* now = QApplication::focusWidget();
+    while (now != nullptr && now != this && std::find(stops.begin(), stops.end(), now) == stops.end())
+        now = now->parentWidget();
+    const auto at = std::find(stops.begin(), stops.end(), now);
+    const std::ptrdiff_t count = std::ssize(stops);
+    std::ptrdiff_t index = 0;
+    if (at == stops.end())
+        index = next ? 0 : count - 1;
+    else
+        index = ((at - stops.begin()) + (next ? 1 : count - 1)) % count;
+    QWidget* target = stops[std::size_t(index)];
+    target->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    BringIntoSight(target);
+    return true;
 }
 
 QLabel* ConfiguratorView::Label(const QString& name, QWidget* parent) {
@@ -222,19 +245,6 @@ QHBoxLayout* ConfiguratorView::PinoutAndPowerRoom(double width, double height,
     chip->addWidget(pinout, 0, Qt::AlignTop);
     chip->addWidget(PowerRoom(room), 1);
     return chip;
-}
-
-void ConfiguratorView::ChainTabOrder(const QStringList& order) {
-    QWidget* before = nullptr;
-    for (const QString& name : order) {
-        QWidget* after = findChild<QWidget*>(name);
-        if (after == nullptr)
-            continue;
-        // An editable list hands the focus to its edit line; Qt puts the line in its place.
-        if (before != nullptr)
-            setTabOrder(before, after);
-        before = after;
-    }
 }
 
 QPushButton* ConfiguratorView::CalculateButton() {

@@ -69,8 +69,6 @@ class ConfiguratorView : public QWidget {
     // figures beside it: until the user puts them elsewhere they sit there, over nothing.
     QHBoxLayout* PinoutAndPowerRoom(double width, double height, const std::function<void()>& redraw,
                                     const QSize& room);
-    // Sets the keyboard's order through the named widgets that exist.
-    void ChainTabOrder(const QStringList& order);
     QPushButton* CalculateButton();
     QLabel* DeviceLabel();
     // The pinout, in a picture of the given size in twips; redraw draws the chip anew once the
@@ -96,6 +94,11 @@ class ConfiguratorView : public QWidget {
 
     void showEvent(QShowEvent* event) override;
     bool event(QEvent* event) override;
+    // Tab and Shift+Tab go through the fields shown and enabled, in reading order, and round
+    // within the document.
+    bool focusNextPrevChild(bool next) override;
+    // Brings a field that Tab reached into sight where the view scrolls fields of its own.
+    virtual void BringIntoSight(QWidget* field) { (void)field; }
 
   private:
     Configurator& form_;

@@ -153,14 +153,6 @@ QX3350View::QX3350View(frmQX3350& form, Application& app, QWidget* parent, int t
     Bind();
     // The panel first shows where the note stands, and stays there while the user lets it.
     PowerPanel()->SetRoom(powerPlace_);
-    // From the reference straight on to the frequency and the output, then the options.
-    ChainTabOrder({"optCrystal",     "optExternal",  "cboFRef",       "txtPLL",
-                   "cboClockDivisors", "cboPLLData",  "cboActual",     "opt5V",
-                   "opt3V",          "optTTL",       "optCMOS",       "optSOIC",
-                   "optTSSOP",       "optPowerDown", "optOutputEnable", "chkSynchronous",
-                   "txtPLLMin(0)",   "txtPLLMax(0)", "txtPLLMin(1)",  "txtPLLMax(1)",
-                   "txtPLLMin(2)",   "txtPLLMax(2)", "chkUseDefault", "cmdApplyLimits",
-                   "cmdCalculate"});
     SetFirstField(findChild<QWidget*>("txtPLL"));
 }
 

@@ -88,7 +88,6 @@ QX7311View::QX7311View(frmQX7311& form, Application& app, QWidget* parent, int t
 
     Bind();
     SetFirstField(findChild<QWidget*>("txtCPLL(0)"));
-    SetTabOrder();
     // Once the document window is shown it takes the room the fields need.
     QMetaObject::invokeMethod(
         this,
@@ -97,7 +96,6 @@ QX7311View::QX7311View(frmQX7311& form, Application& app, QWidget* parent, int t
             // Figures painted before the view existed were measured without its fonts.
             if (!form_.picPower.DisplayList().empty())
                 form_.CalculatePower();
-            SetTabOrder();
         },
         Qt::QueuedConnection);
 }
@@ -264,21 +262,6 @@ QWidget* QX7311View::Limits() {
     return ThreeLoopLimits(
         [&headings](int column, QWidget* group) { return new QLabel(headings[column], group); },
         [](int row) { return Indexed("lblLimit", row); });
-}
-
-void QX7311View::SetTabOrder() {
-    // The keyboard goes as an engineer fills the chip in: the eight CPU frequencies, SPLL and
-    // UPLL, then each output's source, and Calculate.
-    QStringList order;
-    for (int i = 0; i < frmQX7311::kRows; ++i) order << Indexed("txtCPLL", i);
-    order << "txtSPLL"
-          << "txtUPLL"
-          << "cboCPU";
-    for (int i = 0; i < frmQX7311::kClocks; ++i) order << Indexed("cboClk", i);
-    order << "cboXBuff"
-          << "cboClkF"
-          << "cmdCalculate";
-    ChainTabOrder(order);
 }
 
 }  // namespace pendulon

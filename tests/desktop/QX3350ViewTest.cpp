@@ -110,7 +110,7 @@ class QX3350ViewTest : public QObject {
         }
     }
 
-    void tabGoesFromTheReferenceToTheFrequencyAndTheDivisor() {
+    void tabReadsFromTheReferenceOnToTheFrequencyAndItsSolution() {
         DocumentFixture f;
         QVERIFY(f.ShowAndActivate());
         f.NewDocument("QX3350");
@@ -119,12 +119,14 @@ class QX3350ViewTest : public QObject {
         QWidget* active = view->GetBinder().WidgetOf(*form.ActiveControl());
         QTRY_VERIFY(active->hasFocus());
         QCOMPARE(active->objectName(), QString("cboFRef"));
-        // The key goes where the keyboard is: the list's edit line.
+        // The key goes where the keyboard is: the list's edit line. The voltage stands beside
+        // the reference in the top row.
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QTRY_VERIFY(view->findChild<QRadioButton*>("opt5V")->hasFocus());
         auto* edit = view->findChild<QLineEdit*>("txtPLL");
-        QTRY_VERIFY(edit->hasFocus());
+        edit->setFocus(Qt::OtherFocusReason);
         QTest::keyClick(edit, Qt::Key_Tab);
-        QTRY_VERIFY(view->findChild<QComboBox*>("cboClockDivisors")->hasFocus());
+        QTRY_VERIFY(view->findChild<QComboBox*>("cboPLLData")->hasFocus());
     }
 
     void threeVoltsForceCMOSOnTheScreen() {
