@@ -101,6 +101,12 @@ QLabel* ConfiguratorView::Label(const QString& name, QWidget* parent) {
     return label;
 }
 
+QLabel* ConfiguratorView::ValueLabel(const QString& name, QWidget* parent) {
+    QLabel* label = Label(name, parent);
+    MarkAsValue(label);
+    return label;
+}
+
 QLineEdit* ConfiguratorView::Text(const QString& name, QWidget* parent, int characters) {
     auto* edit = new QLineEdit(parent);
     edit->setObjectName(name);

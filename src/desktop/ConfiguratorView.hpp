@@ -46,6 +46,8 @@ class ConfiguratorView : public QWidget {
   protected:
     // Field widgets, each named as its field.
     QLabel* Label(const QString& name, QWidget* parent);
+    // A label that shows a value (a desired frequency) rather than naming its row.
+    QLabel* ValueLabel(const QString& name, QWidget* parent);
     QLineEdit* Text(const QString& name, QWidget* parent, int characters = 10);
     QComboBox* List(const QString& name, QWidget* parent, int characters = 12);
     // A label that is not a field: a column heading of the layout.

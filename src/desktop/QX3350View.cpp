@@ -80,7 +80,7 @@ QX3350View::QX3350View(frmQX3350& form, Application& app, QWidget* parent, int t
     grid->addWidget(Label("lblDesired", outputs), 0, 1);
     grid->addWidget(Label("lblActual", outputs), 0, 2);
     grid->addWidget(List("cboClockDivisors", outputs, 8), 1, 0);
-    QLabel* desired = Label("lblDesiredClock", outputs);
+    QLabel* desired = ValueLabel("lblDesiredClock", outputs);
     desired->setMinimumWidth(desired->fontMetrics().horizontalAdvance(" 0000.000000000"));
     grid->addWidget(desired, 1, 1);
     grid->addWidget(List("cboActual", outputs, 22), 1, 2);

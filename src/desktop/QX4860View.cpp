@@ -136,9 +136,9 @@ QX4860View::QX4860View(frmQX4860& form, Application& app, QWidget* parent, int t
         };
         cell(Label("lblSelectIndex" + index, rowPanel_), 0);
         cell(Text("txtPLL" + index, rowPanel_), 1);
-        cell(Label("lblDesiredClkA" + index, rowPanel_), 2);
+        cell(ValueLabel("lblDesiredClkA" + index, rowPanel_), 2);
         cell(List("cboActualClkA" + index, rowPanel_), 3);
-        cell(Label("lblDesiredRefClk" + index, rowPanel_), 4);
+        cell(ValueLabel("lblDesiredRefClk" + index, rowPanel_), 4);
         cell(List("cboActualRefClk" + index, rowPanel_), 5);
         cell(Label("lblPLLDataIndex" + index, rowPanel_), 6);
         cell(List("cboPLLData" + index, rowPanel_), 7);

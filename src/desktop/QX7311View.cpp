@@ -13,6 +13,7 @@
 #include <cmath>
 
 #include "configurators/frmQX7311.hpp"
+#include "desktop/AccessibleNames.hpp"
 #include "desktop/FloatingPanel.hpp"
 #include "desktop/NamedWidgets.hpp"
 #include "desktop/PictureView.hpp"
@@ -175,6 +176,10 @@ QWidget* QX7311View::LoopsColumn() {
         data->setFixedWidth(w.data);
         row->addWidget(data, 1, 4);
         row->setColumnStretch(5, 1);
+        // The row lines up under the CPLL columns; their headings name its fields.
+        SetColumnHeading(text, "Desired");
+        SetColumnHeading(actual, "Actual");
+        SetColumnHeading(data, "PLL Data");
         layout->addWidget(group);
     }
     // The solution lists stand beside the loops they solve rather than in a group of their own.
@@ -231,15 +236,15 @@ QWidget* QX7311View::OutputsGroup() {
         if (box != nullptr)
             g->addWidget(box, r, 4, Qt::AlignHCenter);
     };
-    addRow(rows, 1, Label("lblCPU", main), List("cboCPU", main, 8), Label("lblDesiredCPU", main),
+    addRow(rows, 1, Label("lblCPU", main), List("cboCPU", main, 8), ValueLabel("lblDesiredCPU", main),
            List("cboActualCPU", main, 9), Check("chkSusCPU", main));
     for (int i = 0; i < frmQX7311::kClocks; ++i) {
         addRow(rows, i + 2, Label(Indexed("lblClk", i), main), List(Indexed("cboClk", i), main, 8),
-               Label(Indexed("lblDesiredClk", i), main), List(Indexed("cboActualClk", i), main, 9),
+               ValueLabel(Indexed("lblDesiredClk", i), main), List(Indexed("cboActualClk", i), main, 9),
                Check(Indexed("chkSusClk", i), main));
     }
     addRow(rows, 6, Label("lblXBuff", main), List("cboXBuff", main, 8),
-           Label("lblDesiredXBuff", main), List("cboActualXBuff", main, 9),
+           ValueLabel("lblDesiredXBuff", main), List("cboActualXBuff", main, 9),
            Check("chkSusXbuff", main));
     layout->addWidget(main);
     // CLKF and the 32 kHz output exist on the QX7311 models only.
@@ -247,9 +252,9 @@ QWidget* QX7311View::OutputsGroup() {
     only7311->setObjectName("pic7311Only");
     QGridLayout* extra = grid(only7311);
     addRow(extra, 0, Label("lblClkF", only7311), List("cboClkF", only7311, 8),
-           Label("lblDesiredClkF", only7311), List("cboActualClkF", only7311, 9),
+           ValueLabel("lblDesiredClkF", only7311), List("cboActualClkF", only7311, 9),
            Check("chkSusClkF", only7311));
-    addRow(extra, 1, Label("lbl32k", only7311), nullptr, Label("lblDesired32K", only7311), nullptr,
+    addRow(extra, 1, Label("lbl32k", only7311), nullptr, ValueLabel("lblDesired32K", only7311), nullptr,
            nullptr);
     layout->addWidget(only7311);
     return group;

@@ -18,6 +18,7 @@ QObject* MakeWizardViewTest();
 QObject* MakeQX3350ViewTest();
 QObject* MakePinoutDrawingTest();
 QObject* MakeKeyboardTest();
+QObject* MakeAccessibleNamesTest();
 // Run on its own, once for each screen size (see CMakeLists.txt).
 QObject* MakeDocumentFitTest();
 

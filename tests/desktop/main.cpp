@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
                       pendulon::test::MakeQX5140ViewTest, pendulon::test::MakePrintPreviewViewTest,
                       pendulon::test::MakeWizardViewTest, pendulon::test::MakeQX3350ViewTest,
                       pendulon::test::MakePinoutDrawingTest, pendulon::test::MakeKeyboardTest,
+                      pendulon::test::MakeAccessibleNamesTest,
                       pendulon::test::MakeDocumentFitTest}) {
         std::unique_ptr<QObject> test(make());
         // PENDULON_TEST_CLASS=QtPlatformTest runs one class, so that its functions can be named.
