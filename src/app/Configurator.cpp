@@ -1,5 +1,6 @@
 #include "app/Configurator.hpp"
 
+#include <algorithm>
 #include <vector>
 
 #include "app/AppServices.hpp"
@@ -31,6 +32,8 @@ std::string FileNameOf(const std::string& path) {
 Configurator::Configurator(AppServices& app, std::string formName)
     : LimitForm(std::move(formName)), app_(app) {
     txtFilePath.SetVisible(false);
+    // The debug window shows only while View, Debug Window is checked.
+    picDebugWindow.SetVisible(false);
     cboFRef.SetAllowsFreeText(true);
     cmdCalculate.SetCaption("C&alculate");
     opt3V.SetCaption("&3.3V");
@@ -110,6 +113,63 @@ void Configurator::RegisterCommonTail() {
     };
 }
 
+void Configurator::ConnectDebugWindow() {
+    if (debugWindowConnected_)
+        return;
+    debugWindowConnected_ = true;
+    // Shown without its lines yet (the menu, a stored setting): it draws them first.
+    picDebugWindow.AddObserver([this](Field&) {
+        if (!drawingDebugWindow_ && picDebugWindow.Visible() &&
+            picDebugWindow.DisplayList().empty())
+            DrawDebugWindow();
+    });
+    for (Field* field : Fields().Fields()) {
+        if (dynamic_cast<ListField*>(field) == nullptr ||
+            field->Name().find("PLLData") == std::string::npos)
+            continue;
+        field->AddObserver([this](Field&) {
+            if (!drawingDebugWindow_ && picDebugWindow.Visible())
+                DrawDebugWindow();
+        });
+    }
+}
+
+void Configurator::DrawDebugWindow() {
+    if (drawingDebugWindow_)
+        return;
+    drawingDebugWindow_ = true;
+    std::vector<std::string> lines{"Reference: " + cboFRef.Text()};
+    for (Field* field : Fields().Fields()) {
+        const auto* list = dynamic_cast<ListField*>(field);
+        if (list == nullptr || !list->Visible() || list->Text().empty() ||
+            field->Name().find("PLLData") == std::string::npos)
+            continue;
+        lines.push_back(field->Name() + ": " + list->Text());
+    }
+    if (lines.size() == 1)
+        lines.push_back("No loop calculated yet");
+    const std::string title = "Debug";
+    const double marginX = 6.0 * app_.gintTwipsPerPixelX;
+    const double marginY = 4.0 * app_.gintTwipsPerPixelY;
+    const double titleHeight = picDebugWindow.TextHeight(title);
+    double width = picDebugWindow.TextWidth(title) + 2 * marginX;
+    double height = titleHeight + 2 * marginY;
+    for (const std::string& line : lines) {
+        width = std::max(width, picDebugWindow.TextWidth(line) + 2 * marginX);
+        height += picDebugWindow.TextHeight(line);
+    }
+    picDebugWindow.Move(picDebugWindow.Left(), picDebugWindow.Top(), width, height);
+    picDebugWindow.Cls();
+    mShared::DrawPictureWindow(app_, picDebugWindow, title);
+    double y = titleHeight + marginY;
+    for (const std::string& line : lines) {
+        picDebugWindow.PrintAt(marginX, y, line, colors::WindowText);
+        y += picDebugWindow.TextHeight(line);
+    }
+    picDebugWindow.Refresh();
+    drawingDebugWindow_ = false;
+}
+
 void Configurator::ConnectLimitFieldHelp() {
     for (int i = 0; i < txtPLLMin.Count(); ++i) {
         txtPLLMin[i].OnGotFocus = [this, i] {
@@ -168,6 +228,7 @@ void Configurator::Form_Load() {
     InitializeDieClass();
     InitializePLLClass();
     mShared::InitializePowerPictureBox(app_, picPower);
+    ConnectDebugWindow();
     mShared::InitializeDebugPictureBox(app_, picDebugWindow);
     mblnUseDefaults3V = true;
     mblnUseDefaults5V = true;

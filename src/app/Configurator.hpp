@@ -62,6 +62,9 @@ class Configurator : public LimitForm {
     // Applies the user limits (public so that voltage options and entry files can run it).
     virtual void cmdApplyLimits_Click();
     virtual void cmdCalculate_Click();
+    // Paints the debug window: the reference and the solution each loop holds, under its title
+    // bar, the window sized to its lines. It follows the loops while it is shown.
+    void DrawDebugWindow();
     // Colours every loop frequency and output against the limits.
     virtual void CheckPLLLimits() {}
     // Brings every desired-frequency label up to date with the inputs.
@@ -138,6 +141,9 @@ class Configurator : public LimitForm {
     void RegisterVoltageFields();
     void RegisterLimitFields();
     void RegisterCommonTail();
+    // The debug window draws itself when it is shown and again when a loop's solution
+    // changes while it is shown.
+    void ConnectDebugWindow();
     // The user-limit fields show the two limit hints when they get the focus (their text
     // highlighted) and take only keys of a number.
     void ConnectLimitFieldHelp();
@@ -160,6 +166,8 @@ class Configurator : public LimitForm {
     bool mblnLoading = false;
 
   private:
+    bool drawingDebugWindow_ = false;
+    bool debugWindowConnected_ = false;
     double mdblVoltage = 5.0;
     void VoltageChange(double voltage);
     void LeaveLimit(TextField& field, int index, bool isMaximum);

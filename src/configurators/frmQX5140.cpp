@@ -318,6 +318,7 @@ void frmQX5140::Form_Load() {
     mclsSearch->InitializePLLDivisorArrays();
     InitializeControls5140();
     mShared::InitializePowerPictureBox(App(), picPower);
+    ConnectDebugWindow();
     mShared::InitializeDebugPictureBox(App(), picDebugWindow);
     mblnSuspendOutputsOnly = true;
     mblnUseDefaults3V = true;

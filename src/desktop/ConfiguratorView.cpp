@@ -1,6 +1,7 @@
 #include "desktop/ConfiguratorView.hpp"
 
 #include <QApplication>
+#include <QBoxLayout>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
@@ -44,6 +45,8 @@ ConfiguratorView::ConfiguratorView(Configurator& form, Application& app, QWidget
 ConfiguratorView::~ConfiguratorView() {
     if (pinoutObserver_ != 0)
         form_.picPinout.RemoveObserver(pinoutObserver_);
+    if (debugObserver_ != 0)
+        form_.picDebugWindow.RemoveObserver(debugObserver_);
 }
 
 QWidget* ConfiguratorView::PowerRoom(const QSize& minimum) {
@@ -334,7 +337,22 @@ void ConfiguratorView::Bind() {
     // pictures say, and take the mouse themselves.
     power_ = new FloatingPanel(app_, form_.picPower, twipsPerPixelX_, twipsPerPixelY_, this);
     power_->SetRoom(powerSlot_);
+    // The debug window's lines grow with the loops solved: it gets a room of its own below the
+    // form, there while it shows, so that it hides no field whatever it holds.
+    debugRoom_ = new QWidget(this);
+    debugRoom_->setObjectName("debugRoom");
+    debugRoom_->setVisible(form_.picDebugWindow.Visible());
+    if (auto* box = qobject_cast<QBoxLayout*>(layout()))
+        box->addWidget(debugRoom_, 0, Qt::AlignLeft | Qt::AlignTop);
+    debugObserver_ = form_.picDebugWindow.AddObserver([this](Field&) {
+        if (debugRoom_ && debugRoom_->isVisibleTo(this) != form_.picDebugWindow.Visible())
+            debugRoom_->setVisible(form_.picDebugWindow.Visible());
+    });
     debug_ = new FloatingPanel(app_, form_.picDebugWindow, twipsPerPixelX_, twipsPerPixelY_, this);
+    debug_->SetRoom(debugRoom_);
+    // A debug window drawn before the view existed was measured without the view's fonts.
+    if (form_.picDebugWindow.Visible())
+        form_.DrawDebugWindow();
     if (layout() != nullptr) {
         layout()->setSizeConstraint(QLayout::SetMinimumSize);
         // A window larger than the form (maximised, tiled) keeps the form's shape at its top

@@ -115,6 +115,9 @@ class ConfiguratorView : public QWidget {
     std::function<void()> redrawPinout_;
     bool fittingPinout_ = false;
     QPointer<QWidget> powerSlot_;
+    // The room below the form kept for the debug window while it shows.
+    QPointer<QWidget> debugRoom_;
+    int debugObserver_ = 0;
     QWidget* firstField_ = nullptr;
     bool shown_ = false;
 };

@@ -19,6 +19,7 @@ QObject* MakeQX3350ViewTest();
 QObject* MakePinoutDrawingTest();
 QObject* MakeKeyboardTest();
 QObject* MakeAccessibleNamesTest();
+QObject* MakeDebugWindowTest();
 // Run on its own, once for each screen size (see CMakeLists.txt).
 QObject* MakeDocumentFitTest();
 
