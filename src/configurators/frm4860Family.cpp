@@ -44,13 +44,18 @@ std::string frm4860Family::Checksum() {
     return IntegerText(EntryFile().Checksum());
 }
 
-void frm4860Family::MakeEntryFile(const std::string& path) {
+const clsEntryFile* frm4860Family::MadeEntryImage() {
     EntryFile().MakeEntryFile();
-    EntryFile().WriteEntryFile(path);
+    return &EntryFile().Entry();
 }
 
-void frm4860Family::MakeEPROMVector(const std::string& path, bool fromForm) {
-    EntryFile().MakeEPROMVector(path, fromForm);
+bool frm4860Family::MakeEntryFile(const std::string& path) {
+    EntryFile().MakeEntryFile();
+    return EntryFile().WriteEntryFile(path);
+}
+
+bool frm4860Family::MakeEPROMVector(const std::string& path, bool fromForm) {
+    return EntryFile().MakeEPROMVector(path, fromForm);
 }
 
 // ---------------------------------------------------------------- voltage and limits

@@ -24,8 +24,9 @@ class frm4860Family : public Configurator {
 
     // Configurator
     std::string Checksum() override;
-    void MakeEntryFile(const std::string& path) override;
-    void MakeEPROMVector(const std::string& path, bool fromForm) override;
+    const clsEntryFile* MadeEntryImage() override;
+    bool MakeEntryFile(const std::string& path) override;
+    bool MakeEPROMVector(const std::string& path, bool fromForm) override;
 
     // Colours an output field against 0.5 MHz and the device's output maximum.
     void CheckOutputLimits(Field& field);

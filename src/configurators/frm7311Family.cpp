@@ -31,13 +31,18 @@ std::string frm7311Family::Checksum() {
     return IntegerText(EntryFile().Checksum());
 }
 
-void frm7311Family::MakeEntryFile(const std::string& path) {
+const clsEntryFile* frm7311Family::MadeEntryImage() {
     EntryFile().MakeEntryFile();
-    EntryFile().WriteEntryFile(path);
+    return &EntryFile().Entry();
 }
 
-void frm7311Family::MakeEPROMVector(const std::string& path, bool fromForm) {
-    EntryFile().MakeEPROMVector(path, fromForm);
+bool frm7311Family::MakeEntryFile(const std::string& path) {
+    EntryFile().MakeEntryFile();
+    return EntryFile().WriteEntryFile(path);
+}
+
+bool frm7311Family::MakeEPROMVector(const std::string& path, bool fromForm) {
+    return EntryFile().MakeEPROMVector(path, fromForm);
 }
 
 clsEntryFile7311& frm7311Family::EntryFileObject() {

@@ -28,8 +28,9 @@ class frm7311Family : public Configurator {
 
     // Configurator
     std::string Checksum() override;
-    void MakeEntryFile(const std::string& path) override;
-    void MakeEPROMVector(const std::string& path, bool fromForm) override;
+    const clsEntryFile* MadeEntryImage() override;
+    bool MakeEntryFile(const std::string& path) override;
+    bool MakeEPROMVector(const std::string& path, bool fromForm) override;
 
     // The objects the window owns, created on first use.
     clsPLL& CPLL();

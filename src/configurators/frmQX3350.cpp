@@ -218,13 +218,18 @@ std::string frmQX3350::Checksum() {
     return IntegerText(EntryFile().Checksum());
 }
 
-void frmQX3350::MakeEntryFile(const std::string& path) {
+const clsEntryFile* frmQX3350::MadeEntryImage() {
     EntryFile().MakeEntryFile();
-    EntryFile().WriteEntryFile(path);
+    return &EntryFile().Entry();
 }
 
-void frmQX3350::MakeEPROMVector(const std::string& path, bool fromForm) {
-    EntryFile().MakeEPROMVector(path, fromForm);
+bool frmQX3350::MakeEntryFile(const std::string& path) {
+    EntryFile().MakeEntryFile();
+    return EntryFile().WriteEntryFile(path);
+}
+
+bool frmQX3350::MakeEPROMVector(const std::string& path, bool fromForm) {
+    return EntryFile().MakeEPROMVector(path, fromForm);
 }
 
 void frmQX3350::FillFromEntryFile(clsEntryFile& data) {

@@ -36,8 +36,9 @@ class frmQX3350 : public Configurator {
     // Configurator
     void SetDevice(const std::string& device) override;
     std::string Checksum() override;
-    void MakeEntryFile(const std::string& path) override;
-    void MakeEPROMVector(const std::string& path, bool fromForm) override;
+    const clsEntryFile* MadeEntryImage() override;
+    bool MakeEntryFile(const std::string& path) override;
+    bool MakeEPROMVector(const std::string& path, bool fromForm) override;
     std::string PinName(int index) const override;
     // The QX3350 has no power model.
     void CalculatePower() override {}

@@ -6,6 +6,7 @@
 #include "core/cls7311Die.hpp"
 #include "core/clsReference.hpp"
 #include "platform/ErrorReport.hpp"
+#include "platform/ListField.hpp"
 
 namespace pendulon {
 
@@ -21,6 +22,12 @@ class clsQX7311 {
                              const std::vector<double>& adblPLLFReq);
     void GetCurrentPLLLimits(LimitForm& frmInput, clsReference& objReference, cls7311Die& objDie);
     void SetNewPLLLimits(LimitForm& frmInput, clsReference& objReference, cls7311Die& objDie);
+
+    // The sources the outputs offer, first entry selected: the CPU output, CLKF, and CLKA to
+    // CLKD (index 0 to 3).
+    static void InitializeCPUDivisorComboBox(ListField& cboCPU);
+    static void InitializeClockFDivisorComboBox(ListField& cboClkF);
+    static void InitializeClockDivisors(ListField& list, int index);
 
   private:
     ErrorReport& errors_;

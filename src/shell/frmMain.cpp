@@ -22,6 +22,7 @@
 #include "shell/frmAboutKITE.hpp"
 #include "shell/frmDevice.hpp"
 #include "shell/frmOptions.hpp"
+#include "shell/frmReadBack.hpp"
 #include "shell/frmSplash.hpp"
 #include "shell/frmSummary.hpp"
 #include "shell/mSharedShell.hpp"
@@ -414,6 +415,11 @@ void frmMain::GetFile(const std::string& strFileToRetrieve) {
     dlgCommon.Flags = CommonDialog::EntryFileFlags;
     if (path.empty())
         return;
+    // A fuse map opens its read-back, in front of the document, which stays as it is.
+    if (frmReadBack::IsFuseMapFile(path)) {
+        frmReadBack::Show(app_, path);
+        return;
+    }
     if (app_.ChildIsActive()) {
         if (app_.Preview() != nullptr)
             app_.UnloadPreview();
@@ -473,48 +479,69 @@ bool frmMain::RefuseUncalculatedSave() {
 }
 
 void frmMain::mnuSave_Click() {
+    SaveDocument();
+}
+
+bool frmMain::SaveDocument() {
     if (RefuseUncalculatedSave())
-        return;
+        return false;
     if (!ChildIsActive())
-        return;
+        return false;
     DisplayStatus("Saving file...");
+    bool saved = false;
     if (app_.Preview() != nullptr) {
         app_.SavePreview();
+        saved = true;
     } else if (Configurator* child = app_.Document()) {
         if (child->txtFilePath.Text().empty()) {
-            mnuSaveAs_Click();
-        } else {
-            child->Save();
+            saved = SaveDocumentAs();
+        } else if (child->Save()) {
+            // A write that failed has been reported; the document stays unsaved.
+            saved = true;
             mdblSavedState = mShared::ComputeState(*child);
             mstrSavedChecksum = app_.Summary().lblChecksum.Caption();
         }
     }
     DisplayStatus("");
+    return saved;
 }
 
 void frmMain::mnuSaveAs_Click() {
+    SaveDocumentAs();
+}
+
+bool frmMain::SaveDocumentAs() {
     if (RefuseUncalculatedSave())
-        return;
+        return false;
     if (!ChildIsActive())
-        return;
+        return false;
     Configurator* child = app_.Document();
     if (child == nullptr)
-        return;
+        return false;
     const std::string oldPath = child->txtFilePath.Text();
     const std::string path = mFileAccessor::DisplaySaveAsPrompt(app_);
+    bool saved = false;
     if (!path.empty()) {
-        app_.Summary().txtFilename.SetText(mFileAccessor::GetFileName(path));
+        // The new name, the caption, the recent entry and the saved state follow only a write
+        // that succeeded: after a failed one (reported with the path and the reason) the
+        // document is as it was, unsaved and under its old name, and Close still asks.
         child->txtFilePath.SetText(path);
-        child->SetCaption(mFileAccessor::GetFileName(path));
-        child->Save();
-        InitializeMenu(false);
-        mnuViewEntryFileSaved.SetEnabled(true);
-        if (!oldPath.empty())
-            UpdateFileMenu(oldPath);
-        mdblSavedState = mShared::ComputeState(*child);
-        mstrSavedChecksum = app_.Summary().lblChecksum.Caption();
+        saved = child->Save();
+        if (saved) {
+            app_.Summary().txtFilename.SetText(mFileAccessor::GetFileName(path));
+            child->SetCaption(mFileAccessor::GetFileName(path));
+            InitializeMenu(false);
+            mnuViewEntryFileSaved.SetEnabled(true);
+            if (!oldPath.empty())
+                UpdateFileMenu(oldPath);
+            mdblSavedState = mShared::ComputeState(*child);
+            mstrSavedChecksum = app_.Summary().lblChecksum.Caption();
+        } else {
+            child->txtFilePath.SetText(oldPath);
+        }
     }
     app_.Summary().lblChecksum.SetCaption(mstrSavedChecksum);
+    return saved;
 }
 
 bool frmMain::CancelChildUnload() {
@@ -533,8 +560,9 @@ bool frmMain::CancelChildUnload() {
             app_.Services().MsgBox("Save changes to " + name + "?",
                                    msgbox::YesNoCancel | msgbox::Question, app_.gstrTitle);
         if (answer == msgbox::Yes) {
-            mnuSave_Click();
-            cancel = !app_.Summary().mblnOK;
+            // A save that was refused or failed keeps the document open: its work is not lost.
+            const bool saved = SaveDocument();
+            cancel = !app_.Summary().mblnOK || !saved;
         } else if (answer == msgbox::No) {
             cancel = false;
         } else {
@@ -686,8 +714,10 @@ bool frmMain::ContinueDespiteExceededPLLs() {
 }
 
 std::string frmMain::TemporaryEntryFileName() {
+    // In the user's temporary folder: the program's own folder is not the user's to write in
+    // once the program is installed.
     PlatformServices& services = app_.Services();
-    const std::string folder = services.AppDirectory();
+    const std::string folder = services.TempDirectory();
     std::string name = services.TempFileName(folder, kPendulon);
     if (name.empty())
         name = (std::filesystem::path(folder) / "~entfile.tmp").string();
@@ -713,8 +743,9 @@ void frmMain::mnuViewEntryFileNew_Click() {
     if (!ContinueDespiteExceededPLLs())
         return;
     const std::string name = TemporaryEntryFileName();
-    child->MakeEntryFile(name);
-    mShared::ShowEntFile(app_, name);
+    // A file that could not be written has been reported; there is nothing to show.
+    if (child->MakeEntryFile(name))
+        mShared::ShowEntFile(app_, name);
     // An editor started for the file may not have read it yet; it is deleted all the same.
     if (FileExists(name))
         DeleteFileIfThere(name);
@@ -731,12 +762,12 @@ void frmMain::mnuViewEntryFileSaved_Click() {
         mShared::ShowEntFile(app_, path);
 }
 
-void frmMain::CreateEPROM(bool blnNew) {
+bool frmMain::CreateEPROM(bool blnNew) {
     Configurator* child = app_.Document();
     if (child == nullptr)
-        return;
+        return false;
     if (!ContinueDespiteExceededPLLs())
-        return;
+        return false;
     std::string temporary;
     if (blnNew) {
         temporary = TemporaryEntryFileName();
@@ -753,6 +784,7 @@ void frmMain::CreateEPROM(bool blnNew) {
     std::string name;
     if (app_.Services().ShowSave(dlgEPROM))
         name = dlgEPROM.FileName;
+    bool written = false;
     if (!name.empty()) {
         child->txtFilePath.SetText(name);
         InitializeMenu(false);
@@ -760,7 +792,7 @@ void frmMain::CreateEPROM(bool blnNew) {
             UpdateFileMenu(oldPath);
         mdblSavedState = mShared::ComputeState(*child);
         // A fresh entry image is the window's own; otherwise the saved file is read again.
-        child->MakeEPROMVector(name, blnNew);
+        written = child->MakeEPROMVector(name, blnNew);
         InitializeMenu(false);
     }
     if (blnNew) {
@@ -768,22 +800,26 @@ void frmMain::CreateEPROM(bool blnNew) {
         ShowHelp("Deleted " + temporary);
     }
     child->txtFilePath.SetText(oldPath);
+    return written;
 }
 
 void frmMain::mnuToolsCreateEPROMNew_Click() {
-    dlgEPROM.DefaultExt = "jed";
-    CreateEPROM(true);
+    CreateEPROMVector(true);
 }
 
 void frmMain::mnuToolsCreateEPROMSaved_Click() {
+    CreateEPROMVector(false);
+}
+
+bool frmMain::CreateEPROMVector(bool blnNew) {
     dlgEPROM.DefaultExt = "jed";
-    if (app_.Summary().txtFilename.Text().empty()) {
+    if (!blnNew && app_.Summary().txtFilename.Text().empty()) {
         app_.Errors().Raise(10602, "frmMain.mnuToolsCreateEPROMSaved",
                             "Entry file does not exist!\r\n"
                             "Choose Create EPROM Vector From New Entry File.");
-        return;
+        return false;
     }
-    CreateEPROM(false);
+    return CreateEPROM(blnNew);
 }
 
 void frmMain::mnuToolsLaunchKITE_Click() {

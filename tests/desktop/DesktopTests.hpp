@@ -20,6 +20,7 @@ QObject* MakePinoutDrawingTest();
 QObject* MakeKeyboardTest();
 QObject* MakeAccessibleNamesTest();
 QObject* MakeDebugWindowTest();
+QObject* MakeReadBackViewTest();
 // Run on its own, once for each screen size (see CMakeLists.txt).
 QObject* MakeDocumentFitTest();
 
