@@ -15,6 +15,9 @@ namespace pendulon {
 class Application;
 
 // The main window: owner of the running program, of the one open document and of the menus.
+// Its code stands in four files by concern: frmMain.cpp the window itself (menus, start-up,
+// status and hints), frmMainDocuments.cpp the document lifecycle, frmMainSettings.cpp the
+// recent files and the settings, frmMainCommands.cpp the other menu commands.
 class frmMain : public MainFace {
   public:
     explicit frmMain(Application& app);
@@ -151,6 +154,9 @@ class frmMain : public MainFace {
     std::string HelpFilePath() const;
 
   private:
+    // The program's name, as its titles and its settings carry it.
+    static constexpr const char* kPendulon = "Pendulon";
+
     // Warns that an uncalculated configuration cannot be saved; true when it did.
     bool RefuseUncalculatedSave();
     // Asks whether to go on when PLLs exceed their default limits; false ends the command.
