@@ -347,6 +347,28 @@ if "$root_prefix/bin/pendulon-cli" jed "$work/files/missing.ent" -o "$work/files
     fail "pendulon-cli jed of a missing file succeeded"
 fi
 [ ! -e "$work/files/missing.jed" ] || fail "pendulon-cli wrote a fuse map of a missing file"
+# A user who is not root cannot write the program's folder: a vector from a new entry file makes
+# its temporary file in that user's temporary folder, and removes it. The check runs as the user
+# nobody, who must be able to reach the installed program through the folders above it.
+as_nobody() { setpriv --reuid=65534 --regid=65534 --clear-groups env -i PATH=/usr/bin:/bin "$@"; }
+if [ "$(id -u)" != 0 ] || ! command -v setpriv >/dev/null; then
+    step "skipped: pendulon-cli as a user who is not root (needs root and setpriv)"
+else
+    mkdir -m 1777 "$work/user" "$work/user/tmp"
+    chmod o+x "$work"
+    if ! as_nobody test -x "$root_prefix/bin/pendulon-cli"; then
+        step "skipped: pendulon-cli as a user who is not root ($work cannot be reached by others;" \
+            "give TMPDIR and the folders above it o+x)"
+    else
+        step "the installed pendulon-cli as a user who is not root"
+        ! as_nobody test -w "$root_prefix/bin" || fail "the user nobody can write $root_prefix/bin"
+        as_nobody TMPDIR="$work/user/tmp" HOME="$work/user" \
+            "$root_prefix/bin/pendulon-cli" new QX4860 --click cmdCalculate --jed "$work/user/v.jed" \
+            >"$work/user.log" 2>&1 || fail "pendulon-cli as a user failed: $(cat "$work/user.log")"
+        [ -s "$work/user/v.jed" ] || fail "pendulon-cli as a user wrote no fuse map"
+        [ -z "$(ls -A "$work/user/tmp")" ] || fail "pendulon-cli as a user left $(ls "$work/user/tmp")"
+    fi
+fi
 
 if command -v Xvfb >/dev/null && command -v xdotool >/dev/null && command -v gio >/dev/null; then
     step "the installed desktop program under Xvfb"

@@ -10,6 +10,9 @@ cd "$(dirname "$0")/.."
 # other programs that use the system's temporary folder at the same time cannot fail the run.
 # The folder goes when the run ends, passed or failed.
 run_dir="$(mktemp -d "${TMPDIR:-/tmp}/pendulon-test-run.XXXXXX")"
+# Some tests run the program as the user nobody, who must be able to pass through the folder
+# (not to list it).
+chmod 711 "$run_dir"
 trap 'rm -rf "$run_dir"' EXIT
 tests_tmp="$run_dir/tmp"
 tests_runtime="$run_dir/runtime"

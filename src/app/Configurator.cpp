@@ -418,8 +418,8 @@ bool Configurator::FillForm(clsEntryFile& data, const std::string& path) {
     return true;
 }
 
-void Configurator::Save() {
-    MakeEntryFile(txtFilePath.Text());
+bool Configurator::Save() {
+    return MakeEntryFile(txtFilePath.Text());
 }
 
 // ---------------------------------------------------------------- closing

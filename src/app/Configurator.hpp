@@ -47,12 +47,14 @@ class Configurator : public LimitForm {
     virtual std::string Checksum() = 0;
     // Reads the fields from a read entry file and runs Calculate; false refuses the load.
     virtual bool FillForm(clsEntryFile& data, const std::string& path);
-    // Writes the entry file to txtFilePath.
-    virtual void Save();
-    // Writes the entry file of the configuration as it stands to path.
-    virtual void MakeEntryFile(const std::string& path) = 0;
-    // Writes the EPROM vector to path, from the window's own image or from the saved file.
-    virtual void MakeEPROMVector(const std::string& path, bool fromForm) = 0;
+    // Writes the entry file to txtFilePath; true when it was written.
+    virtual bool Save();
+    // Writes the entry file of the configuration as it stands to path; true when it was
+    // written (a failure has been reported, and what was on disk is as it was).
+    virtual bool MakeEntryFile(const std::string& path) = 0;
+    // Writes the EPROM vector to path, from the window's own image or from the saved file;
+    // true when it was written.
+    virtual bool MakeEPROMVector(const std::string& path, bool fromForm) = 0;
     // Pin table: element 0 is the pin count as text, 1..n the pin names.
     virtual std::string PinName(int index) const;
     virtual void CalculatePower() = 0;

@@ -1,7 +1,9 @@
 #include "cli/DocumentCommand.hpp"
 
+#include <filesystem>
 #include <iostream>
 
+#include "cli/Commands.hpp"
 #include "cli/DocumentSession.hpp"
 #include "cli/ToolActions.hpp"
 #include "app/Configurator.hpp"
@@ -19,11 +21,23 @@
 
 namespace pendulon::cli {
 
+namespace {
+// The folder of this program, where an installed program's files stand; empty when unknown.
+std::string ProgramFolder() {
+    std::error_code ec;
+    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", ec);
+    return ec ? std::string() : self.parent_path().string();
+}
+}  // namespace
+
 DocumentSession::DocumentSession(std::ostream& out, std::ostream& err) : out_(out), err_(err) {
     platform_.OnMessage = [this](const HeadlessPlatform::Message& message) {
         err_ << "[" << message.Title << "] " << message.Text << " -> "
              << msgbox::AnswerName(message.Answer) << "\n";
     };
+    // The program's folder is its own, as for the desktop program: a user may not write there.
+    if (const std::string folder = ProgramFolder(); !folder.empty())
+        platform_.SetAppDirectory(folder);
     app_ = std::make_unique<Application>(platform_);
     app_->Main().MDIForm_Load("");
 }
@@ -204,29 +218,52 @@ bool DocumentSession::Click(const std::string& name, std::string& error) {
     return true;
 }
 
-int DocumentSession::RunActions(const std::vector<std::string>& args, size_t first) {
-    size_t i = first;
-    while (i < args.size()) {
-        if (const int code = RunAction(args, i); code != 0)
-            return code;
+size_t DocumentSession::MessageCount() const {
+    size_t count = 0;
+    for (const auto& message : platform_.Messages()) {
+        const int icon = message.Style & msgbox::Exclamation;
+        if (icon == msgbox::Critical || icon == msgbox::Exclamation)
+            ++count;
     }
-    return 0;
+    return count;
+}
+
+bool DocumentSession::StopsHere(const std::string& what) {
+    if (!strict_ || MessageCount() == 0)
+        return false;
+    err_ << "pendulon-cli: --strict: the run stops after " << what
+         << ": an error report or warning was shown\n";
+    return true;
+}
+
+int DocumentSession::Finish(bool failed) {
+    if (failed)
+        return status::Failed;
+    const size_t messages = MessageCount();
+    if (messages == 0)
+        return status::Done;
+    err_ << "pendulon-cli: done, with " << messages
+         << (messages == 1 ? " error report or warning" : " error reports or warnings")
+         << " (above)\n";
+    return status::DoneWithMessages;
 }
 
 int DocumentSession::RunAction(const std::vector<std::string>& args, size_t& i) {
     const std::string& action = args[i++];
     std::string error;
     if (action == "--json") {
-        out_ << State().dump(2) << "\n";
+        // Texts that are not UTF-8 (a file name from an older system) are written with the
+        // replacement character.
+        out_ << State().dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << "\n";
         return 0;
     }
     if (action != "--set" && action != "--click" && action != "--answer") {
         err_ << "pendulon-cli: unknown action '" << action << "'\n";
-        return 2;
+        return status::Usage;
     }
     if (i >= args.size()) {
         err_ << "pendulon-cli: " << action << " needs an argument\n";
-        return 2;
+        return status::Usage;
     }
     const std::string& argument = args[i++];
     if (action == "--answer") {
@@ -234,7 +271,7 @@ int DocumentSession::RunAction(const std::vector<std::string>& args, size_t& i) 
         if (answer == 0) {
             err_ << "pendulon-cli: unknown answer '" << argument
                  << "' (ok, cancel, yes, no, abort, retry, ignore)\n";
-            return 2;
+            return status::Usage;
         }
         platform_.QueueAnswer(answer);
         return 0;
@@ -244,7 +281,7 @@ int DocumentSession::RunAction(const std::vector<std::string>& args, size_t& i) 
         const auto equals = argument.find('=');
         if (equals == std::string::npos || equals == 0) {
             err_ << "pendulon-cli: --set takes NAME=TEXT, not '" << argument << "'\n";
-            return 2;
+            return status::Usage;
         }
         done = Set(argument.substr(0, equals), argument.substr(equals + 1), error);
     } else {
@@ -252,7 +289,7 @@ int DocumentSession::RunAction(const std::vector<std::string>& args, size_t& i) 
     }
     if (!done) {
         err_ << "pendulon-cli: " << error << "\n";
-        return 2;
+        return status::Usage;
     }
     return 0;
 }
@@ -367,17 +404,22 @@ const char* const kNewUsage =
     "      frmSummary.txtCustomer, frmDevice.chkShowPinout";
 const char* const kNewSummary = "create a new document for DEVICE and run the actions on it";
 
-int RunNew(const std::vector<std::string>& args) {
+int RunNew(const std::vector<std::string>& arguments) {
+    std::vector<std::string> args = arguments;
+    const bool strict = TakeStrict(args);
     if (args.empty() || args[0].rfind("--", 0) == 0) {
         std::cerr << "pendulon-cli: new needs a device, such as QX6105A\n";
-        return 2;
+        return status::Usage;
     }
     DocumentSession session(std::cout, std::cerr);
+    session.SetStrict(strict);
     std::string error;
     if (!session.NewDocument(args[0], error)) {
         std::cerr << "pendulon-cli: " << error << "\n";
-        return 2;
+        return status::Usage;
     }
+    if (session.StopsHere("opening the new " + args[0]))
+        return status::Failed;
     return RunDocumentActions(session, args, 1);
 }
 

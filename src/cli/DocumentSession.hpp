@@ -31,11 +31,21 @@ class DocumentSession {
     // device that frmDevice does not offer or a document that did not load.
     bool NewDocument(const std::string& device, std::string& error);
 
-    // Runs the actions in args from index first on. Returns the exit code: 0 when all ran, 2
-    // for a malformed action or an unknown field.
-    int RunActions(const std::vector<std::string>& args, size_t first);
-    // Runs the one action at args[i] and moves i past it and its argument. Same codes.
+    // Runs the one action at args[i] and moves i past it and its argument. Returns 0 when it
+    // ran, status::Usage for a malformed action or an unknown field.
     int RunAction(const std::vector<std::string>& args, size_t& i);
+
+    // With strict, the first error report or warning stops the run.
+    void SetStrict(bool strict) { strict_ = strict; }
+    // The error reports and warnings shown so far (information notes and questions are not
+    // counted: they tell, they do not warn).
+    size_t MessageCount() const;
+    // With --strict and a message shown: tells that the run stops after `what` and gives true.
+    bool StopsHere(const std::string& what);
+    // The exit status of a run that went through: status::Failed when an action failed,
+    // status::DoneWithMessages when messages were shown, else status::Done; the last two are
+    // told on the error stream when there were messages.
+    int Finish(bool failed);
 
     // A modal window in front of the document: while it is set, names without a window prefix
     // are its fields, only the fields for which reachable says yes can be set or clicked, and
@@ -61,6 +71,7 @@ class DocumentSession {
     HeadlessPlatform platform_;
     std::unique_ptr<Application> app_;
     Window* modal_ = nullptr;
+    bool strict_ = false;
     std::function<bool(const Field&, std::string&)> reachable_;
     std::function<void(nlohmann::json&)> describe_;
 };

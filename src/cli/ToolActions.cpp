@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <iostream>
 
+#include "cli/Commands.hpp"
 #include "cli/DocumentSession.hpp"
 #include "app/Configurator.hpp"
 #include "platform/TextFile.hpp"
@@ -19,64 +20,70 @@ bool IsToolAction(const std::string& action) {
            action == "--jed";
 }
 
-namespace {
-
-// Critical boxes are the program's error reports.
-size_t CountErrorReports(const HeadlessPlatform& platform) {
-    size_t count = 0;
-    for (const auto& message : platform.Messages())
-        if ((message.Style & msgbox::Critical) == msgbox::Critical &&
-            (message.Style & msgbox::Exclamation) != msgbox::Exclamation)
-            ++count;
-    return count;
+bool TakeStrict(std::vector<std::string>& args) {
+    const auto end = std::remove(args.begin(), args.end(), std::string("--strict"));
+    const bool found = end != args.end();
+    args.erase(end, args.end());
+    return found;
 }
+
+namespace {
 
 void QueueSummaryOK(HeadlessPlatform& platform) {
     platform.QueueModal("frmSummary",
                         [](Window& w) { dynamic_cast<frmSummary&>(w).cmdOK_Click(); });
 }
 
+// An answer queued for a dialog that a refused command never showed must not answer the next
+// command's dialog.
+void DropUnusedAnswers(HeadlessPlatform& platform) {
+    platform.DropFileAnswers();
+    platform.DropModal("frmSummary");
+}
+
+// What a file action did, told on the error stream: the path it wrote, or that it wrote nothing.
+int Told(const char* action, const std::string& path, bool written, const std::string& why = {}) {
+    if (written) {
+        std::cerr << "pendulon-cli: " << action << ": wrote " << path << "\n";
+        return status::Done;
+    }
+    std::cerr << "pendulon-cli: " << action << ": nothing was written to " << path;
+    if (!why.empty())
+        std::cerr << ": " << why;
+    std::cerr << "\n";
+    return status::Failed;
+}
+
 int SaveAs(DocumentSession& session, const std::string& path) {
     Application& app = session.App();
     if (app.Document() == nullptr) {
         std::cerr << "pendulon-cli: --save: no document is open\n";
-        return 1;
+        return status::Failed;
     }
-    const size_t errors = CountErrorReports(session.Platform());
     QueueSummaryOK(session.Platform());
     session.Platform().QueueFileAnswer(path);
-    app.Main().mnuSaveAs_Click();
-    if (!app.Summary().mblnOK || app.Document()->txtFilePath.Text() != path ||
-        CountErrorReports(session.Platform()) != errors) {
-        std::cerr << "pendulon-cli: --save: the document was not saved to " << path << "\n";
-        return 1;
-    }
-    return 0;
+    const bool saved = app.Main().SaveDocumentAs();
+    DropUnusedAnswers(session.Platform());
+    return Told("--save", path, saved);
 }
 
 int Print(DocumentSession& session, const std::string& path) {
     Application& app = session.App();
     if (app.Document() == nullptr) {
         std::cerr << "pendulon-cli: --print: no document is open\n";
-        return 1;
+        return status::Failed;
     }
     app.Main().mnuPrint_Click();
     auto* preview = dynamic_cast<frmPrintPreview*>(app.Preview());
-    if (preview == nullptr) {
-        std::cerr << "pendulon-cli: --print: no document was made\n";
-        return 1;
-    }
+    if (preview == nullptr)
+        return Told("--print", path, false, "no document was made");
     std::string text = preview->txtPrintout.Text();
     app.UnloadPreview();
     // A text file: every line ends in CR LF, the last one too.
     if (!text.empty() && text.substr(text.size() - std::min<size_t>(2, text.size())) != "\r\n")
         text += "\r\n";
     const std::string failure = WriteTextFileAtomically(path, text);
-    if (!failure.empty()) {
-        std::cerr << "pendulon-cli: --print: " << failure << "\n";
-        return 1;
-    }
-    return 0;
+    return Told("--print", path, failure.empty(), failure);
 }
 
 // Tools, Create EPROM Vector with the save dialog answered with path.
@@ -86,36 +93,19 @@ int CreateVector(DocumentSession& session, const std::string& path, bool fromNew
     const char* what = fromNew ? "--jed" : "jed";
     if (app.Document() == nullptr) {
         std::cerr << "pendulon-cli: " << what << ": no document is open\n";
-        return 1;
+        return status::Failed;
     }
     main.InitializeMenu(false);
     MenuItem& command = fromNew ? main.mnuToolsCreateEPROMNew : main.mnuToolsCreateEPROMSaved;
-    if (!main.mnuToolsCreateEPROM.Enabled()) {
-        std::cerr << "pendulon-cli: " << what << ": the " << app.Document()->Device()
-                  << " has no EPROM vector\n";
-        return 1;
-    }
-    if (fromNew && !command.Enabled()) {
-        std::cerr << "pendulon-cli: " << what
-                  << ": the configuration is not calculated (click cmdCalculate first)\n";
-        return 1;
-    }
-    const size_t dialogs = session.Platform().DialogsShown().size();
-    const size_t errors = CountErrorReports(session.Platform());
+    if (!main.mnuToolsCreateEPROM.Enabled())
+        return Told(what, path, false, "the " + app.Document()->Device() + " has no EPROM vector");
+    if (fromNew && !command.Enabled())
+        return Told(what, path, false,
+                    "the configuration is not calculated (click cmdCalculate first)");
     session.Platform().QueueFileAnswer(path);
-    if (fromNew)
-        main.mnuToolsCreateEPROMNew_Click();
-    else
-        main.mnuToolsCreateEPROMSaved_Click();
-    std::error_code ec;
-    if (session.Platform().DialogsShown().size() == dialogs ||
-        CountErrorReports(session.Platform()) != errors ||
-        !std::filesystem::is_regular_file(path, ec)) {
-        std::cerr << "pendulon-cli: " << what << ": no EPROM vector was written to " << path
-                  << "\n";
-        return 1;
-    }
-    return 0;
+    const bool written = main.CreateEPROMVector(fromNew);
+    DropUnusedAnswers(session.Platform());
+    return Told(what, path, written);
 }
 
 }  // namespace
@@ -126,51 +116,50 @@ int CreateVector(DocumentSession& session, const std::string& path, bool fromNew
     "        --options-details on|off\n"                                                      \
     "                          entry files include the detailed descriptions, for this run\n" \
     "        --print PATH      write the ASCII configuration document to PATH\n"              \
-    "        --jed PATH        Tools, Create EPROM Vector, From New Entry File, to PATH\n"
+    "        --jed PATH        Tools, Create EPROM Vector, From New Entry File, to PATH\n"    \
+    "        --strict          stop the run at the first error report or warning (status 1)\n"
 
 const char* const kToolActionsUsage = PENDULON_TOOL_ACTIONS;
 
 int RunDocumentActions(DocumentSession& session, const std::vector<std::string>& args,
                        size_t first) {
+    bool failed = false;
     size_t i = first;
     while (i < args.size()) {
         const std::string& action = args[i];
+        int code = status::Done;
         if (!IsToolAction(action)) {
-            // A run of the session's own actions, up to the next of ours.
-            size_t end = i + 1;
-            while (end < args.size() && !IsToolAction(args[end])) ++end;
-            const std::vector<std::string> slice(args.begin() + static_cast<long>(i),
-                                                 args.begin() + static_cast<long>(end));
-            if (const int code = session.RunActions(slice, 0); code != 0)
-                return code;
-            i = end;
-            continue;
-        }
-        if (i + 1 >= args.size()) {
+            code = session.RunAction(args, i);
+        } else if (i + 1 >= args.size()) {
             std::cerr << "pendulon-cli: " << action << " needs an argument\n";
-            return 2;
-        }
-        const std::string& argument = args[i + 1];
-        i += 2;
-        int code = 0;
-        if (action == "--options-details") {
-            if (argument != "on" && argument != "off") {
-                std::cerr << "pendulon-cli: --options-details takes on or off, not '" << argument
-                          << "'\n";
-                return 2;
-            }
-            session.App().Main().mblnSaveEntryFileDescription = argument == "on";
-        } else if (action == "--save") {
-            code = SaveAs(session, argument);
-        } else if (action == "--print") {
-            code = Print(session, argument);
+            return status::Usage;
         } else {
-            code = CreateVector(session, argument, true);
+            const std::string& argument = args[i + 1];
+            i += 2;
+            if (action == "--options-details") {
+                if (argument != "on" && argument != "off") {
+                    std::cerr << "pendulon-cli: --options-details takes on or off, not '"
+                              << argument << "'\n";
+                    return status::Usage;
+                }
+                session.App().Main().mblnSaveEntryFileDescription = argument == "on";
+            } else if (action == "--save") {
+                code = SaveAs(session, argument);
+            } else if (action == "--print") {
+                code = Print(session, argument);
+            } else {
+                code = CreateVector(session, argument, true);
+            }
         }
-        if (code != 0)
+        // A malformed command line stops at once; a failed action does not stop the others,
+        // as a user at the window goes on after a message.
+        if (code == status::Usage)
             return code;
+        failed = failed || code == status::Failed;
+        if (session.StopsHere(action))
+            return status::Failed;
     }
-    return 0;
+    return session.Finish(failed);
 }
 
 bool OpenDocument(DocumentSession& session, const std::string& path, std::string& error) {
@@ -199,30 +188,41 @@ bool OpenOrReport(DocumentSession& session, const std::string& path) {
     return false;
 }
 
-int RunOpen(const std::vector<std::string>& args) {
+int RunOpen(const std::vector<std::string>& arguments) {
+    std::vector<std::string> args = arguments;
+    const bool strict = TakeStrict(args);
     if (args.empty() || args[0].rfind("--", 0) == 0) {
         std::cerr << "pendulon-cli: open needs an entry file\n";
-        return 2;
+        return status::Usage;
     }
     DocumentSession session(std::cout, std::cerr);
+    session.SetStrict(strict);
     if (!OpenOrReport(session, args[0]))
-        return 1;
+        return status::Failed;
+    if (session.StopsHere("opening " + args[0]))
+        return status::Failed;
     return RunDocumentActions(session, args, 1);
 }
 
-const char* const kJedUsage = "jed FILE.ent -o OUT.jed";
+const char* const kJedUsage = "jed FILE.ent -o OUT.jed [--strict]";
 const char* const kJedSummary =
     "open FILE.ent and write its EPROM vector, from the saved entry file, to OUT.jed";
 
-int RunJed(const std::vector<std::string>& args) {
+int RunJed(const std::vector<std::string>& arguments) {
+    std::vector<std::string> args = arguments;
+    const bool strict = TakeStrict(args);
     if (args.size() != 3 || args[0].rfind("-", 0) == 0 || args[1] != "-o") {
         std::cerr << "pendulon-cli: usage: pendulon-cli " << kJedUsage << "\n";
-        return 2;
+        return status::Usage;
     }
     DocumentSession session(std::cout, std::cerr);
+    session.SetStrict(strict);
     if (!OpenOrReport(session, args[0]))
-        return 1;
-    return CreateVector(session, args[2], false);
+        return status::Failed;
+    if (session.StopsHere("opening " + args[0]))
+        return status::Failed;
+    const bool failed = CreateVector(session, args[2], false) != status::Done;
+    return session.Finish(failed);
 }
 
 }  // namespace pendulon::cli

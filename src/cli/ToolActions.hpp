@@ -13,8 +13,13 @@ extern const char* const kToolActionsUsage;
 // Whether an action is one of these (they need an open document).
 bool IsToolAction(const std::string& action);
 
-// Runs args from index first on, in order. Returns 0 when all ran, 1 when a command did not
-// produce its file, 2 for a malformed action.
+// Takes every "--strict" out of the arguments; true when there was one.
+bool TakeStrict(std::vector<std::string>& args);
+
+// Runs args from index first on, in order, each file action telling on the error stream what it
+// wrote. A failed action does not stop the run, a malformed one does (status::Usage), and with
+// --strict the first error report or warning does (status::Failed). Otherwise the status of
+// DocumentSession::Finish.
 int RunDocumentActions(DocumentSession& session, const std::vector<std::string>& args,
                        size_t first);
 

@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "cli/Commands.hpp"
 #include "cli/DocumentSession.hpp"
 #include "cli/ToolActions.hpp"
 #include "shell/Application.hpp"
@@ -21,7 +22,8 @@ const char* const kWizardUsage =
     "        --json            the wizard: {\"window\", \"path\", \"fields\", \"messages\"}\n"
     "      once the wizard has opened a document, the remaining actions, --save, --print,\n"
     "      --jed and --options-details included, apply to that document as with new;\n"
-    "      a wizard that closes on an error report ends the command with status 1";
+    "      a wizard that closes on an error report ends the command with status 1;\n"
+    "        --strict          stop at the first error report or warning (status 1)";
 const char* const kWizardSummary =
     "answer the clock selection wizard's questions and work on the document it opens";
 
@@ -36,8 +38,10 @@ size_t CountErrorReports(const HeadlessPlatform& platform) {
 }
 }  // namespace
 
-int RunWizard(const std::vector<std::string>& args) {
+int RunWizard(const std::vector<std::string>& arguments) {
+    std::vector<std::string> args = arguments;
     DocumentSession session(std::cout, std::cerr);
+    session.SetStrict(TakeStrict(args));
     const size_t errorsBefore = CountErrorReports(session.Platform());
     size_t next = 0;
     int code = 0;
@@ -58,10 +62,13 @@ int RunWizard(const std::vector<std::string>& args) {
             if (IsToolAction(args[next])) {
                 std::cerr << "pendulon-cli: " << args[next]
                           << ": the wizard is still up, no document is open\n";
-                code = 1;
+                code = status::Failed;
                 break;
             }
+            const std::string action = args[next];
             code = session.RunAction(args, next);
+            if (code == status::Done && session.StopsHere(action))
+                code = status::Failed;
         }
         session.SetModal(nullptr);
     });
@@ -70,10 +77,10 @@ int RunWizard(const std::vector<std::string>& args) {
         return code;
     if (CountErrorReports(session.Platform()) != errorsBefore) {
         std::cerr << "pendulon-cli: the wizard closed on an error report\n";
-        return 1;
+        return status::Failed;
     }
     if (next >= args.size())
-        return 0;
+        return session.Finish(false);
     return RunDocumentActions(session, args, next);
 }
 

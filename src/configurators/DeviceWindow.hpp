@@ -45,12 +45,12 @@ class DeviceWindow : public Configurator {
 
     // Configurator
     std::string Checksum() override { return IntegerText(EntryFile().Checksum()); }
-    void MakeEntryFile(const std::string& path) override {
+    bool MakeEntryFile(const std::string& path) override {
         EntryFile().MakeEntryFile();
-        EntryFile().WriteEntryFile(path);
+        return EntryFile().WriteEntryFile(path);
     }
-    void MakeEPROMVector(const std::string& path, bool fromForm) override {
-        EntryFile().MakeEPROMVector(path, fromForm);
+    bool MakeEPROMVector(const std::string& path, bool fromForm) override {
+        return EntryFile().MakeEPROMVector(path, fromForm);
     }
 
   protected:

@@ -270,10 +270,10 @@ void frmQX5140::AttachEntryFile() {
     EntryFileObject().SetForm(std::make_unique<QX5140EntryForm>(*this));
 }
 
-void frmQX5140::MakeEPROMVector(const std::string&, bool) {
-    // The window does not offer the vector; the entry-file object makes it from the same image
-    // (EntryFile().MakeEPROMVector).
+bool frmQX5140::MakeEPROMVector(const std::string&, bool) {
+    // The window does not offer the vector.
     RaiseError(445, "MakeEPROMVector", "Object doesn't support this action");
+    return false;
 }
 
 bool frmQX5140::FillForm(clsEntryFile& data, const std::string& path) {

@@ -23,7 +23,7 @@ class frmQX5140 : public frm7311Family {
 
     // Configurator
     void SetDevice(const std::string& device) override;
-    void MakeEPROMVector(const std::string& path, bool fromForm) override;
+    bool MakeEPROMVector(const std::string& path, bool fromForm) override;
     // Fills the window from a read entry file: the desired values, a fresh search, and the
     // stored case looked up among the cases found now. False when the file's reference cannot
     // be taken, and the window is not shown.

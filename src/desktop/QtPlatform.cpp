@@ -365,6 +365,11 @@ std::string QtPlatform::AppDirectory() {
     return QDir::toNativeSeparators(QCoreApplication::applicationDirPath()).toStdString();
 }
 
+std::string QtPlatform::TempDirectory() {
+    // Qt's temporary location: TMPDIR, else the system's temporary folder.
+    return QDir::toNativeSeparators(QDir::tempPath()).toStdString();
+}
+
 std::string QtPlatform::TempFileName(const std::string& folder, const std::string& prefix) {
     QTemporaryFile file(QDir(Q(folder)).filePath(Q(prefix) + "XXXXXX.tmp"));
     file.setAutoRemove(false);

@@ -47,6 +47,7 @@ class QtPlatform : public PlatformServices {
     std::optional<std::string> ReadSystemKey(const std::string& keyPath) override;
     DateTime Now() override;
     std::string AppDirectory() override;
+    std::string TempDirectory() override;
     std::string TempFileName(const std::string& folder, const std::string& prefix) override;
     bool StartProgram(const std::string& program, const std::vector<std::string>& args) override;
     std::string ClipboardText() override;

@@ -1,21 +1,39 @@
 #pragma once
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace pendulon {
 
 class EntryFileHost;
 class clsEntryFile;
+struct FuseMisfit;
+
+// Errors of the entry-file writers: a vector that is not written because a value of its image
+// does not fit its field, or because its image came with errors.
+namespace vectorerrors {
+inline constexpr long ValueDoesNotFit = 10055;
+inline constexpr long ImageHasErrors = 10056;
+}  // namespace vectorerrors
 
 // The image of the entry file saved last for the document, as Create EPROM Vector From Saved
 // Entry File reads it: the file of the first recent-file entry once the summary has a file
-// name; without one the reader is given no path and reports that.
-std::unique_ptr<clsEntryFile> ReadSavedEntryFile(EntryFileHost& host);
+// name; without one the reader is given no path and reports that. `errors` tells whether the
+// reading reported any error.
+std::unique_ptr<clsEntryFile> ReadSavedEntryFile(EntryFileHost& host, bool& errors);
 
 // Writes a finished entry file or vector over path, then shows "Wrote to path" and clears the
-// status line. A failure raises the file access error from source (with clearStatus the
-// status line is cleared as well) and leaves what was on disk as it was.
-void WriteForUser(EntryFileHost& host, const std::string& path, const std::string& text,
+// status line; true when written. A failure raises the file access error from source, naming
+// the path and the reason (with clearStatus the status line is cleared as well), and leaves what
+// was on disk as it was.
+bool WriteForUser(EntryFileHost& host, const std::string& path, const std::string& text,
                   const std::string& source, bool clearStatusOnFailure);
+
+// Whether an EPROM vector may be written to path: only when its image was made (fromForm) or
+// read without an error reported, and when every value fits its field. Otherwise reports why
+// from source, clears the status line and gives false; nothing is written then.
+bool VectorMayBeWritten(EntryFileHost& host, const std::string& path, bool fromForm,
+                        bool imageErrors, const std::vector<FuseMisfit>& misfits,
+                        const std::string& source);
 
 }  // namespace pendulon

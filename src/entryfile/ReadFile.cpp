@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,7 @@ namespace pendulon::mFileAccessor {
 namespace {
 
 const char* const kSource = "(mFileAccessor) ReadFile";
+constexpr long kFileAccessError = 75;
 
 // Splits a text at CR LF, LF or CR. A line end at the very end does not open another line. The
 // next CR and the next LF are looked up with memchr, each character at most once per kind.
@@ -55,21 +57,75 @@ std::vector<std::string_view> SplitLines(std::string_view text) {
     return lines;
 }
 
+// The reports of one reading. The first few of each kind are shown as they come; the rest are
+// counted and told in one message when the reading ends, so that a file with a hundred bad
+// values does not ask for a hundred clicks. The reading goes on behind each of them all the same.
+class Reports {
+  public:
+    explicit Reports(ErrorReport& errors) : errors_(errors) {}
+
+    // A report of a kind: its number, where it comes from, and what more of it are called.
+    void Raise(long number, const std::string& source, const std::string& description,
+               const char* more) {
+        Kind& kind = kinds_[number];
+        kind.More = more;
+        if (kind.Shown < kShown) {
+            ++kind.Shown;
+            errors_.Raise(number, source, description);
+        } else {
+            ++kind.Held;
+        }
+    }
+    void Overflow() {
+        Raise(errors::Overflow, kSource, errors::Description(errors::Overflow),
+              "values that do not fit");
+    }
+    // One message for each kind of which more came than were shown.
+    void Finish() {
+        for (const auto& [number, kind] : kinds_)
+            if (kind.Held > 0)
+                errors_.Raise(number, kSource,
+                              "... and " + std::to_string(kind.Held) + " more " + kind.More + ".");
+    }
+
+  private:
+    static constexpr int kShown = 3;
+    struct Kind {
+        int Shown = 0;
+        int Held = 0;
+        std::string More;
+    };
+    ErrorReport& errors_;
+    std::map<long, Kind> kinds_;
+};
+
 // A value in Integer range, or an overflow through the report (nullopt: keep the old value).
-std::optional<std::int16_t> IntegerValue(double value, ErrorReport& errors) {
+std::optional<std::int16_t> IntegerValue(double value, Reports& reports) {
     const auto result = ToInteger(value);
     if (!result)
-        errors.Raise(errors::Overflow, kSource);
+        reports.Overflow();
     return result;
 }
 
 // The counter of a group is an Integer as well: past its range it stays where it is.
-void Advance(std::int16_t& counter, ErrorReport& errors) {
+void Advance(std::int16_t& counter, Reports& reports) {
     if (counter == INT16_MAX) {
-        errors.Raise(errors::Overflow, kSource);
+        reports.Overflow();
         return;
     }
     ++counter;
+}
+
+// Whether the counter of a group still names an element of its array; past its end the value is
+// reported as the array's write accessor reports it, and left out.
+bool InRange(std::int16_t counter, int upper, const char* property, Reports& reports) {
+    if (counter >= 0 && counter <= upper)
+        return true;
+    reports.Raise(errors::SubscriptOutOfRange,
+                  std::string("clsEntryFile.") + property + " [Property Let]",
+                  errors::Description(errors::SubscriptOutOfRange),
+                  "values beyond the last of their kind");
+    return false;
 }
 
 // The text without its leading and trailing blanks, as Trim gives it, without a copy.
@@ -99,14 +155,19 @@ std::string FileDateText(const std::string& path) {
 
 bool ReadFile(const std::string& path, clsEntryFile& file) {
     ErrorReport& errors = file.Errors();
+    // A path that names nothing keeps the program's own message; a file that is there and
+    // cannot be read (a folder, no permission, gone since) gets the path and the system's reason.
     std::error_code error;
-    if (path.empty() || !std::filesystem::is_regular_file(path, error)) {
+    if (path.empty() ||
+        std::filesystem::status(path, error).type() == std::filesystem::file_type::not_found) {
         errors.Raise(10051, kSource, "The path and/or file name cannot be found.");
         return false;
     }
-    const std::optional<std::string> content = ReadTextFile(path);
+    std::string failure;
+    const std::optional<std::string> content = ReadTextFile(path, failure);
     if (!content) {
-        errors.Raise(10051, kSource, "The path and/or file name cannot be found.");
+        errors.Raise(kFileAccessError, kSource,
+                     "Path/File access error: '" + path + "' cannot be read: " + failure + ".");
         return false;
     }
     return ParseFile(*content, path, FileDateText(path), file);
@@ -115,6 +176,7 @@ bool ReadFile(const std::string& path, clsEntryFile& file) {
 bool ParseFile(std::string_view text, const std::string& path, const std::string& fileDate,
                clsEntryFile& file) {
     ErrorReport& errors = file.Errors();
+    Reports reports(errors);
     std::int16_t countD = 0;
     std::int16_t countF = 0;
     std::int16_t countI = 0;
@@ -148,26 +210,29 @@ bool ParseFile(std::string_view text, const std::string& path, const std::string
             if (!value.empty())
                 file.mstrConfiguration = value;
         } else if (tag == "# b") {
-            if (auto v = IntegerValue(Val(Trim(Mid(line, 4, 3))), errors))
+            if (auto v = IntegerValue(Val(Trim(Mid(line, 4, 3))), reports))
                 file.mintBValue = *v;
         } else if (tag == "# r") {
             file.mstrRValue = Trim(Mid(line, 4, 3));
         } else if (tag == "# d") {
-            if (auto v = IntegerValue(TaggedNumber(line), errors))
-                file.set_d(countD, *v);
-            Advance(countD, errors);
+            if (auto v = IntegerValue(TaggedNumber(line), reports))
+                if (InRange(countD, clsEntryFile::kDUpper, "d", reports))
+                    file.set_d(countD, *v);
+            Advance(countD, reports);
         } else if (tag == "# f") {
-            file.set_f(countF, TaggedNumber(line));
-            Advance(countF, errors);
+            if (InRange(countF, clsEntryFile::kFUpper, "f", reports))
+                file.set_f(countF, TaggedNumber(line));
+            Advance(countF, reports);
         } else if (tag == "# i") {
-            if (auto v = IntegerValue(TaggedNumber(line), errors))
-                file.set_i(countI, *v);
-            Advance(countI, errors);
+            if (auto v = IntegerValue(TaggedNumber(line), reports))
+                if (InRange(countI, clsEntryFile::kIUpper, "i", reports))
+                    file.set_i(countI, *v);
+            Advance(countI, reports);
         } else if (tag == "# m") {
-            if (auto v = IntegerValue(TaggedNumber(line), errors))
+            if (auto v = IntegerValue(TaggedNumber(line), reports))
                 file.mintMValue = *v;
         } else if (tag == "# p") {
-            if (auto v = IntegerValue(TaggedNumber(line), errors))
+            if (auto v = IntegerValue(TaggedNumber(line), reports))
                 file.mintPValue = *v;
         } else if (tag == "###") {
             // A comment line of older files.
@@ -175,9 +240,10 @@ bool ParseFile(std::string_view text, const std::string& path, const std::string
             std::string message = "The line '";
             message += line;
             message += "' cannot be recognized.";
-            errors.Raise(10053, kSource, message);
+            reports.Raise(10053, kSource, message, "lines that cannot be recognized");
         }
     }
+    reports.Finish();
 
     if (file.mstrCustomer.empty())
         file.mstrCustomer = file.mstrConfiguration;

@@ -7,6 +7,7 @@
 #include "core/mShared.hpp"
 #include "entryfile/Checksums.hpp"
 #include "entryfile/EntryFileWriting.hpp"
+#include "entryfile/FuseLayouts.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/ErrorReport.hpp"
@@ -31,11 +32,6 @@ constexpr long kInvalidPackageFormat = 10710;
 
 std::string Text(long long value) {
     return IntegerText(value);
-}
-
-std::string Bin(int value, int width) {
-    return mShared::DisplayBinary(static_cast<std::int16_t>(value),
-                                  static_cast<std::int16_t>(width));
 }
 
 // A QX3350 window seen through the members the entry file uses: the contract's, and the events
@@ -237,6 +233,7 @@ std::string clsEntryFile3350::CommentI(int n, bool details) {
 void clsEntryFile3350::MakeEntryFile() {
     if (!form_)
         return;
+    const int errorsBefore = host_.Errors().Count();
     clsEntryFile& e = entry_;
     const std::string device = form_->Device();
     e.mintDCount = 1;
@@ -278,11 +275,13 @@ void clsEntryFile3350::MakeEntryFile() {
         GetConfigurationEPROMBit(n, bit);
         e.set_i(n, bit);
     }
+    mblnImageErrors = host_.Errors().Count() != errorsBefore;
 }
 
 std::string clsEntryFile3350::EntryFileText(const clsEntryFile& e, const std::string& header,
                                             bool details) {
-    std::string out = header + kCrLf;
+    // The common block ends with its own empty line; the family's part opens with another.
+    std::string out = header + kCrLf + kCrLf;
     out += "# s " + mShared::PadOutputString(e.mstrPartDescription, 15) + kCrLf;
     out += "# r " + e.mstrRValue + kCrLf;
     // The voltage comment stands also without details.
@@ -298,12 +297,12 @@ std::string clsEntryFile3350::EntryFileText(const clsEntryFile& e, const std::st
     return out;
 }
 
-void clsEntryFile3350::WriteEntryFile(const std::string& path) {
+bool clsEntryFile3350::WriteEntryFile(const std::string& path) {
     const std::string device = form_ ? form_->Device() : std::string();
     host_.DisplayStatus("Writing " + device + " entry file...");
     const std::string text =
         EntryFileText(entry_, host_.EntryFileHeader(), host_.SaveEntryFileDescription());
-    WriteForUser(host_, path, text, "clsEntryFile3350.WriteEntryFile", true);
+    return WriteForUser(host_, path, text, "clsEntryFile3350.WriteEntryFile", true);
 }
 
 // ---- Checksums and the vector -------------------------------------------------------------------
@@ -330,17 +329,7 @@ std::int16_t clsEntryFile3350::CalculateChecksum(const clsEntryFile& e, ErrorRep
 }
 
 std::string clsEntryFile3350::FuseMap(const clsEntryFile& e) {
-    std::string fuses = Bin(e.i(0), 7);
-    for (int n = 1; n <= 9; ++n) fuses += Bin(e.i(n), 1);
-    fuses += Bin(e.i(10), 3);
-    // The charge-pump fields stand in the order ILow, RLow.
-    fuses += Bin(e.i(12), 1);
-    fuses += Bin(e.i(11), 1);
-    fuses += Bin(e.i(13), 1);
-    fuses += Bin(e.i(14) - 5, 12);
-    fuses += Bin(e.i(15) - 2, 10);
-    fuses += "0";
-    return fuses;
+    return BuildFuseMap(FuseLayout3350(), e).Rows.front();
 }
 
 std::string clsEntryFile3350::EPROMVectorText(const clsEntryFile& e, const std::string& title,
@@ -361,15 +350,20 @@ std::string clsEntryFile3350::EPROMVectorText(const clsEntryFile& e, const std::
     return out;
 }
 
-void clsEntryFile3350::MakeEPROMVector(const std::string& path, bool fromForm) {
+bool clsEntryFile3350::MakeEPROMVector(const std::string& path, bool fromForm) {
+    const char* source = "clsEntryFile3350.MakeEPROMVector";
     std::unique_ptr<clsEntryFile> read;
     const clsEntryFile* image = &entry_;
+    bool imageErrors = mblnImageErrors;
     if (!fromForm) {
-        read = ReadSavedEntryFile(host_);
+        read = ReadSavedEntryFile(host_, imageErrors);
         image = read.get();
     }
+    if (!VectorMayBeWritten(host_, path, fromForm, imageErrors,
+                            BuildFuseMap(FuseLayout3350(), *image).Misfits, source))
+        return false;
     const std::string text = EPROMVectorText(*image, host_.Title(), host_.Build());
-    WriteForUser(host_, path, text, "clsEntryFile3350.MakeEPROMVector", false);
+    return WriteForUser(host_, path, text, source, false);
 }
 
 // ---- Filling a form from an image ---------------------------------------------------------------

@@ -34,10 +34,13 @@ class clsEntryFile3350 {
     EntryForm3350* Form() const { return form_.get(); }
 
     void MakeEntryFile();
-    void WriteEntryFile(const std::string& path);
+    // True when the file was written.
+    bool WriteEntryFile(const std::string& path);
     std::int16_t Checksum();
     std::int16_t CalculateChecksum(const clsEntryFile& entry) const;
-    void MakeEPROMVector(const std::string& path, bool fromForm);
+    // True when the vector was written: never from an image made or read with errors, nor
+    // with a value that does not fit its fuses.
+    bool MakeEPROMVector(const std::string& path, bool fromForm);
     void Fill3350Form(const clsEntryFile& entry);
     // Fuse field n (0 to 13) of the form; P must already stand in i(14) for fields 11 and 12.
     void GetConfigurationEPROMBit(int intBitField, std::int16_t& result);
@@ -67,6 +70,8 @@ class clsEntryFile3350 {
     EntryFileHost& host_;
     std::unique_ptr<EntryForm3350> form_;
     clsEntryFile entry_;
+    // An error was reported while the last MakeEntryFile made the image.
+    bool mblnImageErrors = false;
 };
 
 }  // namespace pendulon

@@ -8,6 +8,7 @@
 #include "core/mShared.hpp"
 #include "entryfile/Checksums.hpp"
 #include "entryfile/EntryFileWriting.hpp"
+#include "entryfile/FuseLayouts.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/ErrorReport.hpp"
@@ -377,6 +378,7 @@ void clsEntryFile4860::MakeEntryFile() {
         return;
     EntryForm& form = *form_;
     ErrorReport& errors = host_.Errors();
+    const int errorsBefore = errors.Count();
     clsEntryFile& e = entry_;
     e.mintFCount = 17;
     e.mintICount = 18;
@@ -436,6 +438,7 @@ void clsEntryFile4860::MakeEntryFile() {
             store(18 + 7 * sels.Sel(k) + b, bit);
         }
     }
+    mblnImageErrors = errors.Count() != errorsBefore;
 }
 
 bool clsEntryFile4860::OutOfRange() {
@@ -479,12 +482,12 @@ std::string clsEntryFile4860::EntryFileText(const clsEntryFile& e, const std::st
     return out;
 }
 
-void clsEntryFile4860::WriteEntryFile(const std::string& path) {
+bool clsEntryFile4860::WriteEntryFile(const std::string& path) {
     const std::string device = form_ ? form_->Device() : std::string();
     host_.DisplayStatus("Writing " + device + " entry file...");
     const std::string text = EntryFileText(entry_, device, host_.EntryFileHeader(),
                                            host_.SaveEntryFileDescription(), OutOfRange());
-    WriteForUser(host_, path, text, "clsEntryFile4860.WriteEntryFile", true);
+    return WriteForUser(host_, path, text, "clsEntryFile4860.WriteEntryFile", true);
 }
 
 // ---- Checksums and the vector -------------------------------------------------------------------
@@ -513,24 +516,8 @@ std::int16_t clsEntryFile4860::CalculateChecksum(const clsEntryFile& e, ErrorRep
 }
 
 std::string clsEntryFile4860::FuseMap(const clsEntryFile& e) {
-    auto bin = [](int value, int width) {
-        return mShared::DisplayBinary(static_cast<std::int16_t>(value),
-                                      static_cast<std::int16_t>(width));
-    };
-    std::string config;
-    for (int n = 0; n <= 11; ++n) config += Text(e.i(n));
-    static constexpr int kWidths[6] = {2, 3, 2, 3, 2, 3};
-    for (int n = 12; n <= 17; ++n) config += bin(e.i(n), kWidths[n - 12]);
     std::string fuses;
-    for (int s = 0; s <= 15; ++s) {
-        const int base = 18 + 7 * s;
-        fuses += std::string(27, '0');
-        for (int b = 0; b <= 4; ++b) fuses += bin(e.i(base + b), 1);
-        fuses += bin(e.i(base + 5) - 3, 8);
-        fuses += bin(e.i(base + 6) - 2, 7);
-        fuses += bin(s, 4) + "1";
-    }
-    fuses += config + std::string(20, '0') + "0000" + "0";
+    for (const std::string& row : BuildFuseMap(FuseLayout4860(), e).Rows) fuses += row;
     return fuses;
 }
 
@@ -558,18 +545,23 @@ std::string clsEntryFile4860::EPROMVectorText(const clsEntryFile& e, const std::
     return out;
 }
 
-void clsEntryFile4860::MakeEPROMVector(const std::string& path, bool fromForm) {
+bool clsEntryFile4860::MakeEPROMVector(const std::string& path, bool fromForm) {
+    const char* source = "clsEntryFile4860.MakeEPROMVector";
     const std::string device = form_ ? form_->Device() : std::string();
     const bool outOfRange = OutOfRange();
     std::unique_ptr<clsEntryFile> read;
     const clsEntryFile* image = &entry_;
+    bool imageErrors = mblnImageErrors;
     if (!fromForm) {
-        read = ReadSavedEntryFile(host_);
+        read = ReadSavedEntryFile(host_, imageErrors);
         image = read.get();
     }
+    if (!VectorMayBeWritten(host_, path, fromForm, imageErrors,
+                            BuildFuseMap(FuseLayout4860(), *image).Misfits, source))
+        return false;
     const std::string text =
         EPROMVectorText(*image, device, host_.Title(), host_.Build(), outOfRange);
-    WriteForUser(host_, path, text, "clsEntryFile4860.MakeEPROMVector", false);
+    return WriteForUser(host_, path, text, source, false);
 }
 
 // ---- Filling a form from an image ---------------------------------------------------------------

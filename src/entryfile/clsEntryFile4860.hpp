@@ -27,10 +27,13 @@ class clsEntryFile4860 {
     EntryForm* Form() const { return form_.get(); }
 
     void MakeEntryFile();
-    void WriteEntryFile(const std::string& path);
+    // True when the file was written.
+    bool WriteEntryFile(const std::string& path);
     std::int16_t Checksum();
     std::int16_t CalculateChecksum(const clsEntryFile& entry) const;
-    void MakeEPROMVector(const std::string& path, bool fromForm);
+    // True when the vector was written: never from an image made or read with errors, nor
+    // with a value that does not fit its fuses.
+    bool MakeEPROMVector(const std::string& path, bool fromForm);
     void Fill4860Form(const clsEntryFile& entry);
     void Fill6105AForm(const clsEntryFile& entry);
 
@@ -65,6 +68,8 @@ class clsEntryFile4860 {
     EntryFileHost& host_;
     std::unique_ptr<EntryForm> form_;
     clsEntryFile entry_;
+    // An error was reported while the last MakeEntryFile made the image.
+    bool mblnImageErrors = false;
 };
 
 }  // namespace pendulon

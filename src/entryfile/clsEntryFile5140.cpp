@@ -49,6 +49,23 @@ T* clsEntryFile7311::As(const std::string& name) {
     return dynamic_cast<T*>(Find(name));
 }
 
+std::int16_t clsEntryFile7311::QX5140SourceCode(const std::string& text, std::int16_t fallback) {
+    std::int16_t value = fallback;
+    ConvertPLLAndDivisorStringToInteger(Trim(text).empty() ? std::string("Off") : text, true,
+                                        value);
+    return value;
+}
+
+std::string clsEntryFile7311::QX5140SourceText(std::int16_t code) {
+    std::string text;
+    ConvertPLLAndDivisorIntegerToString(code, text);
+    const char letter = FirstLetter(text);
+    if (letter != 'C' && letter != 'S' && letter != 'U')
+        return text;
+    return mShared::GetSubstring(text, "", "/") + "/" +
+           IntegerText(2 * mShared::GetNonZeroDivisor(text));
+}
+
 void clsEntryFile7311::DesiredCPLL(int state, double& result) {
     result = 0;
     if (!form_ || !On("optSelect"))
@@ -158,15 +175,12 @@ void clsEntryFile7311::Make5140EntryFile() {
     Store(22, pll.GetQ(spllData), source);
     e.set_i(23, 3);
     e.set_i(24, 3);
-    auto code = [&](const std::string& text) {
-        std::int16_t value = 0;
-        ConvertPLLAndDivisorStringToInteger(text, false, value);
-        return value;
-    };
-    e.set_i(25, code("Off"));
-    e.set_i(26, code(TextOf("lblClkASrcDiv")));
-    e.set_i(27, code(TextOf("lblClkBSrcDiv")));
-    e.set_i(28, code(TextOf("lblClkCSrcDiv")));
+    // The sources in the code table's dividers, as a file is matched against the cases found:
+    // so the fuses divide as the window shows, and a saved case opens on itself.
+    e.set_i(25, QX5140SourceCode("Off", 0));
+    e.set_i(26, QX5140SourceCode(TextOf("lblClkASrcDiv"), 0));
+    e.set_i(27, QX5140SourceCode(TextOf("lblClkBSrcDiv"), 0));
+    e.set_i(28, QX5140SourceCode(TextOf("lblClkCSrcDiv"), 0));
 
     // 7. Every CPU block off, then selections 0 and 4 carry the two states of the select pin.
     auto cpuBit = [&](int field, int index) {
@@ -174,15 +188,12 @@ void clsEntryFile7311::Make5140EntryFile() {
         GetCPUBit(static_cast<std::int16_t>(field), static_cast<std::int16_t>(index), false, value);
         return value;
     };
+    // A block that is off keeps the counters of the empty image, 0 and 0.
     for (int n = 0; n <= 7; ++n) {
         const int base = 29 + 5 * n;
         e.set_i(base, 1);
         e.set_i(base + 1, cpuBit(1, 0));
         e.set_i(base + 2, cpuBit(2, 0));
-        // The counters of a block that is off are the family's off pair, which the fuse map
-        // stores as zeros.
-        e.set_i(base + 3, 3);
-        e.set_i(base + 4, 2);
     }
     if (cpll0 != 0) {
         e.set_i(29, 0);
@@ -200,18 +211,17 @@ void clsEntryFile7311::SetQX5140PLLToClockAssignments(const clsEntryFile& e, boo
     found = false;
     if (!form_)
         return;
+    // A search that found one case is looked up too: the note must tell whether the case on
+    // show is the one in the file. CLKA is compared as its label shows a case, which is what
+    // was saved: the source of state 0, or of state 1 when state 0 is off.
     const std::vector<std::array<std::string, 4>> rows = form_->FoundSources();
-    if (rows.size() < 2)
-        return;
-    auto code = [&](const std::string& text) {
-        std::int16_t value = -1;
-        // An empty column is an output the case leaves off.
-        ConvertPLLAndDivisorStringToInteger(text.empty() ? "Off" : text, true, value);
-        return value;
-    };
     for (size_t r = 0; r < rows.size(); ++r) {
         const auto& row = rows[r];
-        if (code(row[0]) != e.i(26) || code(row[2]) != e.i(27) || code(row[3]) != e.i(28))
+        std::string clockA = row[0];
+        if (EqualsNoCase(Trim(clockA), "Off"))
+            clockA = Trim(row[1]).empty() ? std::string("Off") : row[1];
+        if (QX5140SourceCode(clockA, -1) != e.i(26) || QX5140SourceCode(row[2], -1) != e.i(27) ||
+            QX5140SourceCode(row[3], -1) != e.i(28))
             continue;
         // Step through the cases until this one is on show; a search gives at most one round.
         for (size_t guard = 0;
@@ -238,10 +248,18 @@ void clsEntryFile7311::SetQX5140DropDowns(const clsEntryFile& e, bool& found) {
         {"cboUPLLData", e.i(18), e.i(19)},
     };
     int matched = 0;
-    for (const Stored& stored : lists) {
+    for (size_t n = 0; n < 3; ++n) {
+        const Stored& stored = lists[n];
         auto* list = As<ListField>(stored.List);
         if (!list)
             continue;
+        // A file whose first CPU block is off stores no CPLL counters: the CPLL matches when it
+        // is idle now as well.
+        if (n == 0 && e.i(29) != 0) {
+            if (pll.GetVCO(list->Text()) == 0)
+                ++matched;
+            continue;
+        }
         for (int k = 0; k < list->ListCount(); ++k) {
             const std::string entry = list->List(k);
             const std::string counters = mShared::GetSubstring(entry, ":", "");
@@ -329,9 +347,10 @@ void clsEntryFile7311::Fill5140Form(const clsEntryFile& e) {
 
     // 4. The desired frequencies.
     if (On("optSelect")) {
+        // The divider of CLKA's source as the window shows it, as the desired CPLL was made.
         std::string sourceA;
         if (codeA >= 0 && codeA <= 31)
-            ConvertPLLAndDivisorIntegerToString(static_cast<std::int16_t>(codeA), sourceA);
+            sourceA = QX5140SourceText(static_cast<std::int16_t>(codeA));
         const double divisor = mShared::GetNonZeroDivisor(sourceA);
         setText("txtClkA(0)", e.f(16) == 0 ? "Off" : frequency(e.f(16) / divisor));
         setText("txtClkA(1)", frequency(frequencyA));
@@ -356,9 +375,10 @@ void clsEntryFile7311::Fill5140Form(const clsEntryFile& e) {
         setCheck("chkSuspendCPLL", e.i(8));
         setCheck("chkSuspendSPLL", e.i(7));
         setCheck("chkSuspendUPLL", e.i(6));
-        const bool any = e.i(13) != 0 || e.i(14) != 0 || e.i(15) != 0 || e.i(8) != 0 ||
-                         e.i(7) != 0 || e.i(6) != 0;
-        if (any)
+        // A loop that suspends is what tells "Outputs && PLLs" from "Outputs Only", where only
+        // clocks suspend: the clocks' fields alone would turn a saved "Outputs Only" into the
+        // other choice, and the file would no longer open on itself.
+        if (e.i(8) != 0 || e.i(7) != 0 || e.i(6) != 0)
             setOption("optSuspendOutputsAndPLLs");
     }
 

@@ -12,6 +12,7 @@
 #include "core/mShared.hpp"
 #include "entryfile/Checksums.hpp"
 #include "entryfile/EntryFileWriting.hpp"
+#include "entryfile/FuseLayouts.hpp"
 #include "entryfile/ReadFile.hpp"
 #include "platform/CheckBox.hpp"
 #include "platform/ErrorReport.hpp"
@@ -390,10 +391,12 @@ void clsEntryFile7311::MakeEntryFile() {
                              "Property 'Form' is not set.");
         return;
     }
+    const int errorsBefore = host_.Errors().Count();
     if (form_->Device() == "QX5140")
         Make5140EntryFile();
     else
         Make7311EntryFile();
+    mblnImageErrors = host_.Errors().Count() != errorsBefore;
 }
 
 void clsEntryFile7311::Make7311EntryFile() {
@@ -551,13 +554,13 @@ std::string clsEntryFile7311::EntryFileText(const clsEntryFile& e, const std::st
     return out;
 }
 
-void clsEntryFile7311::WriteEntryFile(const std::string& path) {
+bool clsEntryFile7311::WriteEntryFile(const std::string& path) {
     const std::string device = form_ ? form_->Device() : std::string();
     host_.DisplayStatus("Writing " + device + " entry file...");
     const bool outOfRange = OutOfRange();
     const std::string text = EntryFileText(entry_, device, host_.EntryFileHeader(),
                                            host_.SaveEntryFileDescription(), outOfRange);
-    WriteForUser(host_, path, text, "clsEntryFile7311.WriteEntryFile", true);
+    return WriteForUser(host_, path, text, "clsEntryFile7311.WriteEntryFile", true);
 }
 
 // ---- Checksums and the vector ------------------------------------------------------------------
@@ -594,43 +597,25 @@ std::int16_t clsEntryFile7311::CalculateChecksum(const clsEntryFile& e, ErrorRep
     return mShared::HexDigitSum(text, errors);
 }
 
-std::string clsEntryFile7311::FuseRow(const clsEntryFile& e, int row, const Identity& identity) {
-    std::string fuses;
-    if (row >= 0 && row <= 7) {
-        const int base = 29 + 5 * row;
-        fuses += Text(e.i(base)) + Text(e.i(base + 1));
-        fuses += Bits(e.i(base + 2), 2);
-        fuses += Bits(e.i(base + 3) - 3, 8);
-        fuses += Bits(e.i(base + 4) - 2, 6);
-        fuses += Bits(row, 4);
-    } else if (row == 8) {
-        for (int n = 0; n <= 16; ++n) fuses += Text(e.i(n));
-        fuses += Bits(e.i(17), 2);
-        // A switched-off loop, P 3 and Q 3, goes in as it is.
-        const bool upllOff = e.i(18) == 3 && e.i(19) == 3;
-        fuses += Bits(upllOff ? e.i(18) : e.i(18) - 3, 10);
-        fuses += Bits(upllOff ? e.i(19) : e.i(19) - 2, 7);
-        fuses += Bits(e.i(20), 2);
-        const bool spllOff = e.i(21) == 3 && e.i(22) == 3;
-        fuses += Bits(spllOff ? e.i(21) : e.i(21) - 3, 8);
-        fuses += Bits(spllOff ? e.i(22) : e.i(22) - 2, 6);
-        fuses += Bits(e.i(23), 2) + Bits(e.i(24), 2);
-        for (int n = 25; n <= 28; ++n) fuses += Bits(e.i(n), 5);
-        fuses += "1000";
-    } else if (row == 9) {
-        const auto checksum = ToInteger(Val(identity.Checksum));
-        fuses += Bits(checksum ? *checksum : 0, 10);
-        fuses += Bits(identity.Version.Major, 4);
-        fuses += Bits(identity.Version.Minor, 7);
-        fuses += Bits(identity.Version.Build, 10);
-        fuses += Bits(identity.Date.Day, 5);
-        fuses += Bits(identity.Date.Month, 4);
-        fuses += Bits(identity.Date.Year, 12);
-        fuses += Bits(identity.Device == "QX7312" ? 3312 : 3311, 12);
-        fuses += std::string(12, '0');
-        fuses += "1001";
-    }
+FuseIdentity clsEntryFile7311::IdentityFuses(const Identity& identity) {
+    FuseIdentity fuses;
+    const auto checksum = ToInteger(Val(identity.Checksum));
+    fuses.Checksum = checksum ? *checksum : 0;
+    fuses.Major = identity.Version.Major;
+    fuses.Minor = identity.Version.Minor;
+    fuses.Build = identity.Version.Build;
+    fuses.Day = identity.Date.Day;
+    fuses.Month = identity.Date.Month;
+    fuses.Year = identity.Date.Year;
+    fuses.DeviceNumber = identity.Device == "QX7312" ? 3312 : 3311;
     return fuses;
+}
+
+std::string clsEntryFile7311::FuseRow(const clsEntryFile& e, int row, const Identity& identity) {
+    const FuseLayout& layout = FuseLayout7311();
+    if (row < 0 || row >= static_cast<int>(layout.size()))
+        return {};
+    return BuildFuseMap(layout, e, IdentityFuses(identity)).Rows[static_cast<size_t>(row)];
 }
 
 std::string clsEntryFile7311::EPROMVectorText(const clsEntryFile& e, const std::string& device,
@@ -649,17 +634,18 @@ std::string clsEntryFile7311::EPROMVectorText(const clsEntryFile& e, const std::
         out += "QP0016* QF0336* G0 *" + kCrLf;
     out += "L0000" + kCrLf;
     std::string fuses;
-    for (int row = 0; row <= 9; ++row) {
-        const std::string text = FuseRow(e, row, identity);
-        fuses += text;
-        out += text + (row == 9 ? "*" : "") + kCrLf;
+    const FuseMap map = BuildFuseMap(FuseLayout7311(), e, IdentityFuses(identity));
+    for (size_t row = 0; row < map.Rows.size(); ++row) {
+        fuses += map.Rows[row];
+        out += map.Rows[row] + (row + 1 == map.Rows.size() ? "*" : "") + kCrLf;
     }
     out += "C" + mShared::CalculateJEDECChecksum(fuses) + "*" + kCrLf;
     out += std::string(1, '\x03') + "0000" + kCrLf;
     return out;
 }
 
-void clsEntryFile7311::MakeEPROMVector(const std::string& path, bool fromForm) {
+bool clsEntryFile7311::MakeEPROMVector(const std::string& path, bool fromForm) {
+    const char* source = "clsEntryFile7311.MakeEPROMVector";
     const std::string device = form_ ? form_->Device() : std::string();
     Identity identity;
     identity.Checksum = host_.UpdatedChecksum();
@@ -669,13 +655,18 @@ void clsEntryFile7311::MakeEPROMVector(const std::string& path, bool fromForm) {
     const bool outOfRange = OutOfRange();
     std::unique_ptr<clsEntryFile> read;
     const clsEntryFile* image = &entry_;
+    bool imageErrors = mblnImageErrors;
     if (!fromForm) {
-        read = ReadSavedEntryFile(host_);
+        read = ReadSavedEntryFile(host_, imageErrors);
         image = read.get();
     }
+    if (!VectorMayBeWritten(host_, path, fromForm, imageErrors,
+                            BuildFuseMap(FuseLayout7311(), *image, IdentityFuses(identity)).Misfits,
+                            source))
+        return false;
     const std::string text =
         EPROMVectorText(*image, device, host_.Title(), host_.Build(), identity, outOfRange);
-    WriteForUser(host_, path, text, "clsEntryFile7311.MakeEPROMVector", true);
+    return WriteForUser(host_, path, text, source, true);
 }
 
 // ---- Filling a form from an image --------------------------------------------------------------

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/EntryFileHost.hpp"
+#include "entryfile/FuseLayouts.hpp"
 #include "entryfile/clsEntryFile.hpp"
 
 namespace pendulon {
@@ -52,10 +53,13 @@ class clsEntryFile7311 {
     void MakeEntryFile();
     void Make7311EntryFile();
     void Make5140EntryFile();
-    void WriteEntryFile(const std::string& path);
+    // True when the file was written.
+    bool WriteEntryFile(const std::string& path);
     std::int16_t Checksum();
     std::int16_t CalculateChecksum(const clsEntryFile& entry) const;
-    void MakeEPROMVector(const std::string& path, bool fromForm);
+    // True when the vector was written: never from an image made or read with errors, nor
+    // with a value that does not fit its fuses.
+    bool MakeEPROMVector(const std::string& path, bool fromForm);
     void Fill7311Form(const clsEntryFile& entry);
     void Fill5140Form(const clsEntryFile& entry);
     // The QX5140's way back from a file: the stored assignment looked up among the cases of a
@@ -71,6 +75,13 @@ class clsEntryFile7311 {
     void ConvertPLLAndDivisorStringToInteger(const std::string& text, bool blnDivideByTwo,
                                              std::int16_t& result);
     void ConvertPLLAndDivisorIntegerToString(std::int16_t code, std::string& result);
+    // The fuse code of a QX5140 source text as the window shows it. The QX5140's dividers are
+    // twice those of the code table (its loops run at twice their target), so the divider is
+    // halved first, as when a file is matched against the cases found; an empty text is an
+    // output the case leaves off. A text without a code is reported and gives the fallback.
+    std::int16_t QX5140SourceCode(const std::string& text, std::int16_t fallback);
+    // The reverse: the source text, in the window's dividers, of a fuse code.
+    std::string QX5140SourceText(std::int16_t code);
     void GetConfigurationEPROMBit(std::int16_t intBitField, std::int16_t& result);
     void GetCPUBit(std::int16_t field, std::int16_t index, bool off, std::int16_t& result);
     void GetCommentF(int n, std::string& result) const;
@@ -92,6 +103,8 @@ class clsEntryFile7311 {
     };
     // The ten fuse rows of an image: eight selection rows, the configuration and the identity.
     static std::string FuseRow(const clsEntryFile& entry, int row, const Identity& identity);
+    // The values of the identity row as the fuse layout takes them.
+    static FuseIdentity IdentityFuses(const Identity& identity);
     // The whole text of the EPROM vector of an image.
     static std::string EPROMVectorText(const clsEntryFile& entry, const std::string& device,
                                        const std::string& title, const std::string& build,
@@ -115,6 +128,8 @@ class clsEntryFile7311 {
     double LargestVCO(bool all);
 
     bool mblnFormShown = true;
+    // An error was reported while the last MakeEntryFile made the image.
+    bool mblnImageErrors = false;
     EntryFileHost& host_;
     std::unique_ptr<EntryForm7311> form_;
     clsEntryFile entry_;

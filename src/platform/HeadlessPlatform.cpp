@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 
@@ -50,11 +51,34 @@ DateTime SourceDateOr(DateTime fallback) {
     return DateTime::FromUnixSeconds(seconds);
 }
 
+DateTime SystemNow() {
+    const std::time_t seconds = std::time(nullptr);
+    std::tm local{};
+    ::localtime_r(&seconds, &local);
+    DateTime now;
+    now.Year = local.tm_year + 1900;
+    now.Month = local.tm_mon + 1;
+    now.Day = local.tm_mday;
+    now.Hour = local.tm_hour;
+    now.Minute = local.tm_min;
+    now.Second = local.tm_sec;
+    return now;
+}
+
 HeadlessPlatform::HeadlessPlatform() {
-    // A fixed default date keeps headless runs repeatable: 2002-01-02 03:04:05.
-    now_ = SourceDateOr(DateTime{2002, 1, 2, 3, 4, 5});
-    appDirectory_ = std::filesystem::temp_directory_path().string();
+    std::error_code ec;
+    appDirectory_ = std::filesystem::temp_directory_path(ec).string();
+    if (ec)
+        appDirectory_ = "/tmp";
+    tempDirectory_ = appDirectory_;
     fonts_ = {"Courier New", "Courier"};
+}
+
+DateTime HeadlessPlatform::Now() {
+    // A date fixed by a test stands; else a packager's SOURCE_DATE_EPOCH, else today.
+    if (now_)
+        return *now_;
+    return SourceDateOr(SystemNow());
 }
 
 int HeadlessPlatform::MsgBox(const std::string& prompt, int style, const std::string& title) {

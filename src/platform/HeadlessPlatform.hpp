@@ -12,7 +12,10 @@ namespace pendulon {
 
 // The platform without a display: message boxes are recorded and answered from a queue (else
 // by their default button), dialogs are answered from a queue (a missing answer is a cancel),
-// settings live in memory, and the clock is fixed or comes from SOURCE_DATE_EPOCH.
+// and settings live in memory. The clock is the system's, in local time, unless a test fixes it
+// with SetNow or SOURCE_DATE_EPOCH fixes it for a repeatable build. The program's folder is the
+// system's temporary folder until it is set (the command-line program sets its own); the
+// temporary folder is TMPDIR or /tmp until it is set.
 class HeadlessPlatform : public PlatformServices {
 public:
     struct Message {
@@ -36,9 +39,13 @@ public:
     // What the user does in the next modal window of that name; without one the window is
     // closed as it came.
     void QueueModal(const std::string& windowName, std::function<void(Window&)> action);
+    // Forgets the dialog answers and the actions of a window that no dialog or window took.
+    void DropFileAnswers() { fileAnswers_.clear(); }
+    void DropModal(const std::string& windowName) { modalActions_.erase(windowName); }
     void SetNow(DateTime now) { now_ = now; }
     void SetSystemKey(const std::string& keyPath, std::optional<std::string> value);
     void SetAppDirectory(std::string dir) { appDirectory_ = std::move(dir); }
+    void SetTempDirectory(std::string dir) { tempDirectory_ = std::move(dir); }
     void SetFonts(std::vector<std::string> fonts) { fonts_ = std::move(fonts); }
     // Fixed-pitch fonts beyond the classic ones, the system's fixed font, and the fonts the
     // printer has (by default the same as the screen's).
@@ -83,8 +90,9 @@ public:
     void DeleteSetting(const std::string& app) override;
     bool SettingsExist(const std::string& app) override;
     std::optional<std::string> ReadSystemKey(const std::string& keyPath) override;
-    DateTime Now() override { return now_; }
+    DateTime Now() override;
     std::string AppDirectory() override { return appDirectory_; }
+    std::string TempDirectory() override { return tempDirectory_; }
     std::string TempFileName(const std::string& folder, const std::string& prefix) override;
     bool StartProgram(const std::string& program, const std::vector<std::string>& args) override;
     std::string ClipboardText() override { return clipboard_; }
@@ -123,8 +131,9 @@ private:
     std::optional<std::vector<std::string>> printerFonts_;
     bool printerFails_ = false;
     std::vector<PrintJob> printed_;
-    DateTime now_;
+    std::optional<DateTime> now_;
     std::string appDirectory_;
+    std::string tempDirectory_;
     std::string clipboard_;
     int beeps_ = 0;
     int pointer_ = 0;
@@ -133,5 +142,7 @@ private:
 
 // SOURCE_DATE_EPOCH when set and valid, else the given time.
 DateTime SourceDateOr(DateTime fallback);
+// The system clock's date and time of day, in local time.
+DateTime SystemNow();
 
 }  // namespace pendulon

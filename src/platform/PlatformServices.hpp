@@ -73,11 +73,14 @@ public:
     // A value of a key outside the application's own settings, from the system-wide scope.
     virtual std::optional<std::string> ReadSystemKey(const std::string& keyPath) = 0;
 
-    // Clock.
+    // Clock: the date and time of day where the user is.
     virtual DateTime Now() = 0;
 
     // Files and programs.
     virtual std::string AppDirectory() = 0;
+    // The user's folder for temporary files; the program's own folder is not the user's to
+    // write in.
+    virtual std::string TempDirectory() = 0;
     // A new, empty file's name in the folder, beginning with the prefix; empty on failure.
     virtual std::string TempFileName(const std::string& folder, const std::string& prefix) = 0;
     virtual bool StartProgram(const std::string& program, const std::vector<std::string>& args) = 0;

@@ -1,23 +1,51 @@
 #include "platform/TextFile.hpp"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 namespace pendulon {
 
 std::optional<std::string> ReadTextFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in)
+    std::string failure;
+    return ReadTextFile(path, failure);
+}
+
+std::optional<std::string> ReadTextFile(const std::string& path, std::string& failure) {
+    failure.clear();
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) {
+        failure = std::strerror(errno);
         return std::nullopt;
-    std::ostringstream buffer;
-    buffer << in.rdbuf();
-    return buffer.str();
+    }
+    struct stat info {};
+    if (::fstat(fd, &info) == 0 && S_ISDIR(info.st_mode)) {
+        ::close(fd);
+        failure = std::strerror(EISDIR);
+        return std::nullopt;
+    }
+    std::string text;
+    char buffer[65536];
+    for (;;) {
+        const ssize_t n = ::read(fd, buffer, sizeof buffer);
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n < 0) {
+            failure = std::strerror(errno);
+            ::close(fd);
+            return std::nullopt;
+        }
+        if (n == 0)
+            break;
+        text.append(buffer, static_cast<size_t>(n));
+    }
+    ::close(fd);
+    return text;
 }
 
 namespace {
@@ -56,9 +84,26 @@ std::string WriteTextFileAtomically(const std::string& path, const std::string& 
     if (target.filename().empty())
         return "No file name";
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    // A file that its mode keeps from writing stays as it is, as an editor leaves it; the
+    // rename below would replace it regardless of its mode. The test is on the mode bits as
+    // well, so that no user, not even the administrator, replaces a read-only file.
+    struct stat existing {};
+    if (::stat(target.c_str(), &existing) == 0 && S_ISREG(existing.st_mode) &&
+        (::access(target.c_str(), W_OK) != 0 || (existing.st_mode & 0222) == 0))
+        return "the file is read-only";
+    // The temporary name is the target's behind a dot, cut where needed so that it stays
+    // within the longest name the folder takes.
+    long longest = ::pathconf(folder.c_str(), _PC_NAME_MAX);
+    if (longest <= 0)
+        longest = 255;
+    const std::string suffix = ".XXXXXX";
+    std::string base = target.filename().string();
+    const size_t room = static_cast<size_t>(longest) - 1 - suffix.size();
+    if (base.size() > room)
+        base.resize(room);
     std::string name(1, '.');
-    name += target.filename().string();
-    name += ".XXXXXX";
+    name += base;
+    name += suffix;
     std::string pattern = (folder / name).string();
     const int fd = ::mkstemp(pattern.data());
     if (fd < 0)

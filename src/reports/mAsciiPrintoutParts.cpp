@@ -212,6 +212,9 @@ TableLayout MakeTableLayout3350(const Window& form) {
     const std::string desired = Trim(Text(form, "lblDesiredClock"));
     if (Val(desired) <= 0) {
         SetOffCells(table, 1, 2);
+        // The one row is off: its Actual column shows the "--" as it stands, as the PPM does,
+        // where a number column would read it as 0.
+        table.Type[3] = 0;
     } else {
         const std::string actual = SelectedEntry(form, "cboActual");
         table.SetCell(1, 2, desired);

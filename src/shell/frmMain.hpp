@@ -89,8 +89,14 @@ class frmMain : public MainFace {
     void UpdateFileMenu(const std::string& strFile);
     bool ChildIsActive() const;
     // Writes an EPROM vector from a fresh entry file of the document (true) or from the saved
-    // one (false), to a path the user chooses.
-    void CreateEPROM(bool blnNew);
+    // one (false), to a path the user chooses. True when a vector was written.
+    bool CreateEPROM(bool blnNew);
+    // Tools, Create EPROM Vector, From New Entry File (true) or From Saved Entry File (false);
+    // true when a vector was written.
+    bool CreateEPROMVector(bool blnNew);
+    // File, Save and File, Save As; true when the document was written.
+    bool SaveDocument();
+    bool SaveDocumentAs();
     // The document's PLL frequency fields shown in red (out of their default limits).
     int CountExceededPLLs() const;
 
@@ -161,7 +167,7 @@ class frmMain : public MainFace {
     bool RefuseUncalculatedSave();
     // Asks whether to go on when PLLs exceed their default limits; false ends the command.
     bool ContinueDespiteExceededPLLs();
-    // A new temporary entry file's name in the program's folder.
+    // A new temporary entry file's name in the user's temporary folder.
     std::string TemporaryEntryFileName();
 
     Application& app_;

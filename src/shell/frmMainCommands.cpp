@@ -88,8 +88,10 @@ bool frmMain::ContinueDespiteExceededPLLs() {
 }
 
 std::string frmMain::TemporaryEntryFileName() {
+    // In the user's temporary folder: the program's own folder is not the user's to write in
+    // once the program is installed.
     PlatformServices& services = app_.Services();
-    const std::string folder = services.AppDirectory();
+    const std::string folder = services.TempDirectory();
     std::string name = services.TempFileName(folder, kPendulon);
     if (name.empty())
         name = (std::filesystem::path(folder) / "~entfile.tmp").string();
@@ -115,8 +117,9 @@ void frmMain::mnuViewEntryFileNew_Click() {
     if (!ContinueDespiteExceededPLLs())
         return;
     const std::string name = TemporaryEntryFileName();
-    child->MakeEntryFile(name);
-    mShared::ShowEntFile(app_, name);
+    // A file that could not be written has been reported; there is nothing to show.
+    if (child->MakeEntryFile(name))
+        mShared::ShowEntFile(app_, name);
     // An editor started for the file may not have read it yet; it is deleted all the same.
     if (FileExists(name))
         DeleteFileIfThere(name);
@@ -133,12 +136,12 @@ void frmMain::mnuViewEntryFileSaved_Click() {
         mShared::ShowEntFile(app_, path);
 }
 
-void frmMain::CreateEPROM(bool blnNew) {
+bool frmMain::CreateEPROM(bool blnNew) {
     Configurator* child = app_.Document();
     if (child == nullptr)
-        return;
+        return false;
     if (!ContinueDespiteExceededPLLs())
-        return;
+        return false;
     std::string temporary;
     if (blnNew) {
         temporary = TemporaryEntryFileName();
@@ -155,6 +158,7 @@ void frmMain::CreateEPROM(bool blnNew) {
     std::string name;
     if (app_.Services().ShowSave(dlgEPROM))
         name = dlgEPROM.FileName;
+    bool written = false;
     if (!name.empty()) {
         child->txtFilePath.SetText(name);
         InitializeMenu(false);
@@ -162,7 +166,7 @@ void frmMain::CreateEPROM(bool blnNew) {
             UpdateFileMenu(oldPath);
         mdblSavedState = mShared::ComputeState(*child);
         // A fresh entry image is the window's own; otherwise the saved file is read again.
-        child->MakeEPROMVector(name, blnNew);
+        written = child->MakeEPROMVector(name, blnNew);
         InitializeMenu(false);
     }
     if (blnNew) {
@@ -170,22 +174,26 @@ void frmMain::CreateEPROM(bool blnNew) {
         ShowHelp("Deleted " + temporary);
     }
     child->txtFilePath.SetText(oldPath);
+    return written;
 }
 
 void frmMain::mnuToolsCreateEPROMNew_Click() {
-    dlgEPROM.DefaultExt = "jed";
-    CreateEPROM(true);
+    CreateEPROMVector(true);
 }
 
 void frmMain::mnuToolsCreateEPROMSaved_Click() {
+    CreateEPROMVector(false);
+}
+
+bool frmMain::CreateEPROMVector(bool blnNew) {
     dlgEPROM.DefaultExt = "jed";
-    if (app_.Summary().txtFilename.Text().empty()) {
+    if (!blnNew && app_.Summary().txtFilename.Text().empty()) {
         app_.Errors().Raise(10602, "frmMain.mnuToolsCreateEPROMSaved",
                             "Entry file does not exist!\r\n"
                             "Choose Create EPROM Vector From New Entry File.");
-        return;
+        return false;
     }
-    CreateEPROM(false);
+    return CreateEPROM(blnNew);
 }
 
 void frmMain::mnuToolsLaunchKITE_Click() {

@@ -132,48 +132,69 @@ bool frmMain::RefuseUncalculatedSave() {
 }
 
 void frmMain::mnuSave_Click() {
+    SaveDocument();
+}
+
+bool frmMain::SaveDocument() {
     if (RefuseUncalculatedSave())
-        return;
+        return false;
     if (!ChildIsActive())
-        return;
+        return false;
     DisplayStatus("Saving file...");
+    bool saved = false;
     if (app_.Preview() != nullptr) {
         app_.SavePreview();
+        saved = true;
     } else if (Configurator* child = app_.Document()) {
         if (child->txtFilePath.Text().empty()) {
-            mnuSaveAs_Click();
-        } else {
-            child->Save();
+            saved = SaveDocumentAs();
+        } else if (child->Save()) {
+            // A write that failed has been reported; the document stays unsaved.
+            saved = true;
             mdblSavedState = mShared::ComputeState(*child);
             mstrSavedChecksum = app_.Summary().lblChecksum.Caption();
         }
     }
     DisplayStatus("");
+    return saved;
 }
 
 void frmMain::mnuSaveAs_Click() {
+    SaveDocumentAs();
+}
+
+bool frmMain::SaveDocumentAs() {
     if (RefuseUncalculatedSave())
-        return;
+        return false;
     if (!ChildIsActive())
-        return;
+        return false;
     Configurator* child = app_.Document();
     if (child == nullptr)
-        return;
+        return false;
     const std::string oldPath = child->txtFilePath.Text();
     const std::string path = mFileAccessor::DisplaySaveAsPrompt(app_);
+    bool saved = false;
     if (!path.empty()) {
-        app_.Summary().txtFilename.SetText(mFileAccessor::GetFileName(path));
+        // The new name, the caption, the recent entry and the saved state follow only a write
+        // that succeeded: after a failed one (reported with the path and the reason) the
+        // document is as it was, unsaved and under its old name, and Close still asks.
         child->txtFilePath.SetText(path);
-        child->SetCaption(mFileAccessor::GetFileName(path));
-        child->Save();
-        InitializeMenu(false);
-        mnuViewEntryFileSaved.SetEnabled(true);
-        if (!oldPath.empty())
-            UpdateFileMenu(oldPath);
-        mdblSavedState = mShared::ComputeState(*child);
-        mstrSavedChecksum = app_.Summary().lblChecksum.Caption();
+        saved = child->Save();
+        if (saved) {
+            app_.Summary().txtFilename.SetText(mFileAccessor::GetFileName(path));
+            child->SetCaption(mFileAccessor::GetFileName(path));
+            InitializeMenu(false);
+            mnuViewEntryFileSaved.SetEnabled(true);
+            if (!oldPath.empty())
+                UpdateFileMenu(oldPath);
+            mdblSavedState = mShared::ComputeState(*child);
+            mstrSavedChecksum = app_.Summary().lblChecksum.Caption();
+        } else {
+            child->txtFilePath.SetText(oldPath);
+        }
     }
     app_.Summary().lblChecksum.SetCaption(mstrSavedChecksum);
+    return saved;
 }
 
 bool frmMain::CancelChildUnload() {
@@ -192,8 +213,9 @@ bool frmMain::CancelChildUnload() {
             app_.Services().MsgBox("Save changes to " + name + "?",
                                    msgbox::YesNoCancel | msgbox::Question, app_.gstrTitle);
         if (answer == msgbox::Yes) {
-            mnuSave_Click();
-            cancel = !app_.Summary().mblnOK;
+            // A save that was refused or failed keeps the document open: its work is not lost.
+            const bool saved = SaveDocument();
+            cancel = !app_.Summary().mblnOK || !saved;
         } else if (answer == msgbox::No) {
             cancel = false;
         } else {

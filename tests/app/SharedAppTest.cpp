@@ -14,6 +14,7 @@ namespace {
 
 TEST(SharedApp, SummaryInfoAndEntryFileHeader) {
     ShellHarness h;
+    h.platform.SetNow(DateTime{2002, 1, 2, 3, 4, 5});
     h.app.Main().InitializeGlobalVariables();
     frmSummary& s = h.app.Summary();
     s.txtComments.SetText("rev A");

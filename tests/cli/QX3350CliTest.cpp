@@ -142,7 +142,8 @@ TEST(CliQX3350, AFileWithABadPackageFormatOpensAfterTheMessageAndStaysIntact) {
         out << text;
     }
     const auto opened = RunCli({"open", dir / "bad.ent", "--json"}, kFixedDate);
-    ASSERT_EQ(opened.exitCode, 0) << opened.err;
+    // Opened, with a message: status 3.
+    ASSERT_EQ(opened.exitCode, 3) << opened.err;
     EXPECT_NE(opened.err.find("The format of the package type in the entry file is invalid."),
               std::string::npos)
         << opened.err;

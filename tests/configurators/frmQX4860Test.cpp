@@ -806,8 +806,10 @@ TEST(frmQX4860EntryFile, EPROMVectorIsWrittenFromTheWindow) {
     doc.UsePLL();
     doc.Type(doc.Form().txtPLL[0], "80");
     doc.Calculate();
-    doc.Form().MakeEPROMVector(path, true);
-    ASSERT_TRUE(std::filesystem::exists(path));
+    // As Tools, Create EPROM Vector, From New Entry File does: the entry image first.
+    ASSERT_TRUE(doc.Form().MakeEntryFile(path + ".ent"));
+    ASSERT_TRUE(doc.Form().MakeEPROMVector(path, true)) << doc.Messages();
+    ASSERT_TRUE(std::filesystem::exists(path)) << doc.Messages();
     const std::string text = test::ReadFile(path);
     EXPECT_EQ(text.front(), '\x02');
     EXPECT_NE(text.find('\x03'), std::string::npos);

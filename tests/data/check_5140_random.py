@@ -20,16 +20,7 @@ def val(text):
     return float(found.group(0)) if found else 0.0
 
 
-CODE = m.code
 PQ = m.pq
-
-
-def code_or_zero(text):
-    # A source text without a fuse code is refused by the program; its field keeps 0.
-    try:
-        return CODE(text)
-    except ValueError:
-        return 0
 
 
 def pq(data):
@@ -60,9 +51,8 @@ def case_of(fields):
 def main():
     items = json.load(open(sys.argv[1]))
     problems = []
-    # Text values read by their leading number, codes that may be missing, counters of "Off".
+    # Text values read by their leading number, counters of "Off".
     m.num = val
-    m.code = code_or_zero
     m.pq = pq
     for n, item in enumerate(items):
         case = case_of(item["fields"])

@@ -105,7 +105,8 @@ def pad(s, n):
 
 def entry_text(c, details):
     part, d, f, i = image(c)
-    out = HEADER + CRLF
+    # The common block ends with its own empty line; the family's part opens with another.
+    out = HEADER + CRLF + CRLF
     out += "# s " + pad(part, 15) + CRLF
     out += "# r " + CRLF
     out += "# d " + pad(str(d), 10) + ";0  0 for 3.3v, 1 for 5v" + CRLF

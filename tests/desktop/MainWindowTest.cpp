@@ -20,6 +20,7 @@
 #include "platform/HeadlessPlatform.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
+#include "shell/frmSummary.hpp"
 
 namespace pendulon::test {
 
@@ -156,6 +157,47 @@ class MainWindowTest : public QObject {
         f.app.Document()->mUnloadRequired = true;
         QVERIFY(f.app.UnloadDocument(kUnloadFormCode));
         QTRY_COMPARE(f.window->MdiArea()->subWindowList().size(), qsizetype(0));
+    }
+
+    void aSaveAsThatFailsLeavesTitleRecentFilesAndQuestionAsTheyWere() {
+        Fixture f;
+        f.Show();
+        f.app.SetDocument(std::make_unique<TestConfigurator>(f.app));
+        auto& doc = dynamic_cast<TestConfigurator&>(*f.app.Document());
+        QTemporaryDir dir;
+        QVERIFY(dir.isValid());
+        const std::string a = (dir.path() + "/a.ent").toStdString();
+        doc.txtFilePath.SetText(a);
+        doc.SetCaption("a.ent");
+        doc.cmdCalculate_Click();
+        f.app.Main().mdblSavedState = -1;  // the document differs from what was saved
+        f.app.Main().InitializeMenu(false);
+        QMdiSubWindow* sub = f.window->SubWindowOf(doc);
+        QCOMPARE(sub->windowTitle(), QString("a.ent"));
+
+        // File, Save As into a folder that is not there.
+        const std::string nowhere = (dir.path() + "/no/such/b.ent").toStdString();
+        f.platform.QueueModal("frmSummary",
+                              [](Window& w) { dynamic_cast<frmSummary&>(w).cmdOK_Click(); });
+        f.platform.QueueFileAnswer(nowhere);
+        f.window->findChild<QAction*>("mnuSaveAs")->trigger();
+        QCOMPARE(f.platform.Messages().size(), size_t(1));
+        QVERIFY(QString::fromStdString(f.platform.Messages()[0].Text)
+                    .contains(QString::fromStdString("'" + nowhere + "' was not written")));
+        QCOMPARE(sub->windowTitle(), QString("a.ent"));
+        // No recent-file entry for a path that was never written.
+        QAction* recent = f.window->findChild<QAction*>("mnuFilePathArray(1)");
+        QVERIFY(recent != nullptr);
+        QVERIFY(!recent->isVisible());
+
+        // Closing still asks; Cancel keeps the document and its window.
+        f.platform.QueueAnswer(msgbox::Cancel);
+        sub->close();
+        QCOMPARE(f.platform.Messages().size(), size_t(2));
+        QCOMPARE(QString::fromStdString(f.platform.Messages()[1].Text),
+                 QString("Save changes to a.ent?"));
+        QVERIFY(f.app.Document() != nullptr);
+        QCOMPARE(f.window->MdiArea()->subWindowList().size(), qsizetype(1));
     }
 
     void closingAChildAsksTheModelAndCancelKeepsIt() {

@@ -352,6 +352,22 @@ class QtPlatformTest : public QObject {
         QVERIFY(platform.TempFileName("/nonexistent/folder", "Pendulon").empty());
     }
 
+    void temporaryFolderIsTheUsersNotTheProgramsOwn() {
+        QtPlatform platform(views_);
+        QTemporaryDir dir;
+        QVERIFY(dir.isValid());
+        const QByteArray old = qgetenv("TMPDIR");
+        const bool had = qEnvironmentVariableIsSet("TMPDIR");
+        qputenv("TMPDIR", QFile::encodeName(dir.path()));
+        const std::string folder = platform.TempDirectory();
+        if (had)
+            qputenv("TMPDIR", old);
+        else
+            qunsetenv("TMPDIR");
+        QCOMPARE(QString::fromStdString(folder), QDir::toNativeSeparators(dir.path()));
+        QVERIFY(folder != platform.AppDirectory());
+    }
+
     void clockIsTheSystemClock() {
         QtPlatform platform(views_);
         const DateTime now = platform.Now();

@@ -370,10 +370,12 @@ grep -q '^# b 1' "$ENT" || fail "the entry file lacks the bonding option of Outp
 grep -q '^# f  50.00000 ;13' "$ENT" || fail "CLKA's 50 MHz is not in the entry file"
 grep -q '^# f  25.00000 ;12' "$ENT" || fail "CLKB's 25 MHz is not in the entry file"
 grep -q '^# f  12.50000 ;11' "$ENT" || fail "CLKC's 12.5 MHz is not in the entry file"
-# The second case puts the three clocks on CPLL: /2, /4 and /8 (codes 5, 6 and 7).
-grep -q '^# i 5  *;26' "$ENT" || fail "the entry file does not hold the second case: $(grep ';2[678]' "$ENT")"
-grep -q '^# i 6  *;27' "$ENT" || fail "CLKB of the second case is not in the entry file"
-grep -q '^# i 7  *;28' "$ENT" || fail "CLKC of the second case is not in the entry file"
+# The second case puts the three clocks on CPLL: /2, /4 and /8. The QX5140's loop runs at twice
+# its target, so the fuses divide its clock by 1, 2 and 4: the codes of CPLL, CPLL/2 and CPLL/4
+# (4, 5 and 6).
+grep -q '^# i 4  *;26' "$ENT" || fail "the entry file does not hold the second case: $(grep ';2[678]' "$ENT")"
+grep -q '^# i 5  *;27' "$ENT" || fail "CLKB of the second case is not in the entry file"
+grep -q '^# i 6  *;28' "$ENT" || fail "CLKC of the second case is not in the entry file"
 xdotool windowfocus --sync "$WID"
 xdotool key alt+f
 sleep 0.5

@@ -151,6 +151,45 @@ TEST_P(EntryFile3350GoldenTest, VectorFromTheFormMatchesGoldenByteForByte) {
     EXPECT_TRUE(platform.Messages().empty()) << LastDescription();
 }
 
+TEST_F(EntryFile3350Test, DutyAdjFromAThirdSolutionRefusesTheVector) {
+    // TTL output takes the number of the chosen actual entry as Duty Adj, a one-fuse field: the
+    // third entry gives 2, which the field cannot hold.
+    frmQX3350& form = Configure("QX3350_P2750");
+    testing::FillList(form.cboPLLData, {"249.998000 P:2750 Q:660", "250.001 P:2600 Q:624",
+                                        "249.990 P:2575 Q:618"}, 2);
+    testing::FillList(form.cboActual, {"249.99800  PPM:-8", "250.00100  PPM:4",
+                                       "249.99000  PPM:-40"}, 2);
+    cls.MakeEntryFile();
+    ASSERT_EQ(cls.Entry().i(2), 2);
+    const std::string path = dir + "/out.jed";
+    EXPECT_FALSE(cls.MakeEPROMVector(path, true));
+    EXPECT_FALSE(std::filesystem::exists(path));
+    ASSERT_EQ(platform.Messages().size(), 1u);
+    EXPECT_NE(platform.Messages()[0].Text.find("The value 2 of Duty Adj (# i 2) does not fit its "
+                                               "field, which holds 0 to 1."),
+              std::string::npos)
+        << platform.Messages()[0].Text;
+    EXPECT_EQ(Hint(), "");
+}
+
+TEST_F(EntryFile3350Test, AnOutputThatIsOffHasNoVector) {
+    // "Off" has no fuse code for the clock source: the image is made with a report, and a vector
+    // of it would program the PLL at its full frequency.
+    frmQX3350& form = Configure("QX3350_SC");
+    testing::QX3350Document::Pick(form.cboClockDivisors, "Off");
+    form.cmdCalculate_Click();
+    platform.ClearMessages();
+    cls.MakeEntryFile();
+    ASSERT_EQ(platform.Messages().size(), 1u);
+    EXPECT_NE(LastDescription().find("No CLK-OUT selected."), std::string::npos);
+    const std::string path = test::WriteBytes(dir, "old.jed", "old");
+    EXPECT_FALSE(cls.MakeEPROMVector(path, true));
+    ASSERT_EQ(platform.Messages().size(), 2u);
+    EXPECT_EQ(LastDescription(), "No EPROM vector was written to '" + path +
+                                     "': the configuration's entry image was made with errors.");
+    EXPECT_EQ(test::ReadFile(path), "old");
+}
+
 TEST_P(EntryFile3350GoldenTest, VectorFromTheSavedFileMatchesGolden) {
     Configure(GetParam());
     cls.MakeEntryFile();
@@ -386,7 +425,11 @@ TEST_F(EntryFile3350Test, WithoutDetailsOnlyTheDLineKeepsItsComment) {
         }
     }
     EXPECT_EQ(commented, 1);
-    EXPECT_EQ(text.find("\r\n\r\n\r\n"), std::string::npos);
+    // The reference's comment and the line end it carries are gone: behind the two empty lines
+    // that open the family's part, no two empty lines stand together.
+    const size_t part = text.find("\r\n\r\n\r\n# s ");
+    ASSERT_NE(part, std::string::npos);
+    EXPECT_EQ(text.find("\r\n\r\n\r\n", part + 1), std::string::npos);
 }
 
 TEST_F(EntryFile3350Test, AVectorIsOneRowOf45FusesAndTheChecksumCountsThemPaddedTo48) {

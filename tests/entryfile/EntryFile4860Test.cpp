@@ -266,8 +266,8 @@ TEST_P(VectorGoldenTest, VectorFromTheSavedFileMatchesGolden) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, VectorGoldenTest,
-                         ::testing::Values("QX6105A_FS", "QX6105AF", "QX4860_14", "QX4860_8",
-                                           "QX4860F", "QX4860I"));
+                         ::testing::Values("QX6105A_FS", "QX6105AF", "QX4860_8", "QX4860F",
+                                           "QX4860I"));
 
 TEST_F(EntryFile4860Test, WriteShowsTheStatusWhileWritingThenTheHint) {
     Use("QX6105AF");
@@ -469,12 +469,42 @@ TEST_F(EntryFile4860Test, QX4860IAndPlainQX6105AHaveNoQPLine) {
                   std::string::npos);
 }
 
-TEST_F(EntryFile4860Test, VectorFromMissingSavedFileReportsAndStillWrites) {
+TEST_F(EntryFile4860Test, VectorFromMissingSavedFileReportsAndWritesNothing) {
     Use(Form4860F(app));
     app.Summary().txtFilename.SetText("x.ent");
     app.Main().mnuFilePathArray[1].SetCaption("&1 " + dir + "/gone.ent");
-    cls.MakeEPROMVector(dir + "/v.jed", false);
-    EXPECT_EQ(Numbers(), std::vector<long>({10051}));
+    // An old vector at the target stays as it was, byte for byte.
+    const std::string target = dir + "/v.jed";
+    test::WriteBytes(dir, "v.jed", "old vector\r\n");
+    EXPECT_FALSE(cls.MakeEPROMVector(target, false));
+    EXPECT_EQ(Numbers(), std::vector<long>({10051, 10056}));
+    EXPECT_EQ(Description(1), "No EPROM vector was written to '" + target +
+                                  "': the saved entry file was read with errors.");
+    EXPECT_EQ(test::ReadFile(target), "old vector\r\n");
+}
+
+TEST_F(EntryFile4860Test, SelectionWithoutSolutionRefusesTheVectorNamingItsFields) {
+    // Selection 2 found no solution: its P and Q are 0, which P less 3 in 8 fuses and Q less 2
+    // in 7 fuses cannot hold.
+    Use("QX4860_14");
+    cls.MakeEntryFile();
+    ASSERT_EQ(cls.Entry().i(37), 0);
+    const std::string target = dir + "/v.jed";
+    test::WriteBytes(dir, "v.jed", "old vector\r\n");
+    EXPECT_FALSE(cls.MakeEPROMVector(target, true));
+    ASSERT_EQ(platform.Messages().size(), 1u);
+    EXPECT_EQ(platform.Messages()[0].Text,
+              ErrorReport::Text(
+                  10055, "clsEntryFile4860.MakeEPROMVector",
+                  "No EPROM vector was written to '" + target +
+                      "': a value does not fit its fuses.\r\n"
+                      "The value 0 of sel 0010 P (# i 37) does not fit its field, which holds 3 "
+                      "to 258.\r\n"
+                      "The value 0 of sel 0010 Q (# i 38) does not fit its field, which holds 2 "
+                      "to 129."));
+    EXPECT_EQ(test::ReadFile(target), "old vector\r\n");
+    EXPECT_EQ(Hint(), "");
+    EXPECT_EQ(Status(), "");
 }
 
 TEST_F(EntryFile4860Test, WriteToMissingFolderReportsAndLeavesNothing) {

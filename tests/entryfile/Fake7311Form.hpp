@@ -34,12 +34,12 @@ class Fake7311Form : public Configurator, public Fields7311 {
     std::string Device() const override { return device; }
     void SetDevice(const std::string& value) override { device = value; }
     std::string Checksum() override { return IntegerText(mclsEntryFile.Checksum()); }
-    void MakeEntryFile(const std::string& path) override {
+    bool MakeEntryFile(const std::string& path) override {
         mclsEntryFile.MakeEntryFile();
-        mclsEntryFile.WriteEntryFile(path);
+        return mclsEntryFile.WriteEntryFile(path);
     }
-    void MakeEPROMVector(const std::string& path, bool fromForm) override {
-        mclsEntryFile.MakeEPROMVector(path, fromForm);
+    bool MakeEPROMVector(const std::string& path, bool fromForm) override {
+        return mclsEntryFile.MakeEPROMVector(path, fromForm);
     }
     std::string PinName(int) const override { return {}; }
     void CalculatePower() override { ++powerCalls; }

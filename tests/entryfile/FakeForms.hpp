@@ -35,9 +35,9 @@ class FakeFormBase : public Configurator {
     void SetDevice(const std::string& value) override { device = value; }
     std::string Checksum() override { return {}; }
     bool FillForm(clsEntryFile&, const std::string&) override { return true; }
-    void Save() override {}
-    void MakeEntryFile(const std::string&) override {}
-    void MakeEPROMVector(const std::string&, bool) override {}
+    bool Save() override { return false; }
+    bool MakeEntryFile(const std::string&) override { return false; }
+    bool MakeEPROMVector(const std::string&, bool) override { return false; }
     std::string PinName(int) const override { return {}; }
     void CalculatePower() override {}
     void DisplayAllActuals() override {}

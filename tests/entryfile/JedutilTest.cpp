@@ -103,11 +103,10 @@ TEST_P(JedutilTest, IndependentReaderAcceptsVectorWithTheFusesOfItsLField) {
 
 INSTANTIATE_TEST_SUITE_P(Vectors, JedutilTest,
                          ::testing::Values(Vector{"QX6105A_FS", 884}, Vector{"QX6105AF", 884},
-                                           Vector{"QX4860_14", 884}, Vector{"QX4860_8", 884},
-                                           Vector{"QX4860F", 884}, Vector{"QX4860I", 884},
-                                           Vector{"QX7311_5V", 336}, Vector{"QX7311F_3V", 336},
-                                           Vector{"QX7312_5V", 336}, Vector{"QX7312I_Suspend", 336},
-                                           Vector{"QX5140_OE", 336}, Vector{"QX5140_Select", 336},
+                                           Vector{"QX4860_8", 884}, Vector{"QX4860F", 884},
+                                           Vector{"QX4860I", 884}, Vector{"QX7311_5V", 336},
+                                           Vector{"QX7311F_3V", 336}, Vector{"QX7312_5V", 336},
+                                           Vector{"QX7312I_Suspend", 336},
                                            Vector{"QX3350_SC", 45}, Vector{"QX3350_TZ", 45},
                                            Vector{"QX3350I_SC", 45}, Vector{"QX3350I_TZ", 45},
                                            Vector{"QX3350_P2750", 45}));

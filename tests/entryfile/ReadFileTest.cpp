@@ -38,10 +38,14 @@ TEST_F(ReadFileTest, MissingPathGives10051AndLeavesTheImageAlone) {
     EXPECT_EQ(entry.i(0), 7);
 }
 
-TEST_F(ReadFileTest, EmptyPathAndFolderAreNotFiles) {
+TEST_F(ReadFileTest, EmptyPathIsNotFoundAndAFolderIsToldAsSuchWithItsPath) {
+    entry.set_i(0, 7);
     EXPECT_FALSE(mFileAccessor::ReadFile("", entry));
     EXPECT_FALSE(mFileAccessor::ReadFile(dir, entry));
-    EXPECT_EQ(Numbers(), std::vector<long>({10051, 10051}));
+    ASSERT_EQ(Numbers(), std::vector<long>({10051, 75}));
+    EXPECT_EQ(Description(1), "Path/File access error: '" + dir + "' cannot be read: Is a directory.");
+    EXPECT_EQ(Source(1), "(mFileAccessor) ReadFile");
+    EXPECT_EQ(entry.i(0), 7);
 }
 
 TEST_F(ReadFileTest, ReadsEveryTagInOrderOfItsGroup) {
@@ -273,12 +277,39 @@ TEST_F(ReadFileTest, CounterPastIntegerRangeOverflowsAndStays) {
     std::string text = "# f 1\n";
     for (int n = 0; n < 32768; ++n) text += "# i 1\n";
     EXPECT_TRUE(Read(text));
-    // 32767 - 256 subscript errors, then one overflow of the counter itself.
-    const auto numbers = Numbers();
-    ASSERT_EQ(numbers.size(), static_cast<size_t>(32767 - 256 + 1));
-    EXPECT_EQ(numbers.front(), 9);
-    EXPECT_EQ(numbers.back(), 6);
+    // 32767 - 256 values beyond the last index, then one overflow of the counter itself: the
+    // first three of each kind are shown, the rest are told in one message each at the end.
+    EXPECT_EQ(Numbers(), std::vector<long>({9, 9, 9, 6, 9}));
+    EXPECT_EQ(Source(0), "clsEntryFile.i [Property Let]");
+    EXPECT_EQ(Description(0), "Subscript out of range");
+    EXPECT_EQ(Description(3), "Overflow");
+    EXPECT_EQ(Description(4), "... and " + std::to_string(32767 - 256 - 3) +
+                                  " more values beyond the last of their kind.");
     EXPECT_EQ(entry.mintICount, 32767);
+}
+
+TEST_F(ReadFileTest, ManyBadValuesGiveAFewReportsAndOneForTheRest) {
+    // 130 values that do not fit an Integer, and 5 lines that cannot be recognised.
+    std::string text = "# f 1\n";
+    for (int n = 0; n < 130; ++n) text += "# i 70000 ;" + std::to_string(n) + "\n";
+    for (int n = 0; n < 5; ++n) text += "# q " + std::to_string(n) + "\n";
+    text += "# i 4\n";
+    EXPECT_TRUE(Read(text));
+    EXPECT_EQ(Numbers(), std::vector<long>({6, 6, 6, 10053, 10053, 10053, 6, 10053}));
+    EXPECT_EQ(Description(3), "The line '# q 0' cannot be recognized.");
+    EXPECT_EQ(Description(6), "... and 127 more values that do not fit.");
+    EXPECT_EQ(Description(7), "... and 2 more lines that cannot be recognized.");
+    for (size_t n = 0; n < 8; ++n) EXPECT_EQ(Source(n), "(mFileAccessor) ReadFile") << n;
+    // The reading's outcome is as before: each bad value kept what it had, and was counted.
+    EXPECT_EQ(entry.mintICount, 131);
+    EXPECT_EQ(entry.i(0), 0);
+    EXPECT_EQ(entry.i(130), 4);
+}
+
+TEST_F(ReadFileTest, AFewBadValuesAreEachReported) {
+    EXPECT_TRUE(Read("# f 1\n# i 70000\n# i 80000\n# i 90000\n# i 2\n"));
+    EXPECT_EQ(Numbers(), std::vector<long>({6, 6, 6}));
+    EXPECT_EQ(entry.i(3), 2);
 }
 
 std::vector<std::string> MessageTexts(const HeadlessPlatform& platform) {

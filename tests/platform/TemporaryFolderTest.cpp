@@ -14,24 +14,10 @@ namespace {
 namespace fs = std::filesystem;
 
 // Points TMPDIR somewhere else while it lives, and puts the old value back when it goes.
-class TmpDirSetting {
+class TmpDirSetting : public test::ScopedEnvironment {
   public:
-    explicit TmpDirSetting(const std::string& folder) {
-        if (const char* old = std::getenv("TMPDIR"))
-            old_ = old;
-        ::setenv("TMPDIR", folder.c_str(), 1);
-    }
-    ~TmpDirSetting() {
-        if (old_)
-            ::setenv("TMPDIR", old_->c_str(), 1);
-        else
-            ::unsetenv("TMPDIR");
-    }
-    TmpDirSetting(const TmpDirSetting&) = delete;
-    TmpDirSetting& operator=(const TmpDirSetting&) = delete;
-
-  private:
-    std::optional<std::string> old_;
+    explicit TmpDirSetting(const std::string& folder)
+        : ScopedEnvironment("TMPDIR", folder.c_str()) {}
 };
 
 bool Inside(const fs::path& path, const fs::path& folder) {

@@ -148,6 +148,38 @@ TEST_F(TextFileTest, LinksInALoopAreRefused) {
     EXPECT_EQ(Names(folder), (std::vector<std::string>{"a", "b"}));
 }
 
+TEST_F(TextFileTest, AReadOnlyFileIsRefusedAndKeptAsItWas) {
+    const fs::path target = folder / "locked.ent";
+    Write(target, "locked text");
+    // No write permission for anybody: refused also for the administrator, whom the mode does
+    // not stop from writing.
+    fs::permissions(target, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    const std::string failure = WriteTextFileAtomically(target.string(), "new text");
+    EXPECT_EQ(failure, "the file is read-only");
+    EXPECT_EQ(ReadTextFile(target.string()), "locked text");
+    EXPECT_EQ(fs::status(target).permissions() & fs::perms::all,
+              fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    EXPECT_EQ(Names(folder), std::vector<std::string>{"locked.ent"});
+    // Through a link the file it points to is the one that counts.
+    fs::create_symlink("locked.ent", folder / "link.ent");
+    EXPECT_EQ(WriteTextFileAtomically((folder / "link.ent").string(), "x"), "the file is read-only");
+    EXPECT_EQ(ReadTextFile(target.string()), "locked text");
+}
+
+TEST_F(TextFileTest, TheLongestNamesTheFolderTakesAreWritten) {
+    const long longest = ::pathconf(folder.c_str(), _PC_NAME_MAX);
+    ASSERT_GT(longest, 8);
+    for (const size_t length : {size_t{250}, static_cast<size_t>(longest)}) {
+        const std::string name = std::string(length - 4, 'n') + ".ent";
+        const fs::path target = folder / name;
+        EXPECT_EQ(WriteTextFileAtomically(target.string(), "first"), "") << length;
+        EXPECT_EQ(WriteTextFileAtomically(target.string(), "second"), "") << length;
+        EXPECT_EQ(ReadTextFile(target.string()), "second");
+        EXPECT_EQ(Names(folder), std::vector<std::string>{name});
+        fs::remove(target);
+    }
+}
+
 TEST(TempDirTest, TheFolderGoesWithEverythingInItAlsoAfterAFailedCheck) {
     std::string path;
     {

@@ -39,9 +39,9 @@ class PowerTestForm : public Configurator {
     void SetDevice(const std::string&) override {}
     std::string Checksum() override { return "0"; }
     bool FillForm(clsEntryFile&, const std::string&) override { return true; }
-    void Save() override {}
-    void MakeEntryFile(const std::string&) override {}
-    void MakeEPROMVector(const std::string&, bool) override {}
+    bool Save() override { return false; }
+    bool MakeEntryFile(const std::string&) override { return false; }
+    bool MakeEPROMVector(const std::string&, bool) override { return false; }
     std::string PinName(int) const override { return ""; }
     void DisplayAllActuals() override {}
     void cmdApplyLimits_Click() override {}

@@ -47,9 +47,9 @@ class Document6105A : public Configurator {
     void SetDevice(const std::string& value) override { device = value; }
     std::string Checksum() override { return "1A2B"; }
     bool FillForm(clsEntryFile&, const std::string&) override { return true; }
-    void Save() override {}
-    void MakeEntryFile(const std::string&) override {}
-    void MakeEPROMVector(const std::string&, bool) override {}
+    bool Save() override { return false; }
+    bool MakeEntryFile(const std::string&) override { return false; }
+    bool MakeEPROMVector(const std::string&, bool) override { return false; }
     std::string PinName(int index) const override {
         std::vector<std::string> pins;
         mAsciiPrintout::GetPinout6105A(pins, optFS.Value() ? "Select" : "OE");

@@ -84,13 +84,13 @@ TEST(QX3350Document, OutputTableOfAnOffOutput) {
     QX3350Document::Pick(form.cboClockDivisors, "Off");
     form.cmdCalculate_Click();
     const std::string table = mAsciiPrintout::MakeOutputTable(form);
-    // "--" in the numeric Actual column reads as a number there, as in every device's table.
+    // With the PLL off the Actual cell shows "--", as the PPM cell does.
     EXPECT_EQ(table,
               "OUTPUT CLK\r\n"
               "=============================================================\r\n"
               "|         |         |   Desired    |    Actual    |   PPM   |\r\n"
               "=============================================================\r\n"
-              "| CLKOUT  | (Off)   | Off          | 0.00000      | --      |\r\n"
+              "| CLKOUT  | (Off)   | Off          | --           | --      |\r\n"
               "=============================================================\r\n");
     EXPECT_TRUE(doc.platform.Messages().empty()) << doc.MessageTexts();
 }

@@ -237,6 +237,7 @@ TEST(SummaryWindow, FocusHighlightsWholeText) {
 
 TEST(SummaryWindow, NewDocumentAfterAnotherKeepsCustomerAndClearsNameAndRevision) {
     ShellHarness h;
+    h.platform.SetNow(DateTime{2002, 1, 2, 3, 4, 5});
     h.Start();
     h.NewDocument("QX6105A");
     frmSummary& s = h.app.Summary();

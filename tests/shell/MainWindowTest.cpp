@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include "ShellTestSupport.hpp"
 #include "core/mShared.hpp"
@@ -384,6 +385,92 @@ TEST(MainWindowSave, SaveAsTakesOldNameIntoRecentListUntilClose) {
     EXPECT_EQ(h.app.Document(), nullptr);
     EXPECT_EQ(h.app.Main().mnuFilePathArray[1].Caption(), "&1 " + b);
     EXPECT_EQ(h.app.Main().mnuFilePathArray[2].Caption(), "&2 " + a);
+}
+
+TEST(MainWindowSave, SaveAsIntoAFolderThatIsNotThereChangesNothing) {
+    ShellHarness h;
+    h.Start();
+    h.NewDocument("QX6105A");
+    const std::string dir = MakeTempDir();
+    const std::string a = dir + "/a.ent";
+    h.Doc()->txtFilePath.SetText(a);
+    h.Doc()->SetCaption("a.ent");
+    h.app.Summary().txtFilename.SetText("a.ent");
+    h.Edit("31");
+    const double unsaved = h.app.Main().mdblSavedState;
+    ASSERT_NE(unsaved, mShared::ComputeState(*h.Doc()));
+    h.app.Main().mstrSavedChecksum = "12";
+    h.platform.ClearMessages();
+    const std::string nowhere = dir + "/no/such/folder/b.ent";
+    h.QueueSummaryOK();
+    h.platform.QueueFileAnswer(nowhere);
+    h.app.Main().mnuSaveAs.RaiseClick();
+
+    // The error names the path and the system's reason.
+    ASSERT_EQ(h.platform.Messages().size(), 1u);
+    EXPECT_NE(h.platform.Messages()[0].Text.find("'" + nowhere +
+                                                 "' was not written: No such file or directory."),
+              std::string::npos)
+        << h.platform.Messages()[0].Text;
+    EXPECT_FALSE(std::filesystem::exists(dir + "/no"));
+    // Name, caption, summary, recent list and saved state are as before the command.
+    EXPECT_EQ(h.Doc()->txtFilePath.Text(), a);
+    EXPECT_EQ(h.Doc()->Caption(), "a.ent");
+    EXPECT_EQ(h.app.Summary().txtFilename.Text(), "a.ent");
+    EXPECT_EQ(h.app.Main().mintRecentFileCount, 0);
+    EXPECT_DOUBLE_EQ(h.app.Main().mdblSavedState, unsaved);
+    EXPECT_EQ(h.app.Summary().lblChecksum.Caption(), "12");
+
+    // Close still asks the save question, so the work is not lost; Cancel keeps the window.
+    h.platform.ClearMessages();
+    h.platform.QueueAnswer(msgbox::Cancel);
+    h.app.Main().mnuClose.RaiseClick();
+    ASSERT_EQ(h.platform.Messages().size(), 1u);
+    EXPECT_EQ(h.platform.Messages()[0].Text, "Save changes to a.ent?");
+    EXPECT_NE(h.Doc(), nullptr);
+}
+
+TEST(MainWindowSave, YesThenAFailedSaveKeepsTheWindowAndTheRecentListTrue) {
+    ShellHarness h;
+    h.Start();
+    h.NewDocument("QX6105A");
+    h.Edit("31");
+    const std::string nowhere = MakeTempDir() + "/gone/new.ent";
+    h.platform.QueueAnswer(msgbox::Yes);
+    h.QueueSummaryOK();
+    h.platform.QueueFileAnswer(nowhere);
+    h.app.Main().mnuClose.RaiseClick();
+    // The save failed: the document stays open, unsaved, and no path that was never written
+    // enters the recent list.
+    ASSERT_NE(h.Doc(), nullptr);
+    EXPECT_EQ(h.unloads, 0);
+    EXPECT_EQ(h.Doc()->txtFilePath.Text(), "");
+    EXPECT_EQ(h.app.Main().mintRecentFileCount, 0);
+    EXPECT_FALSE(h.app.Main().mnuFilePathArray[1].Visible());
+    EXPECT_EQ(h.CountMessages("was not written"), 1);
+}
+
+TEST(MainWindowSave, SaveOverAReadOnlyFileIsRefusedAndTheDocumentStaysUnsaved) {
+    ShellHarness h;
+    h.Start();
+    h.NewDocument("QX6105A");
+    const std::string path = MakeTempDir() + "/locked.ent";
+    {
+        std::ofstream(path) << "locked";
+    }
+    std::filesystem::permissions(path, std::filesystem::perms::owner_read |
+                                           std::filesystem::perms::group_read |
+                                           std::filesystem::perms::others_read);
+    h.Doc()->txtFilePath.SetText(path);
+    h.Edit("31");
+    const double unsaved = h.app.Main().mdblSavedState;
+    h.platform.ClearMessages();
+    EXPECT_FALSE(h.app.Main().SaveDocument());
+    EXPECT_EQ(ReadFile(path), "locked");
+    EXPECT_EQ(h.CountMessages("'" + path + "' was not written: the file is read-only."), 1);
+    EXPECT_DOUBLE_EQ(h.app.Main().mdblSavedState, unsaved);
+    std::filesystem::permissions(path, std::filesystem::perms::owner_write,
+                                 std::filesystem::perm_options::add);
 }
 
 TEST(MainWindowRecentFiles, SamePathTwiceMovesToTopWithoutGrowing) {

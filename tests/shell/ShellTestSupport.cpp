@@ -53,8 +53,8 @@ bool TestConfigurator::FillForm(clsEntryFile& data, const std::string& path) {
     return !refuseFill;
 }
 
-void TestConfigurator::Save() {
-    MakeEntryFile(txtFilePath.Text());
+bool TestConfigurator::Save() {
+    return MakeEntryFile(txtFilePath.Text());
 }
 
 std::string TestConfigurator::EntryText() const {
@@ -62,8 +62,14 @@ std::string TestConfigurator::EntryText() const {
            " ;0\r\n# i " + txtNote.Text() + " ;0\r\n";
 }
 
-void TestConfigurator::MakeEntryFile(const std::string& path) {
-    WriteTextFileAtomically(path, EntryText());
+bool TestConfigurator::MakeEntryFile(const std::string& path) {
+    // A failure is reported as the entry-file classes report it.
+    const std::string failure = WriteTextFileAtomically(path, EntryText());
+    if (!failure.empty())
+        App().Errors().Raise(75, "TestConfigurator.MakeEntryFile",
+                             "Path/File access error: '" + path + "' was not written: " + failure +
+                                 ".");
+    return failure.empty();
 }
 
 void TestConfigurator::cmdCalculate_Click() {

@@ -21,9 +21,9 @@ class TestConfigurator : public Configurator {
     void SetDevice(const std::string& device) override;
     std::string Checksum() override;
     bool FillForm(clsEntryFile& data, const std::string& path) override;
-    void Save() override;
-    void MakeEntryFile(const std::string& path) override;
-    void MakeEPROMVector(const std::string&, bool) override {}
+    bool Save() override;
+    bool MakeEntryFile(const std::string& path) override;
+    bool MakeEPROMVector(const std::string&, bool) override { return false; }
     std::string PinName(int) const override { return {}; }
     void CalculatePower() override {}
     void DisplayAllActuals() override {}

@@ -36,9 +36,8 @@ CliRun RunCliFixed(const std::vector<std::string>& args) {
 // The program in this process, on the same fixed date as the command line runs.
 struct Program {
     Program() {
-        setenv("SOURCE_DATE_EPOCH", kEpoch, 1);
         platform = std::make_unique<HeadlessPlatform>();
-        unsetenv("SOURCE_DATE_EPOCH");
+        platform->SetNow(DateTime::FromUnixSeconds(std::atoll(kEpoch)));
         app = std::make_unique<Application>(*platform);
         app->Main().MDIForm_Load("");
     }

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <optional>
 
 #include "ShellTestSupport.hpp"
@@ -36,12 +37,15 @@ class PLLFieldsConfigurator : public TestConfigurator {
     ControlArray<TextField> txtCPLL{8};
 };
 
-// The shell with PLL-field documents for every device of the table, and the program's folder
-// in a fresh temporary folder so that temporary entry files can be counted.
+// The shell with PLL-field documents for every device of the table, the program's folder in a
+// fresh folder and the user's temporary folder in another, so that temporary entry files can be
+// counted.
 struct ToolHarness : ShellHarness {
     ToolHarness() {
         folder = MakeTempDir();
+        temp = MakeTempDir();
         platform.SetAppDirectory(folder);
+        platform.SetTempDirectory(temp);
         app.ConfiguratorFactory = [](Application& a,
                                      const std::string&) -> std::unique_ptr<Configurator> {
             return std::make_unique<PLLFieldsConfigurator>(a);
@@ -50,22 +54,25 @@ struct ToolHarness : ShellHarness {
     }
     PLLFieldsConfigurator& Doc() { return dynamic_cast<PLLFieldsConfigurator&>(*app.Document()); }
     frmMain& Main() { return app.Main(); }
-    // Files in the program's folder whose names begin with the prefix.
+    // Files in the temporary folder whose names begin with the prefix.
     int CountFiles(const std::string& prefix) const {
         int count = 0;
-        for (const auto& entry : fs::directory_iterator(folder))
+        for (const auto& entry : fs::directory_iterator(temp))
             if (entry.path().filename().string().rfind(prefix, 0) == 0)
                 ++count;
         return count;
     }
     std::string folder;
+    std::string temp;
 };
 
 // A running program whose QX6105A family documents are the real device window.
 struct QX6105AHarness {
     explicit QX6105AHarness(const std::string& device) {
         folder = MakeTempDir();
+        temp = MakeTempDir();
         platform.SetAppDirectory(folder);
+        platform.SetTempDirectory(temp);
         app.ConfiguratorFactory = [](Application& a,
                                      const std::string& name) -> std::unique_ptr<Configurator> {
             if (name.rfind("QX6105A", 0) != 0)
@@ -82,27 +89,13 @@ struct QX6105AHarness {
     HeadlessPlatform platform;
     Application app{platform};
     std::string folder;
+    std::string temp;
 };
 
-class ScopedVisual {
+// VISUAL set to the value (or cleared) while it lives.
+class ScopedVisual : public test::ScopedEnvironment {
   public:
-    explicit ScopedVisual(const char* value) {
-        if (const char* old = std::getenv("VISUAL"))
-            old_ = old;
-        if (value != nullptr)
-            setenv("VISUAL", value, 1);
-        else
-            unsetenv("VISUAL");
-    }
-    ~ScopedVisual() {
-        if (old_)
-            setenv("VISUAL", old_->c_str(), 1);
-        else
-            unsetenv("VISUAL");
-    }
-
-  private:
-    std::optional<std::string> old_;
+    explicit ScopedVisual(const char* value) : ScopedEnvironment("VISUAL", value) {}
 };
 
 // ---- Limit question -------------------------------------------------------------------------
@@ -206,7 +199,7 @@ TEST(ToolViewEntryFile, UseNotepadStartsEditorForTemporaryFileThenDeletesIt) {
     ASSERT_EQ(started.Args.size(), 2u);
     EXPECT_EQ(started.Args[0], "--wait");
     const fs::path file = started.Args[1];
-    EXPECT_EQ(file.parent_path(), fs::path(h.folder));
+    EXPECT_EQ(file.parent_path(), fs::path(h.temp));
     EXPECT_EQ(file.filename().string().rfind("Pendulon", 0), 0u);
     // The editor was started for the file, and the file was deleted right behind it.
     EXPECT_FALSE(fs::exists(file));
@@ -225,16 +218,58 @@ TEST(ToolViewEntryFile, EditorIsXdgOpenWithoutVisual) {
     EXPECT_EQ(h.platform.Started()[0].Args.size(), 1u);
 }
 
-TEST(ToolViewEntryFile, FailedTemporaryNameFallsBackToEntfileTmpInProgramFolder) {
+TEST(ToolViewEntryFile, FailedTemporaryNameFallsBackToEntfileTmpInTemporaryFolder) {
     ScopedVisual visual("ed");
     ToolHarness h;
-    const std::string missing = (fs::path(h.folder) / "gone").string();
-    h.platform.SetAppDirectory(missing);
+    const std::string missing = (fs::path(h.temp) / "gone").string();
+    h.platform.SetTempDirectory(missing);
     h.platform.SaveSetting("Pendulon", "Option", "UseNotepad", "1");
     h.NewDocument("QX4860");
+    h.platform.ClearMessages();
     h.Main().mnuViewEntryFileNew.RaiseClick();
-    ASSERT_EQ(h.platform.Started().size(), 1u);
-    EXPECT_EQ(h.platform.Started()[0].Args.back(), (fs::path(missing) / "~entfile.tmp").string());
+    // The fallback name is tried; a folder that is not there cannot take it, which is
+    // reported with the path, and no editor is started for a file that was not written.
+    ASSERT_EQ(h.platform.Messages().size(), 1u);
+    EXPECT_NE(h.platform.Messages()[0].Text.find(
+                  "'" + (fs::path(missing) / "~entfile.tmp").string() + "' was not written"),
+              std::string::npos)
+        << h.platform.Messages()[0].Text;
+    EXPECT_TRUE(h.platform.Started().empty());
+}
+
+// An installed program's folder is not the user's to write in. /proc takes no new file from
+// anybody, the administrator included, so the test holds whoever runs it.
+TEST(ToolTemporaryFiles, EveryToolThatMakesOneWorksWhenTheProgramsFolderCannotBeWritten) {
+    const std::string unwritable = "/proc";
+    const bool writable = std::ofstream(unwritable + "/pendulon-probe").good();
+    ASSERT_FALSE(writable) << unwritable << " can be written here; the test would prove nothing";
+    QX6105AHarness h("QX6105A");
+    h.platform.SetAppDirectory(unwritable);
+    frmQX6105A& form = h.Form();
+    form.cmdCalculate_Click();
+    h.app.Main().InitializeMenu(false);
+    h.platform.ClearMessages();
+
+    // View, Entry File, Create New: the temporary file in the user's temporary folder, shown,
+    // then removed.
+    h.app.Main().mnuViewEntryFileNew.RaiseClick();
+    auto* preview = dynamic_cast<frmPrintPreview*>(h.app.Preview());
+    ASSERT_NE(preview, nullptr);
+    EXPECT_NE(preview->txtPrintout.Text().find("# s qx6105"), std::string::npos);
+    h.app.UnloadPreview();
+
+    // Tools, Create EPROM Vector, From New Entry File.
+    const std::string jed = (fs::path(h.folder) / "out.jed").string();
+    h.platform.QueueFileAnswer(jed);
+    h.app.Main().mnuToolsCreateEPROMNew.RaiseClick();
+    EXPECT_TRUE(fs::exists(jed));
+    EXPECT_EQ(h.app.Main().lblHelpInfo.Caption().rfind(" Deleted " + h.temp, 0), 0u)
+        << h.app.Main().lblHelpInfo.Caption();
+
+    std::string messages;
+    for (const auto& message : h.platform.Messages()) messages += message.Text + "\n";
+    EXPECT_TRUE(h.platform.Messages().empty()) << messages;
+    EXPECT_TRUE(fs::is_empty(h.temp));
 }
 
 TEST(ToolViewEntryFile, SavedOnNewUnsavedDocumentWithoutNameDoesNothing) {
@@ -313,7 +348,7 @@ TEST(ToolCreateEPROM, CancelledDialogMakesNoVectorDeletesTemporaryFileRestoresPa
     EXPECT_TRUE(shown.CancelError);
     EXPECT_EQ(h.CountFiles("Pendulon"), 0);
     EXPECT_EQ(h.Doc().txtFilePath.Text(), "/somewhere/old.ent");
-    EXPECT_EQ(h.Main().lblHelpInfo.Caption().rfind(" Deleted " + h.folder, 0), 0u);
+    EXPECT_EQ(h.Main().lblHelpInfo.Caption().rfind(" Deleted " + h.temp, 0), 0u);
     EXPECT_EQ(h.Main().mintRecentFileCount, 0);
 }
 
@@ -326,7 +361,7 @@ TEST(ToolCreateEPROM, NewWritesVectorOfTheWindowAsTheModelWritesIt) {
     h.app.Main().mnuToolsCreateEPROMNew.RaiseClick();
     ASSERT_TRUE(fs::exists(jed));
     const std::string written = ReadFile(jed);
-    EXPECT_EQ(h.app.Main().lblHelpInfo.Caption().rfind(" Deleted " + h.folder, 0), 0u)
+    EXPECT_EQ(h.app.Main().lblHelpInfo.Caption().rfind(" Deleted " + h.temp, 0), 0u)
         << h.app.Main().lblHelpInfo.Caption();
 
     // The same vector written through the models directly.
@@ -341,7 +376,7 @@ TEST(ToolCreateEPROM, NewWritesVectorOfTheWindowAsTheModelWritesIt) {
 
     EXPECT_EQ(form.txtFilePath.Text(), "");
     int temporary = 0;
-    for (const auto& e : fs::directory_iterator(h.folder))
+    for (const auto& e : fs::directory_iterator(h.temp))
         if (e.path().filename().string().rfind("Pendulon", 0) == 0)
             ++temporary;
     EXPECT_EQ(temporary, 0);

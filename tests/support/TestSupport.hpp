@@ -1,4 +1,5 @@
 #pragma once
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,20 @@ class TempDir {
 // A fresh empty folder inside one TempDir of the whole test program, which goes when the
 // program ends (after a failed test as well).
 std::string MakeTempDir();
+
+// Sets an environment variable (or, with nullptr, clears it) while the object lives, and puts
+// back what was there when it goes.
+class ScopedEnvironment {
+  public:
+    ScopedEnvironment(const char* name, const char* value);
+    ~ScopedEnvironment();
+    ScopedEnvironment(const ScopedEnvironment&) = delete;
+    ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
+
+  private:
+    std::string name_;
+    std::optional<std::string> old_;
+};
 
 // What a run of pendulon-cli gave.
 struct CliResult {
