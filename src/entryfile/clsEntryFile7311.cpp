@@ -533,34 +533,31 @@ std::string clsEntryFile7311::EntryFileText(const clsEntryFile& e, const std::st
     if (outOfRange)
         out += "***ONE OR MORE DESIRED PLL(S) IS OUT OF DEFAULT RANGE***" + kCrLf;
     out += kCrLf;
-    out += "# s " + mShared::PadOutputString(e.mstrPartDescription, 15) + kCrLf;
-    out += "# r " + e.mstrRValue + kCrLf;
+    out += entrylines::Part(e.mstrPartDescription);
+    out += entrylines::Plain('r', e.mstrRValue);
     if (device == "QX5140")
-        out += "# b " + Text(e.mintBValue) + kCrLf;
-    out += "# m " + Text(e.mintMValue) + kCrLf;
+        out += entrylines::Plain('b', Text(e.mintBValue));
+    out += entrylines::Plain('m', Text(e.mintMValue));
     out += kCrLf;
-    for (int n = 0; n <= 23; ++n)
-        out += "# f " + mShared::PadOutputString(mShared::FormatFrequencyFixed(e.f(n), 1), 10) +
-               ";" + Text(n) + CommentF(n, details) + kCrLf;
+    for (int n = 0; n <= 23; ++n) out += entrylines::Frequency(e, n, CommentF(n, details));
     out += kCrLf;
-    for (int n = 0; n <= 28; ++n)
-        out += "# i " + mShared::PadOutputString(Text(e.i(n)), 10) + ";" + Text(n) +
-               CommentI(n, details) + kCrLf;
+    for (int n = 0; n <= 28; ++n) out += entrylines::Integer(e, n, CommentI(n, details));
     int n = 29;
     for (int s = 0; s <= 7; ++s)
-        for (int b = 0; b <= 4; ++b, ++n)
-            out += "# i " + mShared::PadOutputString(Text(e.i(n)), 10) + ";" + Text(n) +
-                   CommentCPU(s, b, details) + kCrLf;
+        for (int b = 0; b <= 4; ++b, ++n) out += entrylines::Integer(e, n, CommentCPU(s, b, details));
     return out;
 }
 
 bool clsEntryFile7311::WriteEntryFile(const std::string& path) {
     const std::string device = form_ ? form_->Device() : std::string();
-    host_.DisplayStatus("Writing " + device + " entry file...");
-    const bool outOfRange = OutOfRange();
-    const std::string text = EntryFileText(entry_, device, host_.EntryFileHeader(),
-                                           host_.SaveEntryFileDescription(), outOfRange);
-    return WriteForUser(host_, path, text, "clsEntryFile7311.WriteEntryFile", true);
+    return WriteEntryFileText(
+        host_, path, device,
+        [&] {
+            const bool outOfRange = OutOfRange();
+            return EntryFileText(entry_, device, host_.EntryFileHeader(),
+                                 host_.SaveEntryFileDescription(), outOfRange);
+        },
+        "clsEntryFile7311.WriteEntryFile");
 }
 
 // ---- Checksums and the vector ------------------------------------------------------------------
