@@ -23,6 +23,8 @@ frm4860Family::frm4860Family(AppServices& app, std::string formName, int rows,
       txtPLL(rows),
       cboPLLData(rows),
       mDevices(std::move(devices)) {
+    // A new window is captioned with its plain device's name.
+    SetCaption(mDevices.plain);
     txtPLLMin.Resize(3);
     txtPLLMax.Resize(3);
     chkSmoothSlew.SetCaption("Smooth Slew");
@@ -61,6 +63,16 @@ void frm4860Family::ConnectPLLRow(int i, const std::string& word) {
 }
 
 // ---------------------------------------------------------------- shared fields
+
+void frm4860Family::CaptionOptionPair(Frame& frame, const char* caption, OptionButton& first,
+                                      const char* firstCaption, OptionButton& second,
+                                      const char* secondCaption, const char* group) {
+    frame.SetCaption(caption);
+    first.SetCaption(firstCaption);
+    second.SetCaption(secondCaption);
+    first.SetGroup(group);
+    second.SetGroup(group);
+}
 
 void frm4860Family::RegisterVoltageAndReference() {
     Register("fraVoltage", fraVoltage);

@@ -65,6 +65,10 @@ class frm4860Family : public DeviceWindow<cls4860Die, clsQX4860, clsEntryFile486
     // The PLL frequency of row i as typed.
     double Frequency(int i) const;
 
+    // Captions a frame and its two options, which make one group.
+    static void CaptionOptionPair(Frame& frame, const char* caption, OptionButton& first,
+                                  const char* firstCaption, OptionButton& second,
+                                  const char* secondCaption, const char* group);
     // Registers the voltage frame and options, then the reference frame, list and limit labels.
     void RegisterVoltageAndReference();
     // Connects cboFRef's got-focus hint and click, the limit fields' got-focus hints and key

@@ -22,12 +22,7 @@ namespace pendulon {
 
 frmQX4860::frmQX4860(AppServices& app)
     : frm4860Family(app, "frmQX4860", kRows, {"QX4860", "QX4860I", "QX4860F"}) {
-    SetCaption("QX4860");
-    fraPackage.SetCaption("Package");
-    opt8Pin.SetCaption("8 Pin");
-    opt14Pin.SetCaption("14 Pin");
-    opt8Pin.SetGroup("Package");
-    opt14Pin.SetGroup("Package");
+    CaptionOptionPair(fraPackage, "Package", opt8Pin, "8 Pin", opt14Pin, "14 Pin", "Package");
     fraOptions.SetCaption("Options");
     chkOEClockA.SetCaption("OE Clock A");
     chkOEReference.SetCaption("OE Ref Clock");

@@ -31,17 +31,10 @@ std::string BoolText(bool value) {
     return value ? "True" : "False";
 }
 
-// The window as its entry file sees it.
-class QX5140EntryForm : public EntryForm7311 {
+// The window as its entry file sees it: a three-loop window with the QX5140's own members.
+class QX5140EntryForm : public ConfiguratorEntryForm7311 {
   public:
-    explicit QX5140EntryForm(frmQX5140& form) : form_(form) {}
-    std::string Device() const override { return form_.Device(); }
-    Window& Fields() override { return form_; }
-    void CheckPLLLimits() override { form_.CheckPLLLimits(); }
-    void DisplayAllActuals() override { form_.DisplayAllActuals(); }
-    void CalculatePower() override { form_.CalculatePower(); }
-    void cboFRef_LostFocus() override { form_.cboFRef_LostFocus(); }
-    void cmdApplyLimits_Click() override { form_.cmdApplyLimits_Click(); }
+    explicit QX5140EntryForm(frmQX5140& form) : ConfiguratorEntryForm7311(form), form_(form) {}
     void cmdCalculate_Click() override { form_.cmdCalculate_Click(); }
     int CalculateCounter() const override { return form_.mintCalculateCounter; }
     std::vector<std::array<std::string, 4>> FoundSources() const override {

@@ -25,12 +25,8 @@ const char* const kOutputNames[] = {"CLKA", "CLKB", "CLKC"};
 
 frmQX6105A::frmQX6105A(AppServices& app)
     : frm4860Family(app, "frmQX6105A", kStates, {"QX6105A", "QX6105AI", "QX6105AF"}) {
-    SetCaption("QX6105A");
-    fraPin8.SetCaption("Pin 8");
-    optFS.SetCaption("Frequency &Select");
-    optOE.SetCaption("&Output Enable");
-    optFS.SetGroup("Pin8");
-    optOE.SetGroup("Pin8");
+    CaptionOptionPair(fraPin8, "Pin 8", optFS, "Frequency &Select", optOE, "&Output Enable",
+                      "Pin8");
     fraOption.SetCaption("Option");
     for (int i = 0; i < kStates; ++i) {
         lblFS[i].SetCaption("FS = " + std::to_string(i));

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
+#include <utility>
 #include <vector>
 
 #include "app/AppServices.hpp"
@@ -62,22 +64,6 @@ std::string SumBits(int value, int width) {
 bool IsOffText(const std::string& text) {
     return EqualsNoCase(Trim(text), "Off");
 }
-
-// A three-loop window seen through the members the entry file uses.
-class ConfiguratorEntryForm7311 : public EntryForm7311 {
-  public:
-    explicit ConfiguratorEntryForm7311(Configurator& form) : form_(form) {}
-    std::string Device() const override { return form_.Device(); }
-    Window& Fields() override { return form_; }
-    void CheckPLLLimits() override { form_.CheckPLLLimits(); }
-    void DisplayAllActuals() override { form_.DisplayAllActuals(); }
-    void CalculatePower() override { form_.CalculatePower(); }
-    void cboFRef_LostFocus() override { form_.cboFRef_LostFocus(); }
-    void cmdApplyLimits_Click() override { form_.cmdApplyLimits_Click(); }
-
-  private:
-    Configurator& form_;
-};
 
 // ---- Comment texts ----------------------------------------------------------------------------
 
@@ -727,12 +713,11 @@ void clsEntryFile7311::Fill7311Form(const clsEntryFile& e) {
     // 5. Suspend, or what is switched off.
     if (e.i(5) == 1) {
         setCheck("chkSuspend", 1);
-        setCheck("chkSuspendUPLL", e.i(6));
-        setCheck("chkSuspendSPLL", e.i(7));
-        setCheck("chkSuspendCPLL", e.i(8));
-        setCheck("chkSusXbuff", e.i(9));
-        setCheck("chkSusClkF", e.i(10));
-        setCheck("chkSusCPU", e.i(11));
+        // Each suspend box with the field of the image that holds it.
+        for (const auto& [box, field] : std::initializer_list<std::pair<const char*, int>>{
+                 {"chkSuspendUPLL", 6}, {"chkSuspendSPLL", 7}, {"chkSuspendCPLL", 8},
+                 {"chkSusXbuff", 9}, {"chkSusClkF", 10}, {"chkSusCPU", 11}})
+            setCheck(box, e.i(field));
         for (int k = 0; k <= 3; ++k) setCheck(Indexed("chkSusClk", k), e.i(15 - k));
     } else {
         if (e.i(11) != 0)
