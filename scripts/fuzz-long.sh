@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# A long fuzzing run of the entry-file reader (default 30 minutes), for a release or after a
-# change to the reader; CI runs the short one (scripts/fuzz.sh). The corpus grows in
+# A long fuzzing run of the entry-file and fuse map readers (default 30 minutes), for a release
+# or after a change to a reader; CI runs the short one (scripts/fuzz.sh). The corpus grows in
 # build-sanitize/fuzz-corpus from one run to the next (seeded from tests/data/fuzz-corpus); the
 # log is build-sanitize/fuzz-long.log and ends with the executions, the rate, the coverage
 # ("cov", "ft") and the corpus size. Crash inputs go to build-sanitize/artifacts.

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Builds the libFuzzer target of the entry-file reader in the sanitizer tree (build-sanitize,
-# ASan and UBSan) and runs it for the given number of seconds (default 60) on a copy of the seed
-# corpus. Exits non-zero on a crash, a leak, undefined behaviour or a hang; crash inputs are kept
-# in build-sanitize/artifacts. Usage: fuzz.sh [seconds]
+# Builds the libFuzzer target of the entry-file and fuse map readers in the sanitizer tree
+# (build-sanitize, ASan and UBSan) and runs it for the given number of seconds (default 60) on a
+# copy of the seed corpus. Exits non-zero on a crash, a leak, undefined behaviour or a hang;
+# crash inputs are kept in build-sanitize/artifacts. Usage: fuzz.sh [seconds]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds="${1:-60}"

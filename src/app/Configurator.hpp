@@ -52,6 +52,9 @@ class Configurator : public LimitForm {
     // Writes the entry file of the configuration as it stands to path; true when it was
     // written (a failure has been reported, and what was on disk is as it was).
     virtual bool MakeEntryFile(const std::string& path) = 0;
+    // The entry image of the configuration as it stands, made as for a save; null for a window
+    // without one.
+    virtual const clsEntryFile* MadeEntryImage() { return nullptr; }
     // Writes the EPROM vector to path, from the window's own image or from the saved file;
     // true when it was written.
     virtual bool MakeEPROMVector(const std::string& path, bool fromForm) = 0;

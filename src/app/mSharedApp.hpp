@@ -28,6 +28,9 @@ inline constexpr long kRegSz = 1;
 std::string SummaryInfo(AppServices& app);
 // The banner of an entry file followed by SummaryInfo.
 std::string EntryFileHeader(AppServices& app);
+// The same with the identity lines of a file the summary window does not describe.
+std::string EntryFileHeader(AppServices& app, const std::string& comments,
+                            const std::string& customer, const std::string& fae);
 void SetSummaryFormCaption(AppServices& app, const std::string& device);
 // A string value of a key; std::nullopt when the key cannot be opened.
 std::optional<std::string> GetAppRegValue(AppServices& app, long rootKey, const std::string& subKey,

@@ -1,5 +1,6 @@
 #include "cli/Commands.hpp"
 
+#include "cli/DecodeCommand.hpp"
 #include "cli/DocumentCommand.hpp"
 #include "cli/SolveCommand.hpp"
 #include "cli/ToolActions.hpp"
@@ -17,6 +18,7 @@ const std::vector<Command>& Commands() {
          kNewSummary, RunNew},
         {"open", kOpenUsage, kOpenSummary, RunOpen},
         {"jed", kJedUsage, kJedSummary, RunJed},
+        {"decode", kDecodeUsage, kDecodeSummary, RunDecode},
         {"wizard", kWizardUsage, kWizardSummary, RunWizard},
     };
     return commands;

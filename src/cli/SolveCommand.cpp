@@ -22,11 +22,6 @@ const char* const kSolveUsage =
 const char* const kSolveSummary =
     "search P and Q of one loop (VCO = 2 x ref x P / Q) and print its data list";
 
-namespace {
-
-constexpr const char* kTitle = "Pendulon(tm) 3.71";
-
-// A decimal number written whole: sign, digits with at most one point, optional exponent.
 std::optional<double> ParseNumber(std::string_view text) {
     size_t i = 0;
     if (i < text.size() && (text[i] == '+' || text[i] == '-'))
@@ -58,6 +53,11 @@ std::optional<double> ParseNumber(std::string_view text) {
         return std::nullopt;
     return value;
 }
+
+namespace {
+
+constexpr const char* kTitle = "Pendulon(tm) 3.71";
+
 
 int Usage(const std::string& problem) {
     std::cerr << "pendulon-cli solve: " << problem << "\n"

@@ -45,6 +45,10 @@ class DeviceWindow : public Configurator {
 
     // Configurator
     std::string Checksum() override { return IntegerText(EntryFile().Checksum()); }
+    const clsEntryFile* MadeEntryImage() override {
+        EntryFile().MakeEntryFile();
+        return &EntryFile().Entry();
+    }
     bool MakeEntryFile(const std::string& path) override {
         EntryFile().MakeEntryFile();
         return EntryFile().WriteEntryFile(path);

@@ -6,6 +6,7 @@
 #include "core/cls7311Die.hpp"
 #include "core/clsReference.hpp"
 #include "platform/ErrorReport.hpp"
+#include "platform/ListField.hpp"
 
 namespace pendulon {
 
@@ -20,6 +21,11 @@ class clsQX7311 : public PLLLimitRules<cls7311Die> {
     std::int32_t GetCPLLQMax(double dblFPLL, double dblFRef, double dblQMAX,
                              const std::vector<double>& adblPLLFReq);
 
+    // The sources the outputs offer, first entry selected: the CPU output, CLKF, and CLKA to
+    // CLKD (index 0 to 3).
+    static void InitializeCPUDivisorComboBox(ListField& cboCPU);
+    static void InitializeClockFDivisorComboBox(ListField& cboClkF);
+    static void InitializeClockDivisors(ListField& list, int index);
 };
 
 }  // namespace pendulon

@@ -11,11 +11,13 @@
 #include "desktop/QX5140View.hpp"
 #include "desktop/QX6105AView.hpp"
 #include "desktop/QX7311View.hpp"
+#include "desktop/ReadBackView.hpp"
 #include "desktop/ViewRegistry.hpp"
 #include "configurators/frmQX5140.hpp"
 #include "reports/frmPrintPreview.hpp"
 #include "shell/Application.hpp"
 #include "shell/frmMain.hpp"
+#include "shell/frmReadBack.hpp"
 
 namespace pendulon {
 
@@ -39,6 +41,9 @@ void RegisterDocumentViews(ViewRegistry& views, Application& app) {
     });
     views.Register("frmPrintPreview", [=, &app](Window& w, QWidget* p) -> QWidget* {
         return new PrintPreviewView(static_cast<frmPrintPreview&>(w), app, p, tppX(), tppY());
+    });
+    views.Register("frmReadBack", [=, &app](Window& w, QWidget* p) -> QWidget* {
+        return new ReadBackView(static_cast<frmReadBack&>(w), app, p, tppX(), tppY());
     });
 }
 

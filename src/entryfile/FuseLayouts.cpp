@@ -1,6 +1,7 @@
 #include "entryfile/FuseLayouts.hpp"
 
 #include <string>
+#include <utility>
 
 #include "core/Numbers.hpp"
 #include "core/mShared.hpp"
@@ -10,9 +11,10 @@ namespace pendulon {
 
 namespace {
 
-FuseField Constant(std::string fuses) {
+FuseField Constant(std::string fuses, std::string name) {
     FuseField field;
     field.Type = FuseField::Kind::Constant;
+    field.Name = std::move(name);
     field.Width = static_cast<int>(fuses.size());
     field.Text = std::move(fuses);
     return field;
@@ -64,13 +66,14 @@ const FuseLayout& FuseLayout4860() {
         for (int s = 0; s <= 15; ++s) {
             const int base = 18 + 7 * s;
             const std::string sel = "sel " + Binary(s, 4);
-            rows.push_back({Constant(std::string(27, '0')), Bits(base, sel + " reserved", 1),
+            rows.push_back({Constant(std::string(27, '0'), "unused fuses"),
+                            Bits(base, sel + " reserved", 1),
                             Bits(base + 1, sel + " Div/2 prescale", 1),
                             Bits(base + 2, sel + " charge pump 2uA", 1),
                             Bits(base + 3, sel + " slew +10ns", 1),
                             Bits(base + 4, sel + " slew +5ns", 1), Bits(base + 5, sel + " P", 8, 3),
-                            Bits(base + 6, sel + " Q", 7, 2), Constant(Binary(s, 4)),
-                            Constant("1")});
+                            Bits(base + 6, sel + " Q", 7, 2),
+                            Constant(Binary(s, 4), "row address"), Constant("1", "valid bit")});
         }
         static const char* const kConfig[12] = {
             "Async OE",      "smooth slewing",    "TTL thresholds", "extra drive",
@@ -85,7 +88,9 @@ const FuseLayout& FuseLayout4860() {
         config.push_back(Bits(16, "CLK1 OE control", 2));
         config.push_back(Bits(17, "CLK1 Mux control", 3));
         // Unused fuses, the configuration's address and its valid bit.
-        config.push_back(Constant(std::string(20, '0') + "0000" + "0"));
+        config.push_back(Constant(std::string(20, '0'), "unused fuses"));
+        config.push_back(Constant("0000", "row address"));
+        config.push_back(Constant("0", "valid bit"));
         rows.push_back(std::move(config));
         return rows;
     }();
@@ -100,7 +105,8 @@ const FuseLayout& FuseLayout7311() {
             const std::string cpu = "CPU" + std::to_string(n);
             rows.push_back({Digit(base, cpu + " shutdown"), Digit(base + 1, cpu + " CPU_DLY0"),
                             Bits(base + 2, cpu + " index", 2), Bits(base + 3, cpu + " P", 8, 3),
-                            Bits(base + 4, cpu + " Q", 6, 2), Constant(Binary(n, 4))});
+                            Bits(base + 4, cpu + " Q", 6, 2),
+                            Constant(Binary(n, 4), "row address")});
         }
         static const char* const kConfig[17] = {
             "shutdown mode", "OutTTL",         "InTTL",         "VCO3V",        "VCOReg",
@@ -122,7 +128,7 @@ const FuseLayout& FuseLayout7311() {
         config.push_back(Bits(26, "CLKC source", 5));
         config.push_back(Bits(27, "CLKB source", 5));
         config.push_back(Bits(28, "CLKA source", 5));
-        config.push_back(Constant("1000"));
+        config.push_back(Constant("1000", "end of the configuration row"));
         rows.push_back(std::move(config));
         using From = FuseField::From;
         rows.push_back({Identity(From::Checksum, "family checksum", 10),
@@ -131,7 +137,8 @@ const FuseLayout& FuseLayout7311() {
                         Identity(From::Build, "build number", 10), Identity(From::Day, "day", 5),
                         Identity(From::Month, "month", 4), Identity(From::Year, "year", 12),
                         Identity(From::DeviceNumber, "device number", 12),
-                        Constant(std::string(12, '0')), Constant("1001")});
+                        Constant(std::string(12, '0'), "padding of the identity row"),
+                        Constant("1001", "end of the identity row")});
         return rows;
     }();
     return layout;
@@ -151,7 +158,7 @@ const FuseLayout& FuseLayout3350() {
         row.push_back(Bits(13, "Inverter Gain", 1));
         row.push_back(Bits(14, "P counter", 12, 5));
         row.push_back(Bits(15, "Q counter", 10, 2));
-        row.push_back(Constant("0"));
+        row.push_back(Constant("0", "last fuse"));
         return FuseLayout{std::move(row)};
     }();
     return layout;
@@ -159,31 +166,39 @@ const FuseLayout& FuseLayout3350() {
 
 namespace {
 
-long ValueOf(const FuseField& field, const clsEntryFile& image, const FuseIdentity& identity) {
+// The member of the identity row that a field stands for; null for a field of the image.
+template <class Identity>
+auto IdentityValue(Identity& identity, FuseField::From source) -> decltype(&identity.Checksum) {
     using From = FuseField::From;
-    switch (field.Source) {
-        case From::Image:
-            return image.i(field.Index);
+    switch (source) {
         case From::Checksum:
-            return identity.Checksum;
+            return &identity.Checksum;
         case From::Major:
-            return identity.Major;
+            return &identity.Major;
         case From::Minor:
-            return identity.Minor;
+            return &identity.Minor;
         case From::Build:
-            return identity.Build;
+            return &identity.Build;
         case From::Day:
-            return identity.Day;
+            return &identity.Day;
         case From::Month:
-            return identity.Month;
+            return &identity.Month;
         case From::Year:
-            return identity.Year;
+            return &identity.Year;
         case From::DeviceNumber:
-            return identity.DeviceNumber;
+            return &identity.DeviceNumber;
+        case From::Image:
         case From::None:
             break;
     }
-    return 0;
+    return nullptr;
+}
+
+long ValueOf(const FuseField& field, const clsEntryFile& image, const FuseIdentity& identity) {
+    if (field.Source == FuseField::From::Image)
+        return image.i(field.Index);
+    const long* value = IdentityValue(identity, field.Source);
+    return value ? *value : 0;
 }
 
 }  // namespace
@@ -218,6 +233,73 @@ FuseMap BuildFuseMap(const FuseLayout& layout, const clsEntryFile& image,
         map.Rows.push_back(std::move(row));
     }
     return map;
+}
+
+int FuseCount(const FuseLayout& layout) {
+    int count = 0;
+    for (const auto& fields : layout)
+        for (const FuseField& field : fields) count += field.Width;
+    return count;
+}
+
+namespace {
+
+// Width fuses read as a binary number, most significant first.
+long BinaryValue(std::string_view fuses) {
+    long value = 0;
+    for (const char c : fuses) value = value * 2 + (c == '1' ? 1 : 0);
+    return value;
+}
+
+}  // namespace
+
+bool ReadFuseRow(const std::vector<FuseField>& row, std::string_view fuses, size_t& position,
+                 FuseRowValues& values, std::string& cause) {
+    size_t at = position;
+    FuseRowValues read;
+    std::vector<std::pair<int, long>> stored;  // the fuses of the paired counters, by index
+    for (const FuseField& field : row) {
+        const size_t width = static_cast<size_t>(field.Width);
+        if (at + width > fuses.size()) {
+            cause = "the fuses end inside the layout";
+            return false;
+        }
+        const std::string_view bits = fuses.substr(at, width);
+        if (field.Type == FuseField::Kind::Constant) {
+            if (bits != field.Text) {
+                cause = "fuses " + IntegerText(static_cast<long long>(at)) + " to " +
+                        IntegerText(static_cast<long long>(at + width - 1)) + " hold " +
+                        std::string(bits) + " where the layout has its " + field.Name + " " +
+                        field.Text;
+                return false;
+            }
+        } else if (field.Source == FuseField::From::Image) {
+            read.Values.push_back({field.Index, BinaryValue(bits) + field.Offset});
+            if (field.OffPairIndex >= 0)
+                stored.emplace_back(field.Index, BinaryValue(bits));
+        } else {
+            if (long* value = IdentityValue(read.Identity, field.Source))
+                *value = BinaryValue(bits);
+        }
+        at += width;
+    }
+    for (const FuseField& field : row) {
+        if (field.OffPairIndex < 0 || field.OffPairIndex < field.Index)
+            continue;
+        long first = -1;
+        long second = -1;
+        for (const auto& [index, value] : stored) {
+            if (index == field.Index)
+                first = value;
+            if (index == field.OffPairIndex)
+                second = value;
+        }
+        if (first == 3 && second == 3)
+            read.OffPairs.push_back(field.Index);
+    }
+    values = std::move(read);
+    position = at;
+    return true;
 }
 
 std::string DescribeMisfits(const std::vector<FuseMisfit>& misfits) {

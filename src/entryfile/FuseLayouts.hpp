@@ -1,5 +1,6 @@
 #pragma once
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace pendulon {
@@ -22,7 +23,7 @@ struct FuseField {
 
     Kind Type = Kind::Constant;
     From Source = From::None;
-    std::string Name;     // how a message names the field: "CPU3 P", "UPLL Q", "DivS"
+    std::string Name;  // how a message names the field: "CPU3 P", "UPLL Q", "row address"
     int Index = -1;       // i(Index) of the image, for From::Image
     int Width = 0;        // number of fuses
     int Offset = 0;       // the value is stored less this
@@ -72,6 +73,29 @@ struct FuseMap {
 // and its fuses are left "0", so that no row is ever longer or shorter than its layout says.
 FuseMap BuildFuseMap(const FuseLayout& layout, const clsEntryFile& image,
                      const FuseIdentity& identity = {});
+
+// The number of fuses of a layout, all rows together.
+int FuseCount(const FuseLayout& layout);
+
+// What a row of fuses gives back: the value of every image field (offsets undone) and the
+// identity values. A pair of loop counters whose fuses hold 3 and 3 may be a switched-off loop
+// (stored as it is) or a loop at P 6, Q 5: the values give the second reading, and offPairs the
+// first counter of each such pair, for the caller to decide.
+struct FuseRowValues {
+    struct Value {
+        int Index = 0;
+        long Value = 0;
+    };
+    std::vector<Value> Values;
+    FuseIdentity Identity;
+    std::vector<int> OffPairs;
+};
+
+// Reads one row of a layout from fuses (only '0' and '1'), starting at position, and moves
+// position behind it. False, with the cause, when the fuses end inside the row or break one of
+// its constants; position then stands where it was.
+bool ReadFuseRow(const std::vector<FuseField>& row, std::string_view fuses, size_t& position,
+                 FuseRowValues& values, std::string& cause);
 
 // The message for values that do not fit: each field by name, index and value with the range it
 // takes; past the first few, how many more there are.

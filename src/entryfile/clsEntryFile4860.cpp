@@ -359,6 +359,14 @@ std::string CommentF(int n, bool details) {
 }
 }  // namespace
 
+std::string clsEntryFile4860::FieldComment(int n) {
+    if (n >= 0 && n <= 17)
+        return CommentI(n, true);
+    if (n >= 18 && n <= 129)
+        return "SEL " + Sel4((n - 18) / 7) + CommentCPUText((n - 18) % 7, true);
+    return {};
+}
+
 void clsEntryFile4860::GetCommentF(int n, std::string& result) const {
     result = CommentF(n, host_.SaveEntryFileDescription());
 }

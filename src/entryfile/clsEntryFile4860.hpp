@@ -59,6 +59,9 @@ class clsEntryFile4860 {
     static std::int16_t CalculateChecksum(const clsEntryFile& entry, ErrorReport& errors);
     static bool IsFamilyDevice(const std::string& device);
     static bool Is4860Device(const std::string& device);
+    // The detailed comment of "# i" field n (0 to 129), the selection's name in front of the
+    // fields of a selection.
+    static std::string FieldComment(int n);
 
   private:
     bool OutOfRange();

@@ -61,6 +61,10 @@ std::int16_t clsEntryFile7311::QX5140SourceCode(const std::string& text, std::in
 std::string clsEntryFile7311::QX5140SourceText(std::int16_t code) {
     std::string text;
     ConvertPLLAndDivisorIntegerToString(code, text);
+    return QX5140ShownSource(text);
+}
+
+std::string clsEntryFile7311::QX5140ShownSource(const std::string& text) {
     const char letter = FirstLetter(text);
     if (letter != 'C' && letter != 'S' && letter != 'U')
         return text;

@@ -343,15 +343,9 @@ void clsEntryFile7311::ConvertPLLAndDivisorStringToInteger(const std::string& te
         else
             value.clear();
     }
-    for (size_t code = 0; code < kSourceCodes.size(); ++code) {
-        if (EqualsNoCase(value, kSourceCodes[code])) {
-            result = static_cast<std::int16_t>(code);
-            return;
-        }
-    }
-    // CLKD divides the reference by 3 where the others divide it by 8.
-    if (EqualsNoCase(value, "Ref/3")) {
-        result = 2;
+    const int code = SourceCode(value);
+    if (code >= 0) {
+        result = static_cast<std::int16_t>(code);
         return;
     }
     host_.Errors().Raise(kPLLAndDivisorNotValid,
@@ -359,14 +353,39 @@ void clsEntryFile7311::ConvertPLLAndDivisorStringToInteger(const std::string& te
                          "PLL and divisor of '" + value + "' not valid.");
 }
 
+std::string clsEntryFile7311::FieldComment(int n) {
+    if (n >= 0 && n <= 28)
+        return CommentI(n, true);
+    if (n >= 29 && n <= 68)
+        return CommentCPU((n - 29) / 5, (n - 29) % 5, true);
+    return {};
+}
+
+int clsEntryFile7311::SourceCode(const std::string& text) {
+    for (size_t code = 0; code < kSourceCodes.size(); ++code)
+        if (EqualsNoCase(text, kSourceCodes[code]))
+            return static_cast<int>(code);
+    // CLKD divides the reference by 3 where the others divide it by 8.
+    if (EqualsNoCase(text, "Ref/3"))
+        return 2;
+    return -1;
+}
+
+std::string clsEntryFile7311::SourceText(int code) {
+    if (code < 0 || code >= static_cast<int>(kSourceCodes.size()))
+        return {};
+    return kSourceCodes[static_cast<size_t>(code)];
+}
+
 void clsEntryFile7311::ConvertPLLAndDivisorIntegerToString(std::int16_t code, std::string& result) {
-    if (code < 0 || code >= static_cast<std::int16_t>(kSourceCodes.size())) {
+    const std::string text = SourceText(code);
+    if (text.empty()) {
         host_.Errors().Raise(kPLLSourceNotValid,
                              "clsEntryFile7311.ConvertPLLAndDivisorIntegerToString",
                              "PLL source of '" + Text(code) + "' not valid.");
         return;
     }
-    result = kSourceCodes[static_cast<size_t>(code)];
+    result = text;
 }
 
 // ---- The image ---------------------------------------------------------------------------------
@@ -590,8 +609,12 @@ FuseIdentity clsEntryFile7311::IdentityFuses(const Identity& identity) {
     fuses.Day = identity.Date.Day;
     fuses.Month = identity.Date.Month;
     fuses.Year = identity.Date.Year;
-    fuses.DeviceNumber = identity.Device == "QX7312" ? 3312 : 3311;
+    fuses.DeviceNumber = DeviceNumber(identity.Device);
     return fuses;
+}
+
+int clsEntryFile7311::DeviceNumber(const std::string& device) {
+    return device == "QX7312" ? 3312 : 3311;
 }
 
 std::string clsEntryFile7311::FuseRow(const clsEntryFile& e, int row, const Identity& identity) {

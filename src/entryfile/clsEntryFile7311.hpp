@@ -126,6 +126,17 @@ class clsEntryFile7311 {
     static std::string EPROMVectorText(const clsEntryFile& entry, const std::string& device,
                                        const std::string& title, const std::string& build,
                                        const Identity& identity, bool outOfRange);
+    // The detailed comment of "# i" field n (0 to 68).
+    static std::string FieldComment(int n);
+    // The fuse code of a source and divisor text (case ignored), or -1 for none. "Ref/3" is
+    // CLKD's code 2.
+    static int SourceCode(const std::string& text);
+    // The device number the identity row holds for a device.
+    static int DeviceNumber(const std::string& device);
+    // The source and divisor text of an output's fuse code (0 to 31), or empty text.
+    static std::string SourceText(int code);
+    // A source text of the code table as the QX5140 window shows it: a loop's divider doubled.
+    static std::string QX5140ShownSource(const std::string& text);
     // The family checksum of an image (no form needed).
     static std::int16_t CalculateChecksum(const clsEntryFile& entry, ErrorReport& errors);
     static bool IsFamilyDevice(const std::string& device);

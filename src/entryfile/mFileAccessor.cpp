@@ -18,6 +18,9 @@
 namespace pendulon::mFileAccessor {
 
 namespace {
+// Open reads entry files and fuse maps; an entry file is saved as one.
+constexpr const char* kOpenFilter =
+    "Entry Files (*.ent)|*.ent|Fuse Maps (*.jed)|*.jed|All Files (*.*)|*.*";
 constexpr const char* kFilter = "Entry Files (*.ent)|*.ent|All Files (*.*)|*.*";
 
 // Position of the first folder separator; both kinds are accepted.
@@ -82,12 +85,16 @@ std::string OpenFile(AppServices& app) {
     dialog.DialogTitle = "Open Entry File";
     dialog.InitDir = StartFolder(app);
     dialog.CancelError = true;
-    dialog.Filter = kFilter;
+    dialog.Filter = kOpenFilter;
     dialog.FilterIndex = 1;
     dialog.Flags = CommonDialog::EntryFileFlags;
     if (!app.Services().ShowOpen(dialog))
         return {};
     return dialog.FileName;
+}
+
+const char* EntryFileFilter() {
+    return kFilter;
 }
 
 std::string DisplaySaveAsPrompt(AppServices& app) {
@@ -103,9 +110,9 @@ std::string DisplaySaveAsPrompt(AppServices& app) {
     dialog.CancelError = true;
     dialog.FileName = summary.txtFilename.Text();
     dialog.InitDir = StartFolder(app);
-    // The filter is the one the last Open left; before any Open, the entry files'. A name
-    // typed without an extension becomes an entry file.
-    if (dialog.Filter.empty()) {
+    // The filter is the one the last Open left, without the fuse maps Open offers; before any
+    // Open, the entry files'. A name typed without an extension becomes an entry file.
+    if (dialog.Filter.empty() || dialog.Filter == kOpenFilter) {
         dialog.Filter = kFilter;
         dialog.FilterIndex = 1;
     }

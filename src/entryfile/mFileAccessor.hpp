@@ -15,6 +15,8 @@ std::string OpenFile(AppServices& app);
 // The folder an entry file dialog starts in: that of the document's file, else of the newest
 // recent file; empty when there is neither.
 std::string StartFolder(AppServices& app);
+// The filter of a dialog that saves an entry file.
+const char* EntryFileFilter();
 // The summary window, then the save dialog; the chosen path, or empty text on any cancel.
 // frmSummary.mblnOK is True only when a path was chosen.
 std::string DisplaySaveAsPrompt(AppServices& app);

@@ -48,7 +48,11 @@ std::string WithCrLf(const std::string& text) {
 
 frmPrintPreview::frmPrintPreview(PlatformServices& services, ErrorReport& errors,
                                  std::unique_ptr<PrintPreviewHost> host)
-    : Window("frmPrintPreview"), services_(services), errors_(errors), host_(std::move(host)) {
+    : frmPrintPreview("frmPrintPreview", services, errors, std::move(host)) {}
+
+frmPrintPreview::frmPrintPreview(const std::string& name, PlatformServices& services,
+                                 ErrorReport& errors, std::unique_ptr<PrintPreviewHost> host)
+    : Window(name), services_(services), errors_(errors), host_(std::move(host)) {
     SetCaption("Print Preview");
     txtPrintout.SetMultiLine(true);
     txtPrintout.SetFont(kDefaultFont, kFallbackSize);
@@ -238,9 +242,13 @@ void frmPrintPreview::cboPrintSize_Click() {
     txtPrintout.SetFont(txtPrintout.FontName(), ChosenSize());
 }
 
+bool frmPrintPreview::DocumentUnsaved() const {
+    return Val(host_->ChecksumCaption()) <= 0;
+}
+
 void frmPrintPreview::cmdPrint_Click() {
     const int style = msgbox::YesNo | msgbox::Question;
-    if (Val(host_->ChecksumCaption()) <= 0) {
+    if (DocumentUnsaved()) {
         const std::string prompt = std::string("Note: File changes have not been saved. ") +
                                    "\r\n\r\n" + "Would you like to continue printing?";
         if (services_.MsgBox(prompt, style, host_->Title()) == msgbox::No)

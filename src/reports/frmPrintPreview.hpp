@@ -86,6 +86,15 @@ class frmPrintPreview : public Window {
     static constexpr const char* kDefaultFont = "Courier New";
     static constexpr int kDefaultSizeIndex = 4;  // 9 points
 
+  protected:
+    // A window that previews its own text under its own name.
+    frmPrintPreview(const std::string& name, PlatformServices& services, ErrorReport& errors,
+                    std::unique_ptr<PrintPreviewHost> host);
+    // Whether the text shown belongs to changes not yet saved, which printing asks about.
+    virtual bool DocumentUnsaved() const;
+    PlatformServices& Services() { return services_; }
+    PrintPreviewHost& Host() { return *host_; }
+
   private:
     void BuildMenus();
     void Forward(MenuItem& item, const char* mainCommand);

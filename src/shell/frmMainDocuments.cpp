@@ -11,6 +11,7 @@
 #include "shell/Application.hpp"
 #include "shell/ConfiguratorFactory.hpp"
 #include "shell/frmDevice.hpp"
+#include "shell/frmReadBack.hpp"
 #include "shell/frmSummary.hpp"
 
 namespace pendulon {
@@ -73,6 +74,11 @@ void frmMain::GetFile(const std::string& strFileToRetrieve) {
     dlgCommon.Flags = CommonDialog::EntryFileFlags;
     if (path.empty())
         return;
+    // A fuse map opens its read-back, in front of the document, which stays as it is.
+    if (frmReadBack::IsFuseMapFile(path)) {
+        frmReadBack::Show(app_, path);
+        return;
+    }
     if (app_.ChildIsActive()) {
         if (app_.Preview() != nullptr)
             app_.UnloadPreview();

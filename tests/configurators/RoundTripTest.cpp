@@ -18,6 +18,7 @@
 #include "shell/frmDevice.hpp"
 #include "shell/frmMain.hpp"
 #include "shell/frmSummary.hpp"
+#include "support/ProgramSession.hpp"
 #include "support/TestSupport.hpp"
 
 // Documents of the QX6105A and QX4860 families made, saved, opened and saved again through the
@@ -30,53 +31,7 @@ constexpr const char* kOptimizedNote =
     "NOTE: PPM values are optimized upon loading.  If different PPM values are desired, please "
     "re-select from the drop downs.";
 
-// A running program on the headless platform, started with no command line.
-struct Session {
-    Session() {
-        app = std::make_unique<Application>(platform);
-        app->Main().MDIForm_Load("");
-    }
-    frmMain& Main() { return app->Main(); }
-    Configurator* Doc() { return app->Document(); }
-
-    // File, New with the device window answered OK for this device.
-    void New(const std::string& device) {
-        platform.QueueModal("frmDevice", [device](Window& w) {
-            auto& form = dynamic_cast<frmDevice&>(w);
-            form.OptionFor(device)->SetValue(true);
-            form.cmdOK_Click();
-        });
-        Main().mnuNew.RaiseClick();
-        if (Doc() == nullptr)
-            throw std::runtime_error("no document for " + device);
-    }
-    void QueueSummaryOK() {
-        platform.QueueModal("frmSummary",
-                            [](Window& w) { dynamic_cast<frmSummary&>(w).cmdOK_Click(); });
-    }
-    // File, Save As: the summary answered OK, the save dialog with the path.
-    void SaveAs(const std::string& path) {
-        QueueSummaryOK();
-        platform.QueueFileAnswer(path);
-        Main().mnuSaveAs.RaiseClick();
-    }
-    // File, Open: the open dialog answered with the path, the summary with OK.
-    void Open(const std::string& path) {
-        platform.QueueFileAnswer(path);
-        QueueSummaryOK();
-        Main().mnuOpen.RaiseClick();
-    }
-    int CountMessages(const std::string& text) const {
-        int count = 0;
-        for (const auto& message : platform.Messages())
-            if (message.Text == text)
-                ++count;
-        return count;
-    }
-
-    HeadlessPlatform platform;
-    std::unique_ptr<Application> app;
-};
+using Session = test::ProgramSession;
 
 // A user types into a field and leaves it.
 void Type(Configurator& form, TextField& field, const std::string& text) {

@@ -17,6 +17,7 @@ QObject* MakePrintPreviewViewTest();
 QObject* MakeWizardViewTest();
 QObject* MakeQX3350ViewTest();
 QObject* MakePinoutDrawingTest();
+QObject* MakeReadBackViewTest();
 // Run on its own, once for each screen size (see CMakeLists.txt).
 QObject* MakeDocumentFitTest();
 

@@ -26,7 +26,8 @@ int main(int argc, char** argv) {
                       pendulon::test::MakeConfiguratorViewsTest, pendulon::test::MakeQX7311ViewTest,
                       pendulon::test::MakeQX5140ViewTest, pendulon::test::MakePrintPreviewViewTest,
                       pendulon::test::MakeWizardViewTest, pendulon::test::MakeQX3350ViewTest,
-                      pendulon::test::MakePinoutDrawingTest, pendulon::test::MakeDocumentFitTest}) {
+                      pendulon::test::MakePinoutDrawingTest, pendulon::test::MakeReadBackViewTest,
+                      pendulon::test::MakeDocumentFitTest}) {
         std::unique_ptr<QObject> test(make());
         // PENDULON_TEST_CLASS=QtPlatformTest runs one class, so that its functions can be named.
         const QByteArray only = qgetenv("PENDULON_TEST_CLASS");

@@ -526,7 +526,8 @@ TEST(MainWindowOpen, OpenDialogCancelKeepsDocument) {
     ASSERT_EQ(h.platform.DialogsShown().size(), 1u);
     const CommonDialog& dialog = h.platform.DialogsShown()[0];
     EXPECT_EQ(dialog.DialogTitle, "Open Entry File");
-    EXPECT_EQ(dialog.Filter, "Entry Files (*.ent)|*.ent|All Files (*.*)|*.*");
+    EXPECT_EQ(dialog.Filter,
+              "Entry Files (*.ent)|*.ent|Fuse Maps (*.jed)|*.jed|All Files (*.*)|*.*");
     EXPECT_EQ(dialog.FilterIndex, 1);
     EXPECT_EQ(dialog.Flags, 2627590);
     EXPECT_TRUE(dialog.CancelError);
