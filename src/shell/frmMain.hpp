@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "app/MainFace.hpp"
+#include "core/mShared.hpp"
 #include "platform/CommonDialog.hpp"
 #include "platform/Label.hpp"
 #include "platform/MenuItem.hpp"
@@ -68,8 +69,8 @@ class frmMain : public MainFace {
     // dlgCommon, which the entry files use too, is MainFace's.
     CommonDialog dlgEPROM;
 
-    double mdblSavedState = 0;
-    double mdblCurrentState = 0;
+    mShared::FormState mdblSavedState;
+    mShared::FormState mdblCurrentState;
     std::string mstrSavedChecksum;
     bool mblnFileChanged = false;
 

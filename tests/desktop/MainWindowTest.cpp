@@ -170,7 +170,7 @@ class MainWindowTest : public QObject {
         doc.txtFilePath.SetText(a);
         doc.SetCaption("a.ent");
         doc.cmdCalculate_Click();
-        f.app.Main().mdblSavedState = -1;  // the document differs from what was saved
+        f.app.Main().mdblSavedState = {};  // the document differs from what was saved
         f.app.Main().InitializeMenu(false);
         QMdiSubWindow* sub = f.window->SubWindowOf(doc);
         QCOMPARE(sub->windowTitle(), QString("a.ent"));
@@ -204,7 +204,7 @@ class MainWindowTest : public QObject {
         Fixture f;
         f.Show();
         f.app.SetDocument(std::make_unique<TestConfigurator>(f.app));
-        f.app.Main().mdblSavedState = -1;  // the document differs from what was saved
+        f.app.Main().mdblSavedState = {};  // the document differs from what was saved
         QMdiSubWindow* sub = f.window->SubWindowOf(*f.app.Document());
         f.platform.QueueAnswer(msgbox::Cancel);
         sub->close();
@@ -221,7 +221,7 @@ class MainWindowTest : public QObject {
         Fixture f;
         f.Show();
         f.app.SetDocument(std::make_unique<TestConfigurator>(f.app));
-        f.app.Main().mdblSavedState = -1;
+        f.app.Main().mdblSavedState = {};
         f.platform.QueueAnswer(msgbox::Cancel);
         QVERIFY(!f.window->close());
         QVERIFY(f.window->isVisible());
