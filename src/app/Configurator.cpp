@@ -49,6 +49,14 @@ Configurator::Configurator(AppServices& app, std::string formName)
 
 Configurator::~Configurator() = default;
 
+std::string Configurator::PinName(int index) const {
+    if (index < 0 || index >= static_cast<int>(mastrPinName.size())) {
+        app_.Errors().Raise(errors::SubscriptOutOfRange, Name() + ".PinName [Property Get]");
+        return {};
+    }
+    return mastrPinName[static_cast<size_t>(index)];
+}
+
 bool Configurator::PreScale(int) const {
     return false;
 }
@@ -302,24 +310,32 @@ bool Configurator::CalculatePending() const {
 
 // ---------------------------------------------------------------- leaving input fields
 
-void Configurator::LeaveFrequencyField(TextField& field, double minimum, double maximum) {
-    const std::string text = Trim(field.Text());
-    std::string result = text;
-    if (text != "Off") {
-        const double value = Val(text);
-        if (text.empty() || text == "0") {
-            result = "Off";
-        } else if (value < minimum) {
-            result = mShared::FormatFrequencyShort(minimum);
-        } else if (value > maximum) {
-            result = mShared::FormatFrequencyShort(maximum);
-        } else {
-            result = mShared::FormatFrequencyShort(value);
-        }
-    }
+std::string Configurator::FrequencyFieldText(const std::string& typed, double minimum,
+                                             const std::function<double()>& maximum) {
+    const std::string text = Trim(typed);
+    if (text == "Off")
+        return text;
+    if (text.empty() || text == "0")
+        return "Off";
+    const double value = Val(text);
+    const double highest = maximum();
+    if (value < minimum)
+        return mShared::FormatFrequencyShort(minimum);
+    if (value > highest)
+        return mShared::FormatFrequencyShort(highest);
+    return mShared::FormatFrequencyShort(value);
+}
+
+void Configurator::ClampFrequencyField(TextField& field, double minimum,
+                                       const std::function<double()>& maximum) {
+    const std::string result = FrequencyFieldText(field.Text(), minimum, maximum);
     if (result != field.Text())
         field.SetText(result);
     field.SetForeColor(colors::WindowText);
+}
+
+void Configurator::LeaveFrequencyField(TextField& field, double minimum, double maximum) {
+    ClampFrequencyField(field, minimum, [maximum] { return maximum; });
     field.SetSelLength(0);
     field.SetTag(field.Text());
     if (CalculatePending())
@@ -424,12 +440,26 @@ void Configurator::txtFRefMax_LostFocus() {
 
 void Configurator::cmdApplyLimits_Click() {
     WithWindowDisabled([this] {
-        cmdCalculate.SetBackColor(colors::Yellow);
+        if (mblnApplyCalculates) {
+            MarkCalculateDue();
+        } else {
+            cmdCalculate.SetBackColor(colors::Yellow);
+        }
         SetNewPLLLimits();
         InitializePLLClass();
         CheckPLLLimits();
-        CalculateAllDesiredClocks();
-        chkUseDefault.SetValue(LimitsEqualDefaults() ? 1 : 0);
+        if (!mblnApplyCalculates) {
+            CalculateAllDesiredClocks();
+            chkUseDefault.SetValue(LimitsEqualDefaults() ? 1 : 0);
+        } else if (LimitsEqualDefaults()) {
+            chkUseDefault.SetValue(1);
+        } else {
+            // The limits as the die took them, which may differ from what was typed.
+            chkUseDefault.SetValue(0);
+            GetCurrentPLLLimits();
+        }
+        if (mblnApplyCalculates)
+            cmdCalculate_Click();
         cmdApplyLimits.SetEnabled(false);
         cmdApplyLimits.SetBackColor(colors::Grey);
     });

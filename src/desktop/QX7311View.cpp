@@ -10,7 +10,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <array>
 #include <cmath>
+#include <utility>
 
 #include "configurators/frmQX7311.hpp"
 #include "desktop/AccessibleNames.hpp"
@@ -111,6 +113,24 @@ QWidget* QX7311View::LoopsColumn() {
     layout->setSpacing(6);
 
     // The eight CPLL selections, each with its actual value and its solutions.
+    // A loop row: the widget of the first column, then the desired frequency, its actual
+    // value, and the title and list of the loop's solutions, each at its column's width.
+    const auto loopRow = [this, &w](QGridLayout* grid, int row, QWidget* first, const QString& text,
+                                    const QString& actual, const QString& title,
+                                    const QString& data, QWidget* parent) {
+        const std::array<std::pair<QWidget*, int>, 5> cells = {{
+            {first, w.select},
+            {Text(text, parent, 9), w.frequency},
+            {List(actual, parent, 18), w.actual},
+            {Label(title, parent), w.dataTitle},
+            {List(data, parent, 20), w.data},
+        }};
+        for (int c = 0; c < static_cast<int>(cells.size()); ++c) {
+            cells[static_cast<size_t>(c)].first->setFixedWidth(cells[static_cast<size_t>(c)].second);
+            grid->addWidget(cells[static_cast<size_t>(c)].first, row, c);
+        }
+    };
+
     QGroupBox* cpll = Group("fraCPLL", column);
     auto* grid = new QGridLayout(cpll);
     grid->setHorizontalSpacing(6);
@@ -119,21 +139,8 @@ QWidget* QX7311View::LoopsColumn() {
     grid->addWidget(Heading("Actual", cpll), 0, 2);
     grid->addWidget(Heading("PLL Data", cpll), 0, 3, 1, 2);
     for (int i = 0; i < frmQX7311::kRows; ++i) {
-        QLabel* select = Label(Indexed("lblSelect", i), cpll);
-        select->setFixedWidth(w.select);
-        grid->addWidget(select, i + 1, 0);
-        QLineEdit* text = Text(Indexed("txtCPLL", i), cpll, 9);
-        text->setFixedWidth(w.frequency);
-        grid->addWidget(text, i + 1, 1);
-        QComboBox* actual = List(Indexed("cboCPLL", i), cpll, 18);
-        actual->setFixedWidth(w.actual);
-        grid->addWidget(actual, i + 1, 2);
-        QLabel* title = Label(Indexed("lblCPLLData", i), cpll);
-        title->setFixedWidth(w.dataTitle);
-        grid->addWidget(title, i + 1, 3);
-        QComboBox* data = List(Indexed("cboCPLLData", i), cpll, 20);
-        data->setFixedWidth(w.data);
-        grid->addWidget(data, i + 1, 4);
+        loopRow(grid, i + 1, Label(Indexed("lblSelect", i), cpll), Indexed("txtCPLL", i),
+                Indexed("cboCPLL", i), Indexed("lblCPLLData", i), Indexed("cboCPLLData", i), cpll);
     }
     auto* cpllChecks = new QHBoxLayout;
     cpllChecks->addWidget(Check("chkOffCPLL", cpll));
@@ -160,21 +167,7 @@ QWidget* QX7311View::LoopsColumn() {
         row->setVerticalSpacing(3);
         QCheckBox* suspend = Check(loop.suspend, group);
         row->addWidget(suspend, 0, 0, 1, 5);
-        auto* spacer = new QWidget(group);
-        spacer->setFixedWidth(w.select);
-        row->addWidget(spacer, 1, 0);
-        QLineEdit* text = Text(loop.text, group, 9);
-        text->setFixedWidth(w.frequency);
-        row->addWidget(text, 1, 1);
-        QComboBox* actual = List(loop.actual, group, 18);
-        actual->setFixedWidth(w.actual);
-        row->addWidget(actual, 1, 2);
-        QLabel* title = Label(loop.title, group);
-        title->setFixedWidth(w.dataTitle);
-        row->addWidget(title, 1, 3);
-        QComboBox* data = List(loop.data, group, 20);
-        data->setFixedWidth(w.data);
-        row->addWidget(data, 1, 4);
+        loopRow(row, 1, new QWidget(group), loop.text, loop.actual, loop.title, loop.data, group);
         row->setColumnStretch(5, 1);
         // The row lines up under the CPLL columns; their headings name its fields.
         SetColumnHeading(text, "Desired");
