@@ -78,6 +78,21 @@ int KeyAsciiOf(const QKeyEvent& event) {
     return int(c);
 }
 
+// Marks the field whose widget the user is changing while its model follows, so that the
+// widget is not set back from the model halfway; a change nested in another (the model's
+// update moves the caret, which is followed in turn) gives the outer mark back when it ends.
+class EditingScope {
+public:
+    EditingScope(Field*& slot, Field* field) : slot_(slot), outer_(slot) { slot_ = field; }
+    ~EditingScope() { slot_ = outer_; }
+    EditingScope(const EditingScope&) = delete;
+    EditingScope& operator=(const EditingScope&) = delete;
+
+private:
+    Field*& slot_;
+    Field* outer_;
+};
+
 // The selection a text or list field keeps of its text.
 bool SelectionOf(const Field& field, int& start, int& length) {
     if (const auto* text = dynamic_cast<const TextField*>(&field)) {
@@ -193,11 +208,10 @@ void Binder::Bind(QWidget* widget, Field& field) {
         auto* text = dynamic_cast<TextField*>(&field);
         if (text != nullptr) {
             connect(edit, &QLineEdit::textEdited, this, [this, edit, text] {
-                editing_ = text;
+                const EditingScope scope(editing_, text);
                 text->SetText(edit->text().toStdString());
                 // Keep the caret where the user has it, not where a new text puts it.
                 text->SetSelStart(edit->cursorPosition());
-                editing_ = nullptr;
             });
             FollowSelection(edit, *text);
         }
@@ -219,10 +233,9 @@ void Binder::Bind(QWidget* widget, Field& field) {
                 combo->lineEdit()->installEventFilter(this);
                 fieldByObject_[combo->lineEdit()] = list;
                 connect(combo->lineEdit(), &QLineEdit::textEdited, this, [this, combo, list] {
-                    editing_ = list;
+                    const EditingScope scope(editing_, list);
                     list->SetText(combo->lineEdit()->text().toStdString());
                     list->SetSelStart(combo->lineEdit()->cursorPosition());
-                    editing_ = nullptr;
                 });
                 FollowSelection(combo->lineEdit(), *list);
             }
@@ -262,12 +275,11 @@ void Binder::Bind(QWidget* widget, Field& field) {
 void Binder::FollowSelection(QLineEdit* edit, Field& field) {
     // The form reads what the user selects (SelStart, SelLength, SelText).
     auto follow = [this, edit, &field] {
-        editing_ = &field;
+        const EditingScope scope(editing_, &field);
         if (edit->hasSelectedText())
             SetSelectionOf(field, int(edit->selectionStart()), int(edit->selectedText().size()));
         else
             SetSelectionOf(field, edit->cursorPosition(), 0);
-        editing_ = nullptr;
     };
     connect(edit, &QLineEdit::selectionChanged, this, follow);
     connect(edit, &QLineEdit::cursorPositionChanged, this, follow);

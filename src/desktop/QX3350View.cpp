@@ -141,16 +141,17 @@ QX3350View::QX3350View(frmQX3350& form, Application& app, QWidget* parent, int t
     QLabel* note = Label("lblNoPowerCalculation", powerPlace_);
     note->setAlignment(Qt::AlignCenter);
     placeLayout->addWidget(note);
-    const int panelWidth = int(form.picPower.Width() / twipsPerPixelX) + 2;
-    const int panelHeight = int(form.picPower.Height() / twipsPerPixelY) + 2;
-    powerPlace_->setFixedSize(std::max(panelWidth, note->sizeHint().width()),
-                              std::max(panelHeight, note->sizeHint().height()));
     bottom->addWidget(powerPlace_, 0, Qt::AlignLeft | Qt::AlignTop);
     bottom->addStretch();
     bottom->addWidget(CalculateButton(), 0, Qt::AlignRight | Qt::AlignBottom);
     root->addLayout(bottom);
 
     Bind();
+    // The place holds the panel and the whole note; the note has its text once bound.
+    const int panelWidth = int(form.picPower.Width() / twipsPerPixelX) + 2;
+    const int panelHeight = int(form.picPower.Height() / twipsPerPixelY) + 2;
+    powerPlace_->setFixedSize(std::max(panelWidth, note->sizeHint().width()),
+                              std::max(panelHeight, note->sizeHint().height()));
     // The panel first shows where the note stands, and stays there while the user lets it.
     PowerPanel()->SetRoom(powerPlace_);
     SetFirstField(findChild<QWidget*>("txtPLL"));

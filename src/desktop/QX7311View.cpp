@@ -170,9 +170,9 @@ QWidget* QX7311View::LoopsColumn() {
         loopRow(row, 1, new QWidget(group), loop.text, loop.actual, loop.title, loop.data, group);
         row->setColumnStretch(5, 1);
         // The row lines up under the CPLL columns; their headings name its fields.
-        SetColumnHeading(text, "Desired");
-        SetColumnHeading(actual, "Actual");
-        SetColumnHeading(data, "PLL Data");
+        SetColumnHeading(group->findChild<QWidget*>(loop.text), "Desired");
+        SetColumnHeading(group->findChild<QWidget*>(loop.actual), "Actual");
+        SetColumnHeading(group->findChild<QWidget*>(loop.data), "PLL Data");
         layout->addWidget(group);
     }
     // The solution lists stand beside the loops they solve rather than in a group of their own.

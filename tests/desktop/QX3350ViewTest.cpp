@@ -67,6 +67,9 @@ class QX3350ViewTest : public QObject {
             QCOMPARE(view->findChild<QGroupBox*>(name)->title(), QString(title));
         QCOMPARE(view->findChild<QLabel*>("lblNoPowerCalculation")->text(),
                  QString("Power Calculation Not Available"));
+        // Its place is wide enough for the whole note, not only for the power panel.
+        QLabel* note = view->findChild<QLabel*>("lblNoPowerCalculation");
+        QVERIFY(note->parentWidget()->width() >= note->sizeHint().width());
         QCOMPARE(view->findChild<QLabel*>("lblClkOutDivide")->text(), QString("CLK-Out Divide"));
         // The reference limits follow the clock source and are not shown.
         QVERIFY(!view->findChild<QLineEdit*>("txtFRefMin")->isVisible());
