@@ -1,5 +1,6 @@
 #include "app/Configurator.hpp"
 
+#include <algorithm>
 #include <vector>
 
 #include "app/AppServices.hpp"
@@ -31,6 +32,8 @@ std::string FileNameOf(const std::string& path) {
 Configurator::Configurator(AppServices& app, std::string formName)
     : LimitForm(std::move(formName)), app_(app) {
     txtFilePath.SetVisible(false);
+    // The debug window shows only while View, Debug Window is checked.
+    picDebugWindow.SetVisible(false);
     cboFRef.SetAllowsFreeText(true);
     cmdCalculate.SetCaption("C&alculate");
     opt3V.SetCaption("&3.3V");
@@ -45,6 +48,14 @@ Configurator::Configurator(AppServices& app, std::string formName)
 }
 
 Configurator::~Configurator() = default;
+
+std::string Configurator::PinName(int index) const {
+    if (index < 0 || index >= static_cast<int>(mastrPinName.size())) {
+        app_.Errors().Raise(errors::SubscriptOutOfRange, Name() + ".PinName [Property Get]");
+        return {};
+    }
+    return mastrPinName[static_cast<size_t>(index)];
+}
 
 bool Configurator::PreScale(int) const {
     return false;
@@ -110,6 +121,63 @@ void Configurator::RegisterCommonTail() {
     };
 }
 
+void Configurator::ConnectDebugWindow() {
+    if (debugWindowConnected_)
+        return;
+    debugWindowConnected_ = true;
+    // Shown without its lines yet (the menu, a stored setting): it draws them first.
+    picDebugWindow.AddObserver([this](Field&) {
+        if (!drawingDebugWindow_ && picDebugWindow.Visible() &&
+            picDebugWindow.DisplayList().empty())
+            DrawDebugWindow();
+    });
+    for (Field* field : Fields().Fields()) {
+        if (dynamic_cast<ListField*>(field) == nullptr ||
+            field->Name().find("PLLData") == std::string::npos)
+            continue;
+        field->AddObserver([this](Field&) {
+            if (!drawingDebugWindow_ && picDebugWindow.Visible())
+                DrawDebugWindow();
+        });
+    }
+}
+
+void Configurator::DrawDebugWindow() {
+    if (drawingDebugWindow_)
+        return;
+    drawingDebugWindow_ = true;
+    std::vector<std::string> lines{"Reference: " + cboFRef.Text()};
+    for (Field* field : Fields().Fields()) {
+        const auto* list = dynamic_cast<ListField*>(field);
+        if (list == nullptr || !list->Visible() || list->Text().empty() ||
+            field->Name().find("PLLData") == std::string::npos)
+            continue;
+        lines.push_back(field->Name() + ": " + list->Text());
+    }
+    if (lines.size() == 1)
+        lines.push_back("No loop calculated yet");
+    const std::string title = "Debug";
+    const double marginX = 6.0 * app_.gintTwipsPerPixelX;
+    const double marginY = 4.0 * app_.gintTwipsPerPixelY;
+    const double titleHeight = picDebugWindow.TextHeight(title);
+    double width = picDebugWindow.TextWidth(title) + 2 * marginX;
+    double height = titleHeight + 2 * marginY;
+    for (const std::string& line : lines) {
+        width = std::max(width, picDebugWindow.TextWidth(line) + 2 * marginX);
+        height += picDebugWindow.TextHeight(line);
+    }
+    picDebugWindow.Move(picDebugWindow.Left(), picDebugWindow.Top(), width, height);
+    picDebugWindow.Cls();
+    mShared::DrawPictureWindow(app_, picDebugWindow, title);
+    double y = titleHeight + marginY;
+    for (const std::string& line : lines) {
+        picDebugWindow.PrintAt(marginX, y, line, colors::WindowText);
+        y += picDebugWindow.TextHeight(line);
+    }
+    picDebugWindow.Refresh();
+    drawingDebugWindow_ = false;
+}
+
 void Configurator::ConnectLimitFieldHelp() {
     for (int i = 0; i < txtPLLMin.Count(); ++i) {
         txtPLLMin[i].OnGotFocus = [this, i] {
@@ -168,6 +236,7 @@ void Configurator::Form_Load() {
     InitializeDieClass();
     InitializePLLClass();
     mShared::InitializePowerPictureBox(app_, picPower);
+    ConnectDebugWindow();
     mShared::InitializeDebugPictureBox(app_, picDebugWindow);
     mblnUseDefaults3V = true;
     mblnUseDefaults5V = true;
@@ -241,24 +310,32 @@ bool Configurator::CalculatePending() const {
 
 // ---------------------------------------------------------------- leaving input fields
 
-void Configurator::LeaveFrequencyField(TextField& field, double minimum, double maximum) {
-    const std::string text = Trim(field.Text());
-    std::string result = text;
-    if (text != "Off") {
-        const double value = Val(text);
-        if (text.empty() || text == "0") {
-            result = "Off";
-        } else if (value < minimum) {
-            result = mShared::FormatFrequencyShort(minimum);
-        } else if (value > maximum) {
-            result = mShared::FormatFrequencyShort(maximum);
-        } else {
-            result = mShared::FormatFrequencyShort(value);
-        }
-    }
+std::string Configurator::FrequencyFieldText(const std::string& typed, double minimum,
+                                             const std::function<double()>& maximum) {
+    const std::string text = Trim(typed);
+    if (text == "Off")
+        return text;
+    if (text.empty() || text == "0")
+        return "Off";
+    const double value = Val(text);
+    const double highest = maximum();
+    if (value < minimum)
+        return mShared::FormatFrequencyShort(minimum);
+    if (value > highest)
+        return mShared::FormatFrequencyShort(highest);
+    return mShared::FormatFrequencyShort(value);
+}
+
+void Configurator::ClampFrequencyField(TextField& field, double minimum,
+                                       const std::function<double()>& maximum) {
+    const std::string result = FrequencyFieldText(field.Text(), minimum, maximum);
     if (result != field.Text())
         field.SetText(result);
     field.SetForeColor(colors::WindowText);
+}
+
+void Configurator::LeaveFrequencyField(TextField& field, double minimum, double maximum) {
+    ClampFrequencyField(field, minimum, [maximum] { return maximum; });
     field.SetSelLength(0);
     field.SetTag(field.Text());
     if (CalculatePending())
@@ -363,12 +440,26 @@ void Configurator::txtFRefMax_LostFocus() {
 
 void Configurator::cmdApplyLimits_Click() {
     WithWindowDisabled([this] {
-        cmdCalculate.SetBackColor(colors::Yellow);
+        if (mblnApplyCalculates) {
+            MarkCalculateDue();
+        } else {
+            cmdCalculate.SetBackColor(colors::Yellow);
+        }
         SetNewPLLLimits();
         InitializePLLClass();
         CheckPLLLimits();
-        CalculateAllDesiredClocks();
-        chkUseDefault.SetValue(LimitsEqualDefaults() ? 1 : 0);
+        if (!mblnApplyCalculates) {
+            CalculateAllDesiredClocks();
+            chkUseDefault.SetValue(LimitsEqualDefaults() ? 1 : 0);
+        } else if (LimitsEqualDefaults()) {
+            chkUseDefault.SetValue(1);
+        } else {
+            // The limits as the die took them, which may differ from what was typed.
+            chkUseDefault.SetValue(0);
+            GetCurrentPLLLimits();
+        }
+        if (mblnApplyCalculates)
+            cmdCalculate_Click();
         cmdApplyLimits.SetEnabled(false);
         cmdApplyLimits.SetBackColor(colors::Grey);
     });

@@ -1,6 +1,7 @@
 #pragma once
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "core/LimitForm.hpp"
 #include "platform/CheckBox.hpp"
@@ -58,7 +59,7 @@ class Configurator : public LimitForm {
     // true when it was written.
     virtual bool MakeEPROMVector(const std::string& path, bool fromForm) = 0;
     // Pin table: element 0 is the pin count as text, 1..n the pin names.
-    virtual std::string PinName(int index) const = 0;
+    virtual std::string PinName(int index) const;
     virtual void CalculatePower() = 0;
     virtual void DisplayAllActuals() = 0;
     // Prescale of a PLL row or output; only the QX6105A and QX4860 windows have it.
@@ -67,6 +68,9 @@ class Configurator : public LimitForm {
     // Applies the user limits (public so that voltage options and entry files can run it).
     virtual void cmdApplyLimits_Click();
     virtual void cmdCalculate_Click();
+    // Paints the debug window: the reference and the solution each loop holds, under its title
+    // bar, the window sized to its lines. It follows the loops while it is shown.
+    void DrawDebugWindow();
     // Colours every loop frequency and output against the limits.
     virtual void CheckPLLLimits() {}
     // Brings every desired-frequency label up to date with the inputs.
@@ -143,6 +147,9 @@ class Configurator : public LimitForm {
     void RegisterVoltageFields();
     void RegisterLimitFields();
     void RegisterCommonTail();
+    // The debug window draws itself when it is shown and again when a loop's solution
+    // changes while it is shown.
+    void ConnectDebugWindow();
     // The user-limit fields show the two limit hints when they get the focus (their text
     // highlighted) and take only keys of a number.
     void ConnectLimitFieldHelp();
@@ -154,6 +161,13 @@ class Configurator : public LimitForm {
 
     // A typed frequency leaves its field: empty becomes "Off", out of range is clamped.
     void LeaveFrequencyField(TextField& field, double minimum, double maximum);
+    // The text a typed frequency becomes: "Off" stays, empty or 0 becomes "Off", a value is
+    // clamped to minimum and maximum (asked only for a value) in the short frequency form.
+    static std::string FrequencyFieldText(const std::string& typed, double minimum,
+                                          const std::function<double()>& maximum);
+    // Puts that text in the field and shows it in the window text colour.
+    static void ClampFrequencyField(TextField& field, double minimum,
+                                    const std::function<double()>& maximum);
     // The uniform error report with this window's source text.
     void RaiseError(long number, const std::string& operation, const std::string& description);
 
@@ -161,10 +175,18 @@ class Configurator : public LimitForm {
     void Status(const std::string& text);
     void Hint(const std::string& text);
 
+    // The pin table PinName reads, as the window's pinout last drew it.
+    std::vector<std::string> mastrPinName;
     // Guards the load against the voltage option firing the Apply flow twice.
     bool mblnLoading = false;
+    // Apply also calculates: it marks a Calculate due, shows the limits as the die took them
+    // when they are not the defaults, and runs Calculate, in place of bringing the desired
+    // frequencies up to date.
+    bool mblnApplyCalculates = false;
 
   private:
+    bool drawingDebugWindow_ = false;
+    bool debugWindowConnected_ = false;
     double mdblVoltage = 5.0;
     void VoltageChange(double voltage);
     void LeaveLimit(TextField& field, int index, bool isMaximum);

@@ -188,6 +188,15 @@ bool OpenOrReport(DocumentSession& session, const std::string& path) {
     return false;
 }
 
+namespace {
+// Opens path in the session of a command; false when the command cannot go on, with the reason
+// reported.
+bool OpenForCommand(DocumentSession& session, bool strict, const std::string& path) {
+    session.SetStrict(strict);
+    return OpenOrReport(session, path) && !session.StopsHere("opening " + path);
+}
+}  // namespace
+
 int RunOpen(const std::vector<std::string>& arguments) {
     std::vector<std::string> args = arguments;
     const bool strict = TakeStrict(args);
@@ -196,10 +205,7 @@ int RunOpen(const std::vector<std::string>& arguments) {
         return status::Usage;
     }
     DocumentSession session(std::cout, std::cerr);
-    session.SetStrict(strict);
-    if (!OpenOrReport(session, args[0]))
-        return status::Failed;
-    if (session.StopsHere("opening " + args[0]))
+    if (!OpenForCommand(session, strict, args[0]))
         return status::Failed;
     return RunDocumentActions(session, args, 1);
 }
@@ -216,10 +222,7 @@ int RunJed(const std::vector<std::string>& arguments) {
         return status::Usage;
     }
     DocumentSession session(std::cout, std::cerr);
-    session.SetStrict(strict);
-    if (!OpenOrReport(session, args[0]))
-        return status::Failed;
-    if (session.StopsHere("opening " + args[0]))
+    if (!OpenForCommand(session, strict, args[0]))
         return status::Failed;
     const bool failed = CreateVector(session, args[2], false) != status::Done;
     return session.Finish(failed);

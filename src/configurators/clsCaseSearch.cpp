@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/Numbers.hpp"
+#include "core/Text.hpp"
 #include "core/cls7311Die.hpp"
 #include "core/clsPLL.hpp"
 #include "core/clsQX7311.hpp"
@@ -17,10 +18,6 @@ constexpr int kOutputColumns[3] = {0, 2, 3};
 
 std::int32_t AbsLong(std::int32_t value) {
     return value < 0 ? -value : value;
-}
-
-char Letter(const std::string& text) {
-    return text.empty() ? '\0' : text[0];
 }
 
 bool Has(const std::string& text) {
@@ -612,8 +609,8 @@ void clsCaseSearch::CompleteRows() {
     }
 
     // Exactly one output on the reference: the other two have free choice of a loop.
-    const bool goOn = Letter(rows[0][2]) == 'R' || Letter(rows[0][3]) == 'R' ||
-                      (rows.size() == 1 && Letter(rows[0][0]) == 'R');
+    const bool goOn = FirstLetter(rows[0][2]) == 'R' || FirstLetter(rows[0][3]) == 'R' ||
+                      (rows.size() == 1 && FirstLetter(rows[0][0]) == 'R');
     if (!goOn)
         return;
     std::string used;
@@ -690,8 +687,8 @@ void clsCaseSearch::CompleteSelectRows() {
         return;
     rows[0][2] = FindReferenceDivisor(d2, malngSourcePPM[2], false);
     rows[0][3] = FindReferenceDivisor(d3, malngSourcePPM[3], false);
-    const bool bOnReference = Letter(rows[0][2]) == 'R';
-    const bool cOnReference = Letter(rows[0][3]) == 'R';
+    const bool bOnReference = FirstLetter(rows[0][2]) == 'R';
+    const bool cOnReference = FirstLetter(rows[0][3]) == 'R';
     if (!bOnReference && !cOnReference) {
         mlngWriteRow = 0;
         for (int pass = 0; pass < 2; ++pass) {
@@ -724,9 +721,9 @@ void clsCaseSearch::CompleteSelectRows() {
         } else {
             Shrink();
             for (Row& row : rows) {
-                if (Letter(row[2]) == 'U') {
+                if (FirstLetter(row[2]) == 'U') {
                     row[3] = FindSPLLDivisor(d3);
-                } else if (Letter(row[2]) == 'S') {
+                } else if (FirstLetter(row[2]) == 'S') {
                     row[3] = FindUPLLDivisor(d3);
                 }
                 if (!Has(row[3]))
@@ -774,7 +771,7 @@ clsCaseSearch::CaseView clsCaseSearch::ShowCase(bool blnSelect) const {
         a = (row[1] == "Off" || row[1].empty()) ? "Off" : row[1];
     view.astrLabels[0] = a;
     view.aStores.push_back({madblDesired[0], a, 0});
-    if (blnSelect && Letter(a) == 'C')
+    if (blnSelect && FirstLetter(a) == 'C')
         view.aStores.push_back({madblDesired[1], a, 1});
     view.astrLabels[1] = row[2].empty() ? "Off" : row[2];
     view.aStores.push_back({madblDesired[2], view.astrLabels[1], 0});
@@ -788,7 +785,7 @@ std::array<clsCaseSearch::LoopChoice, 3> clsCaseSearch::ChosenLoops(bool blnSele
     std::array<LoopChoice, 3> loops{};
     const CaseView view = ShowCase(blnSelect);
     for (const Store& store : view.aStores) {
-        const char letter = Letter(store.strSource);
+        const char letter = FirstLetter(store.strSource);
         const int index = letter == 'S' ? 0 : letter == 'C' ? 1 : letter == 'U' ? 2 : -1;
         if (index < 0 || (letter == 'C' && store.intWhichCase != 0))
             continue;

@@ -17,10 +17,29 @@
 
 namespace pendulon {
 
-frm4860Family::frm4860Family(AppServices& app, std::string formName)
-    : Configurator(app, std::move(formName)) {}
+frm4860Family::frm4860Family(AppServices& app, std::string formName, int rows,
+                             FamilyDevices4860 devices)
+    : DeviceWindow(app, std::move(formName)),
+      txtPLL(rows),
+      cboPLLData(rows),
+      mDevices(std::move(devices)) {
+    // A new window is captioned with its plain device's name.
+    SetCaption(mDevices.plain);
+    txtPLLMin.Resize(3);
+    txtPLLMax.Resize(3);
+    chkSmoothSlew.SetCaption("Smooth Slew");
+    fraVoltage.SetCaption("Voltage");
+    fraReference.SetCaption("Reference");
+    lblFRefMin.SetCaption("FRef Min");
+    lblFRefMax.SetCaption("FRef Max");
+}
 
 frm4860Family::~frm4860Family() = default;
+
+void frm4860Family::SetDevice(const std::string& device) {
+    Configurator::SetDevice(device);
+    EntryFile().SetForm(*this);
+}
 
 void frm4860Family::ConnectFamilyEvents() {
     cboFRef.OnGotFocus = [this] { mHelp::ShowDeviceHint(1, *this); };
@@ -29,77 +48,67 @@ void frm4860Family::ConnectFamilyEvents() {
         CalculateAllDesiredClocks();
     };
     ConnectLimitFieldHelp();
+    chkSmoothSlew.OnClick = [this] { chkSmoothSlew_Click(); };
+    chkSmoothSlew.OnGotFocus = [this] { mHelp::ShowDeviceHint(10, *this); };
+    chkSmoothSlew.OnLostFocus = [this] { mHelp::ShowHint(0, *this); };
 }
 
-void frm4860Family::ConnectPLLFieldHelp(ControlArray<TextField>& txtPLL, int i,
-                                        const std::string& word) {
+void frm4860Family::ConnectPLLRow(int i, const std::string& word) {
+    txtPLL[i].OnChange = [this, i] { txtPLL_Change(i); };
     ConnectFrequencyFieldHelp(
         txtPLL[i], word, [this] { return Die().MinimumPLLVoltage(); },
         [this] { return Die().MaximumPLLVoltage(); });
+    txtPLL[i].OnLostFocus = [this, i] { txtPLL_LostFocus(i); };
+    cboPLLData[i].OnClick = [this, i] { cboPLLData_Click(i); };
 }
 
-// ---------------------------------------------------------------- entry file
+// ---------------------------------------------------------------- shared fields
 
-std::string frm4860Family::Checksum() {
-    return IntegerText(EntryFile().Checksum());
+void frm4860Family::CaptionOptionPair(Frame& frame, const char* caption, OptionButton& first,
+                                      const char* firstCaption, OptionButton& second,
+                                      const char* secondCaption, const char* group) {
+    frame.SetCaption(caption);
+    first.SetCaption(firstCaption);
+    second.SetCaption(secondCaption);
+    first.SetGroup(group);
+    second.SetGroup(group);
 }
 
-const clsEntryFile* frm4860Family::MadeEntryImage() {
-    EntryFile().MakeEntryFile();
-    return &EntryFile().Entry();
+void frm4860Family::RegisterVoltageAndReference() {
+    Register("fraVoltage", fraVoltage);
+    RegisterVoltageFields();
+    Register("fraReference", fraReference);
+    RegisterReferenceFields();
+    Register("lblFRefMin", lblFRefMin);
+    Register("lblFRefMax", lblFRefMax);
 }
 
-bool frm4860Family::MakeEntryFile(const std::string& path) {
-    EntryFile().MakeEntryFile();
-    return EntryFile().WriteEntryFile(path);
+void frm4860Family::txtPLL_Change(int) {
+    MarkCalculateDue();
 }
 
-bool frm4860Family::MakeEPROMVector(const std::string& path, bool fromForm) {
-    return EntryFile().MakeEPROMVector(path, fromForm);
+void frm4860Family::txtPLL_LostFocus(int Index) {
+    LeaveFrequencyField(txtPLL[Index], Die().MinimumPLLVoltage(), Die().MaximumPLLVoltage());
+}
+
+void frm4860Family::chkSmoothSlew_Click() {
+    MarkCalculateDue();
+}
+
+double frm4860Family::Frequency(int i) const {
+    return Val(txtPLL[i].Text());
 }
 
 // ---------------------------------------------------------------- voltage and limits
 
-double frm4860Family::DieVoltage() const {
-    return mclsDie ? mclsDie->mdblVoltage : 5.0;
-}
-
-void frm4860Family::SetDieVoltage(double voltage) {
-    Die().mdblVoltage = voltage;
-}
-
-void frm4860Family::GetCurrentPLLLimits() {
-    DeviceRules().GetCurrentPLLLimits(*this, Reference(), Die());
-}
-
-void frm4860Family::SetNewPLLLimits() {
-    DeviceRules().SetNewPLLLimits(*this, Reference(), Die());
-}
-
-bool frm4860Family::LimitsEqualDefaults() {
-    std::vector<double> currentMin(3), currentMax(3), defaultMin(3), defaultMax(3);
-    Die().GetCurrentLimits(currentMin, currentMax);
-    Die().GetDefaultLimits(defaultMin, defaultMax);
-    return currentMin == defaultMin && currentMax == defaultMax;
-}
-
-double frm4860Family::ReferenceMinimum() const {
-    return mclsReference ? mclsReference->Minimum() : 1;
-}
-
-double frm4860Family::ReferenceMaximum() const {
-    return mclsReference ? mclsReference->Maximum() : 30;
-}
-
-void frm4860Family::InitializeDieDefaults(const std::string& plain, const std::string& industrial,
-                                          const std::string& fast) {
+void frm4860Family::InitializeDieClass() {
     const std::string device = lblDevice.Caption();
     std::array<double, 2> minimum{};
     std::array<double, 2> maximum{};
-    if (device == plain || device == industrial) {
+    if (device == mDevices.plain || device == mDevices.industrial) {
         minimum = {4, 4};
         maximum = {150, 200};
-    } else if (device == fast) {
+    } else if (device == mDevices.fast) {
         minimum = {4, 4};
         maximum = {120, 160};
     } else {
@@ -110,57 +119,21 @@ void frm4860Family::InitializeDieDefaults(const std::string& plain, const std::s
     Die().SetDefaultLimits(minimum, maximum);
 }
 
+void frm4860Family::InitializePLLClass() {
+    InitializeOneLoop();
+}
+
+double frm4860Family::OutputMaximum() const {
+    const bool threeVolt = DieVoltage() == 3.3;
+    if (lblDevice.Caption() == mDevices.fast)
+        return threeVolt ? 80 : 100;
+    return threeVolt ? 100 : 130;
+}
+
 void frm4860Family::CheckOutputLimits(Field& field) {
     mShared::CheckLimits(field, kOutputMinimum, OutputMaximum());
 }
 
 // ---------------------------------------------------------------- objects
-
-clsPLL& frm4860Family::PLL() {
-    if (!mclsPLL)
-        mclsPLL = std::make_unique<clsPLL>(App().Errors());
-    return *mclsPLL;
-}
-
-clsReference& frm4860Family::Reference() {
-    if (!mclsReference)
-        mclsReference = std::make_unique<clsReference>(App().Errors());
-    return *mclsReference;
-}
-
-cls4860Die& frm4860Family::Die() {
-    if (!mclsDie)
-        mclsDie = std::make_unique<cls4860Die>(App().Errors());
-    return *mclsDie;
-}
-
-clsQX4860& frm4860Family::DeviceRules() {
-    if (!mclsDevice)
-        mclsDevice = std::make_unique<clsQX4860>(App().Errors());
-    return *mclsDevice;
-}
-
-clsGraphics& frm4860Family::Graphics() {
-    if (!mclsGraphics) {
-        mclsGraphics = std::make_unique<clsGraphics>(App().Errors(), App().gintTwipsPerPixelX,
-                                                     App().gintTwipsPerPixelY);
-    }
-    return *mclsGraphics;
-}
-
-clsEntryFile4860& frm4860Family::EntryFile() {
-    if (!mclsEntryFile)
-        mclsEntryFile = std::make_unique<clsEntryFile4860>(App().EntryHost());
-    return *mclsEntryFile;
-}
-
-void frm4860Family::ReleaseFamilyObjects() {
-    mclsPLL.reset();
-    mclsReference.reset();
-    mclsDie.reset();
-    mclsDevice.reset();
-    mclsGraphics.reset();
-    mclsEntryFile.reset();
-}
 
 }  // namespace pendulon

@@ -11,11 +11,12 @@
 #include "core/clsReference.hpp"
 #include "entryfile/clsEntryFile7311.hpp"
 #include "graphics/clsGraphics.hpp"
+#include "power/clsPower7311.hpp"
 
 namespace pendulon {
 
 frm7311Family::frm7311Family(AppServices& app, std::string formName, int cpllRows)
-    : Configurator(app, std::move(formName)), cboCPLLData(cpllRows) {
+    : DeviceWindow(app, std::move(formName)), cboCPLLData(cpllRows) {
     txtPLLMin.Resize(9);
     txtPLLMax.Resize(9);
     chkSuspendCPLL.SetCaption("Suspend");
@@ -27,38 +28,14 @@ frm7311Family::~frm7311Family() = default;
 
 // ---------------------------------------------------------------- entry file
 
-std::string frm7311Family::Checksum() {
-    return IntegerText(EntryFile().Checksum());
-}
-
-const clsEntryFile* frm7311Family::MadeEntryImage() {
-    EntryFile().MakeEntryFile();
-    return &EntryFile().Entry();
-}
-
-bool frm7311Family::MakeEntryFile(const std::string& path) {
-    EntryFile().MakeEntryFile();
-    return EntryFile().WriteEntryFile(path);
-}
-
-bool frm7311Family::MakeEPROMVector(const std::string& path, bool fromForm) {
-    return EntryFile().MakeEPROMVector(path, fromForm);
-}
-
-clsEntryFile7311& frm7311Family::EntryFileObject() {
-    if (!mclsEntryFile)
-        mclsEntryFile = std::make_shared<clsEntryFile7311>(App().EntryHost());
-    return *mclsEntryFile;
-}
-
 void frm7311Family::AttachEntryFile() {
     EntryFileObject().SetForm(*this);
 }
 
 clsEntryFile7311& frm7311Family::EntryFile() {
-    if (!mclsEntryFile)
+    if (!HasEntryFile())
         AttachEntryFile();
-    return *mclsEntryFile;
+    return EntryFileObject();
 }
 
 void frm7311Family::Fill7311FromEntryFile(clsEntryFile& data) {
@@ -66,38 +43,6 @@ void frm7311Family::Fill7311FromEntryFile(clsEntryFile& data) {
 }
 
 // ---------------------------------------------------------------- voltage and limits
-
-double frm7311Family::DieVoltage() const {
-    return mclsDie ? mclsDie->mdblVoltage : 5.0;
-}
-
-void frm7311Family::SetDieVoltage(double voltage) {
-    Die().mdblVoltage = voltage;
-}
-
-void frm7311Family::GetCurrentPLLLimits() {
-    DeviceRules().GetCurrentPLLLimits(*this, Reference(), Die());
-}
-
-void frm7311Family::SetNewPLLLimits() {
-    DeviceRules().SetNewPLLLimits(*this, Reference(), Die());
-}
-
-bool frm7311Family::LimitsEqualDefaults() {
-    std::vector<double> currentMin(cls7311Die::kElements), currentMax(cls7311Die::kElements);
-    std::vector<double> defaultMin(cls7311Die::kElements), defaultMax(cls7311Die::kElements);
-    Die().GetCurrentLimits(currentMin, currentMax);
-    Die().GetDefaultLimits(defaultMin, defaultMax);
-    return currentMin == defaultMin && currentMax == defaultMax;
-}
-
-double frm7311Family::ReferenceMinimum() const {
-    return mclsReference ? mclsReference->Minimum() : 1;
-}
-
-double frm7311Family::ReferenceMaximum() const {
-    return mclsReference ? mclsReference->Maximum() : 30;
-}
 
 void frm7311Family::SetDieDefaults(double minimum3V, double maximum3V, double minimum5V,
                                    double maximum5V) {
@@ -129,61 +74,13 @@ void frm7311Family::SetLoopCounters() {
     upll.mdblMaxQ = v3 ? die.mdblUPLLMaxQ3V : die.mdblUPLLMaxQ5V;
 }
 
-// ---------------------------------------------------------------- objects
-
-clsPLL& frm7311Family::CPLL() {
-    if (!mclsCPLL)
-        mclsCPLL = std::make_unique<clsPLL>(App().Errors());
-    return *mclsCPLL;
-}
-
-clsPLL& frm7311Family::SPLL() {
-    if (!mclsSPLL)
-        mclsSPLL = std::make_unique<clsPLL>(App().Errors());
-    return *mclsSPLL;
-}
-
-clsPLL& frm7311Family::UPLL() {
-    if (!mclsUPLL)
-        mclsUPLL = std::make_unique<clsPLL>(App().Errors());
-    return *mclsUPLL;
-}
-
-clsReference& frm7311Family::Reference() {
-    if (!mclsReference)
-        mclsReference = std::make_unique<clsReference>(App().Errors());
-    return *mclsReference;
-}
-
-cls7311Die& frm7311Family::Die() {
-    if (!mclsDie)
-        mclsDie = std::make_unique<cls7311Die>(App().Errors());
-    return *mclsDie;
-}
-
-clsQX7311& frm7311Family::DeviceRules() {
-    if (!mclsDevice)
-        mclsDevice = std::make_unique<clsQX7311>(App().Errors());
-    return *mclsDevice;
-}
-
-clsGraphics& frm7311Family::Graphics() {
-    if (!mclsGraphics) {
-        mclsGraphics = std::make_unique<clsGraphics>(App().Errors(), App().gintTwipsPerPixelX,
-                                                     App().gintTwipsPerPixelY);
-    }
-    return *mclsGraphics;
-}
-
-void frm7311Family::ReleaseFamilyObjects() {
-    mclsCPLL.reset();
-    mclsSPLL.reset();
-    mclsUPLL.reset();
-    mclsDie.reset();
-    mclsReference.reset();
-    mclsDevice.reset();
-    mclsGraphics.reset();
-    mclsEntryFile.reset();
+void frm7311Family::StopSuspendedLoops(clsPower7311& model) const {
+    if (chkSuspendCPLL.Value() == 1)
+        model.mdblCPLL = 0;
+    if (chkSuspendSPLL.Value() == 1)
+        model.mdblSPLL = 0;
+    if (chkSuspendUPLL.Value() == 1)
+        model.mdblUPLL = 0;
 }
 
 }  // namespace pendulon

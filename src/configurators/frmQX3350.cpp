@@ -19,18 +19,16 @@ namespace pendulon {
 
 namespace {
 
-bool StartsWith(const std::string& text, char letter) {
-    return !text.empty() && text[0] == letter;
-}
-
 constexpr long kInvalidDevice = 10651;
 
 }  // namespace
 
-frmQX3350::frmQX3350(AppServices& app) : Configurator(app, "frmQX3350") {
+frmQX3350::frmQX3350(AppServices& app) : DeviceWindow(app, "frmQX3350") {
     txtPLLMin.Resize(3);
     txtPLLMax.Resize(3);
     SetCaption("QX3350");
+    // Apply calculates at once on this window.
+    mblnApplyCalculates = true;
     fraClockSource.SetCaption("Clock Source");
     optCrystal.SetCaption("Crystal");
     optExternal.SetCaption("External");
@@ -154,51 +152,8 @@ void frmQX3350::ConnectEvents() {
 
 // ---------------------------------------------------------------- objects
 
-clsPLL& frmQX3350::PLL() {
-    if (!mclsPLL)
-        mclsPLL = std::make_unique<clsPLL>(App().Errors());
-    return *mclsPLL;
-}
-
-clsReference& frmQX3350::Reference() {
-    if (!mclsReference)
-        mclsReference = std::make_unique<clsReference>(App().Errors());
-    return *mclsReference;
-}
-
-cls3350Die& frmQX3350::Die() {
-    if (!mclsDie)
-        mclsDie = std::make_unique<cls3350Die>(App().Errors());
-    return *mclsDie;
-}
-
-clsQX3350& frmQX3350::DeviceRules() {
-    if (!mclsDevice)
-        mclsDevice = std::make_unique<clsQX3350>(App().Errors());
-    return *mclsDevice;
-}
-
-clsGraphics& frmQX3350::Graphics() {
-    if (!mclsGraphics) {
-        mclsGraphics = std::make_unique<clsGraphics>(App().Errors(), App().gintTwipsPerPixelX,
-                                                     App().gintTwipsPerPixelY);
-    }
-    return *mclsGraphics;
-}
-
-clsEntryFile3350& frmQX3350::EntryFile() {
-    if (!mclsEntryFile)
-        mclsEntryFile = std::make_unique<clsEntryFile3350>(App().EntryHost());
-    return *mclsEntryFile;
-}
-
 void frmQX3350::ReleaseObjects() {
-    mclsPLL.reset();
-    mclsReference.reset();
-    mclsDie.reset();
-    mclsDevice.reset();
-    mclsGraphics.reset();
-    mclsEntryFile.reset();
+    DeviceWindow::ReleaseObjects();
     // The power entry is the other devices' again once this document is gone.
     App().Main().mnuViewPower.SetEnabled(true);
 }
@@ -214,34 +169,8 @@ void frmQX3350::SetDevice(const std::string& device) {
     EntryFile().SetForm(*this);
 }
 
-std::string frmQX3350::Checksum() {
-    return IntegerText(EntryFile().Checksum());
-}
-
-const clsEntryFile* frmQX3350::MadeEntryImage() {
-    EntryFile().MakeEntryFile();
-    return &EntryFile().Entry();
-}
-
-bool frmQX3350::MakeEntryFile(const std::string& path) {
-    EntryFile().MakeEntryFile();
-    return EntryFile().WriteEntryFile(path);
-}
-
-bool frmQX3350::MakeEPROMVector(const std::string& path, bool fromForm) {
-    return EntryFile().MakeEPROMVector(path, fromForm);
-}
-
 void frmQX3350::FillFromEntryFile(clsEntryFile& data) {
     EntryFile().Fill3350Form(data);
-}
-
-std::string frmQX3350::PinName(int index) const {
-    if (index < 0 || index >= static_cast<int>(mastrPinName.size())) {
-        App().Errors().Raise(errors::SubscriptOutOfRange, "frmQX3350.PinName [Property Get]");
-        return "";
-    }
-    return mastrPinName[static_cast<size_t>(index)];
 }
 
 void frmQX3350::DisplayPinout() {
@@ -301,22 +230,7 @@ void frmQX3350::InitializeDieClass() {
 }
 
 void frmQX3350::InitializePLLClass() {
-    clsPLL& pll = PLL();
-    cls3350Die& die = Die();
-    pll.mdblMaxP = die.MaximumP();
-    pll.mdblMaxQ = die.MaximumQ();
-    pll.mdblMinP = die.MinimumP();
-    pll.mdblMinQ = die.MinimumQ();
-    pll.mdblVCOMax = die.MaximumPLLVoltage();
-    pll.mdblVCOMin = die.MinimumPLLVoltage();
-}
-
-double frmQX3350::DieVoltage() const {
-    return mclsDie ? mclsDie->mdblVoltage : 5.0;
-}
-
-void frmQX3350::SetDieVoltage(double voltage) {
-    Die().mdblVoltage = voltage;
+    InitializeOneLoop();
 }
 
 // ---------------------------------------------------------------- voltage
@@ -391,51 +305,23 @@ void frmQX3350::optOutputEnable_Click() {
 }
 
 double frmQX3350::ReferenceMinimum() const {
-    return mclsReference ? mclsReference->Minimum() : kCrystalMinimum;
+    return MadeReference() ? MadeReference()->Minimum() : kCrystalMinimum;
 }
 
 double frmQX3350::ReferenceMaximum() const {
-    return mclsReference ? mclsReference->Maximum() : kCrystalMaximum;
+    return MadeReference() ? MadeReference()->Maximum() : kCrystalMaximum;
 }
 
 // ---------------------------------------------------------------- limits
 
 void frmQX3350::GetCurrentPLLLimits() {
-    DeviceRules().GetCurrentPLLLimits(*this, Reference(), Die());
+    DeviceWindow::GetCurrentPLLLimits();
     ShowSourceLimits();
 }
 
 void frmQX3350::SetNewPLLLimits() {
     ShowSourceLimits();
-    DeviceRules().SetNewPLLLimits(*this, Reference(), Die());
-}
-
-bool frmQX3350::LimitsEqualDefaults() {
-    std::vector<double> currentMin(3), currentMax(3), defaultMin(3), defaultMax(3);
-    Die().GetCurrentLimits(currentMin, currentMax);
-    Die().GetDefaultLimits(defaultMin, defaultMax);
-    return currentMin == defaultMin && currentMax == defaultMax;
-}
-
-void frmQX3350::cmdApplyLimits_Click() {
-    const bool wasEnabled = Enabled();
-    SetEnabled(false);
-    MarkCalculateDue();
-    SetNewPLLLimits();
-    InitializePLLClass();
-    CheckAllLimits();
-    if (LimitsEqualDefaults()) {
-        chkUseDefault.SetValue(1);
-    } else {
-        chkUseDefault.SetValue(0);
-        GetCurrentPLLLimits();
-    }
-    cmdCalculate_Click();
-    cmdApplyLimits.SetBackColor(colors::Grey);
-    cmdApplyLimits.SetEnabled(false);
-    SetEnabled(wasEnabled);
-    if (Enabled())
-        SetFocus();
+    DeviceWindow::SetNewPLLLimits();
 }
 
 // ---------------------------------------------------------------- Calculate

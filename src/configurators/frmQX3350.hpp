@@ -3,22 +3,19 @@
 #include <string>
 #include <vector>
 
-#include "app/Configurator.hpp"
+#include "configurators/DeviceWindow.hpp"
+#include "core/cls3350Die.hpp"
+#include "core/clsQX3350.hpp"
+#include "entryfile/clsEntryFile3350.hpp"
 
 namespace pendulon {
 
-class clsPLL;
-class clsReference;
-class cls3350Die;
-class clsQX3350;
-class clsGraphics;
-class clsEntryFile3350;
 
 // The QX3350 and QX3350I: a small eight-lead chip with one PLL and one output, whose divider
 // runs from 1 to 128 and whose source is the PLL or the reference. Pin 4 is either output
 // enable or power down. The number in txtPLL is the VCO frequency itself, not doubled, and the
 // die's VCO limits apply to it directly. The device has no power model.
-class frmQX3350 : public Configurator {
+class frmQX3350 : public DeviceWindow<cls3350Die, clsQX3350, clsEntryFile3350> {
   public:
     explicit frmQX3350(AppServices& app);
     ~frmQX3350() override;
@@ -35,18 +32,12 @@ class frmQX3350 : public Configurator {
 
     // Configurator
     void SetDevice(const std::string& device) override;
-    std::string Checksum() override;
-    const clsEntryFile* MadeEntryImage() override;
-    bool MakeEntryFile(const std::string& path) override;
-    bool MakeEPROMVector(const std::string& path, bool fromForm) override;
-    std::string PinName(int index) const override;
     // The QX3350 has no power model.
     void CalculatePower() override {}
     // The actual output, from the PLL data or the reference.
     void DisplayAllActuals() override { DisplayActualOutput(); }
     void CheckPLLLimits() override { CheckAllLimits(); }
     void CalculateAllDesiredClocks() override { CalculateDesiredClock(); }
-    void cmdApplyLimits_Click() override;
     void Form_Load() override;
 
     // Event procedures and the steps they run.
@@ -74,12 +65,7 @@ class frmQX3350 : public Configurator {
     double OutputMaximum() const;
 
     // The objects the window owns, created on first use.
-    clsPLL& PLL();
-    clsReference& Reference();
-    cls3350Die& Die();
-    clsQX3350& DeviceRules();
-    clsGraphics& Graphics();
-    clsEntryFile3350& EntryFile();
+    clsPLL& PLL() { return Loop(0); }
 
     // Fields, in the window's control order.
     Frame fraClockSource;
@@ -121,11 +107,8 @@ class frmQX3350 : public Configurator {
     void InitializeControls() override;
     void InitializeDieClass() override;
     void InitializePLLClass() override;
-    double DieVoltage() const override;
-    void SetDieVoltage(double voltage) override;
     void GetCurrentPLLLimits() override;
     void SetNewPLLLimits() override;
-    bool LimitsEqualDefaults() override;
     double ReferenceMinimum() const override;
     double ReferenceMaximum() const override;
     void FillFromEntryFile(clsEntryFile& data) override;
@@ -147,13 +130,6 @@ class frmQX3350 : public Configurator {
     void ShowNoPowerNote();
     void Paint(Field& field, Color color);
 
-    std::vector<std::string> mastrPinName;
-    std::unique_ptr<clsPLL> mclsPLL;
-    std::unique_ptr<clsReference> mclsReference;
-    std::unique_ptr<cls3350Die> mclsDie;
-    std::unique_ptr<clsQX3350> mclsDevice;
-    std::unique_ptr<clsGraphics> mclsGraphics;
-    std::unique_ptr<clsEntryFile3350> mclsEntryFile;
 };
 
 }  // namespace pendulon

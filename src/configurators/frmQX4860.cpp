@@ -20,29 +20,10 @@
 
 namespace pendulon {
 
-namespace {
-
-bool StartsWith(const std::string& text, char letter) {
-    return !text.empty() && text[0] == letter;
-}
-
-}  // namespace
-
-frmQX4860::frmQX4860(AppServices& app) : frm4860Family(app, "frmQX4860") {
-    txtPLLMin.Resize(3);
-    txtPLLMax.Resize(3);
-    SetCaption("QX4860");
-    fraPackage.SetCaption("Package");
-    opt8Pin.SetCaption("8 Pin");
-    opt14Pin.SetCaption("14 Pin");
-    opt8Pin.SetGroup("Package");
-    opt14Pin.SetGroup("Package");
-    fraVoltage.SetCaption("Voltage");
-    fraReference.SetCaption("Reference");
-    lblFRefMin.SetCaption("FRef Min");
-    lblFRefMax.SetCaption("FRef Max");
+frmQX4860::frmQX4860(AppServices& app)
+    : frm4860Family(app, "frmQX4860", kRows, {"QX4860", "QX4860I", "QX4860F"}) {
+    CaptionOptionPair(fraPackage, "Package", opt8Pin, "8 Pin", opt14Pin, "14 Pin", "Package");
     fraOptions.SetCaption("Options");
-    chkSmoothSlew.SetCaption("Smooth Slew");
     chkOEClockA.SetCaption("OE Clock A");
     chkOEReference.SetCaption("OE Ref Clock");
     chkPowerDown.SetCaption("Power Down");
@@ -75,25 +56,19 @@ frmQX4860::~frmQX4860() = default;
 void frmQX4860::RegisterFields() {
     // Control order: the row panels first, row by row, then the options and the limits.
     for (int i = 0; i < kRows; ++i) {
-        const std::string index = "(" + std::to_string(i) + ")";
-        Register("lblSelectIndex" + index, lblSelectIndex[i]);
-        Register("txtPLL" + index, txtPLL[i]);
-        Register("lblDesiredClkA" + index, lblDesiredClkA[i]);
-        Register("cboActualClkA" + index, cboActualClkA[i]);
-        Register("lblDesiredRefClk" + index, lblDesiredRefClk[i]);
-        Register("cboActualRefClk" + index, cboActualRefClk[i]);
-        Register("lblPLLDataIndex" + index, lblPLLDataIndex[i]);
-        Register("cboPLLData" + index, cboPLLData[i]);
+        Register(ElementName("lblSelectIndex", i), lblSelectIndex[i]);
+        Register(ElementName("txtPLL", i), txtPLL[i]);
+        Register(ElementName("lblDesiredClkA", i), lblDesiredClkA[i]);
+        Register(ElementName("cboActualClkA", i), cboActualClkA[i]);
+        Register(ElementName("lblDesiredRefClk", i), lblDesiredRefClk[i]);
+        Register(ElementName("cboActualRefClk", i), cboActualRefClk[i]);
+        Register(ElementName("lblPLLDataIndex", i), lblPLLDataIndex[i]);
+        Register(ElementName("cboPLLData", i), cboPLLData[i]);
     }
     Register("fraPackage", fraPackage);
     Register("opt8Pin", opt8Pin);
     Register("opt14Pin", opt14Pin);
-    Register("fraVoltage", fraVoltage);
-    RegisterVoltageFields();
-    Register("fraReference", fraReference);
-    RegisterReferenceFields();
-    Register("lblFRefMin", lblFRefMin);
-    Register("lblFRefMax", lblFRefMax);
+    RegisterVoltageAndReference();
     Register("fraOptions", fraOptions);
     Register("chkSmoothSlew", chkSmoothSlew);
     Register("chkOEClockA", chkOEClockA);
@@ -127,9 +102,6 @@ void frmQX4860::RegisterFields() {
 void frmQX4860::ConnectEvents() {
     opt8Pin.OnClick = [this] { opt8Pin_Click(); };
     opt14Pin.OnClick = [this] { opt14Pin_Click(); };
-    chkSmoothSlew.OnClick = [this] { chkSmoothSlew_Click(); };
-    chkSmoothSlew.OnGotFocus = [this] { mHelp::ShowDeviceHint(10, *this); };
-    chkSmoothSlew.OnLostFocus = [this] { mHelp::ShowHint(0, *this); };
     chkPLLStop.OnClick = [this] { chkPLLStop_Click(); };
     chkPLLAndOscillatorStop.OnClick = [this] { chkPLLAndOscillatorStop_Click(); };
     chkOEClockA.OnClick = [this] { chkOEClockA_Click(); };
@@ -144,11 +116,8 @@ void frmQX4860::ConnectEvents() {
     vsbOutput.OnChange = [this] { vsbOutput_Change(); };
     vsbPLLData.OnChange = [this] { vsbPLLData_Change(); };
     for (int i = 0; i < kRows; ++i) {
-        txtPLL[i].OnChange = [this, i] { txtPLL_Change(i); };
         // The word is CPLL on this window as well.
-        ConnectPLLFieldHelp(txtPLL, i, "CPLL");
-        txtPLL[i].OnLostFocus = [this, i] { txtPLL_LostFocus(i); };
-        cboPLLData[i].OnClick = [this, i] { cboPLLData_Click(i); };
+        ConnectPLLRow(i, "CPLL");
         cboActualClkA[i].OnClick = [this, i] { cboActualClkA_Click(i); };
         cboActualRefClk[i].OnClick = [this, i] { cboActualRefClk_Click(i); };
     }
@@ -158,30 +127,15 @@ void frmQX4860::ConnectEvents() {
 // ---------------------------------------------------------------- objects
 
 clsPower4860& frmQX4860::PowerModel() {
-    if (!mclsPower)
-        mclsPower = std::make_unique<clsPower4860>(App().Errors());
-    return *mclsPower;
+    return MadeOnFirstUse(mclsPower, App().Errors());
 }
 
 void frmQX4860::ReleaseObjects() {
-    ReleaseFamilyObjects();
+    DeviceWindow::ReleaseObjects();
     mclsPower.reset();
 }
 
 // ---------------------------------------------------------------- contract operations
-
-void frmQX4860::SetDevice(const std::string& device) {
-    Configurator::SetDevice(device);
-    EntryFile().SetForm(*this);
-}
-
-std::string frmQX4860::PinName(int index) const {
-    if (index < 0 || index >= static_cast<int>(mastrPinName.size())) {
-        App().Errors().Raise(errors::SubscriptOutOfRange, "frmQX4860.PinName [Property Get]");
-        return {};
-    }
-    return mastrPinName[static_cast<size_t>(index)];
-}
 
 void frmQX4860::FillFromEntryFile(clsEntryFile& data) {
     EntryFile().Fill4860Form(data);
@@ -261,24 +215,12 @@ void frmQX4860::InitializeControls() {
     DeviceRules().InitializeClockDivisors(cboRefClkDiv);
 }
 
-void frmQX4860::InitializeDieClass() {
-    InitializeDieDefaults("QX4860", "QX4860I", "QX4860F");
-}
-
 void frmQX4860::InitializePLLClass() {
-    clsPLL& pll = PLL();
-    cls4860Die& die = Die();
-    pll.mdblMaxP = die.MaximumP();
-    pll.mdblMaxQ = die.MaximumQ();
-    pll.mdblMinP = die.MinimumP();
-    pll.mdblMinQ = die.MinimumQ();
+    frm4860Family::InitializePLLClass();
     if (lblDevice.Caption() == "QX4860F") {
         // Unbounded here; the search itself sets the die's range at every Calculate.
-        pll.mdblVCOMin = 0;
-        pll.mdblVCOMax = 10000000000.0;
-    } else {
-        pll.mdblVCOMax = die.MaximumPLLVoltage();
-        pll.mdblVCOMin = die.MinimumPLLVoltage();
+        PLL().mdblVCOMin = 0;
+        PLL().mdblVCOMax = 10000000000.0;
     }
 }
 
@@ -431,10 +373,6 @@ void frmQX4860::cmdCalculate_Click() {
         SetFocus();
 }
 
-double frmQX4860::Frequency(int i) const {
-    return Val(txtPLL[i].Text());
-}
-
 void frmQX4860::FillBlankPLLs() {
     double first = 0;
     for (int i = 0; i < mintPLLCount; ++i) {
@@ -495,7 +433,9 @@ void frmQX4860::DesiredClock(ListField& divider, Label& desired, int i) {
         return;
     }
     const std::int32_t divisor = mShared::GetNonZeroDivisor(source);
-    desired.SetCaption(" " + mShared::FormatFrequencyFixed(value / divisor, -9999));
+    std::string caption = " ";
+    caption += mShared::FormatFrequencyFixed(value / divisor, -9999);
+    desired.SetCaption(caption);
     if (txtPLL[i].ForeColor() == colors::Red) {
         desired.SetForeColor(colors::Red);
     } else {
@@ -542,13 +482,6 @@ void frmQX4860::DisplayActualOutput(ListField& divider, double desired, ListFiel
     } else {
         mShared::CheckLimits(actual, 0.5, OutputMaximum());
     }
-}
-
-double frmQX4860::OutputMaximum() const {
-    const bool threeVolt = DieVoltage() == 3.3;
-    if (lblDevice.Caption() == "QX4860F")
-        return threeVolt ? 80 : 100;
-    return threeVolt ? 100 : 130;
 }
 
 void frmQX4860::CheckPLLLimits() {
@@ -641,18 +574,6 @@ void frmQX4860::cboActualRefClk_Click(int Index) {
 }
 
 // ---------------------------------------------------------------- inputs and options
-
-void frmQX4860::txtPLL_Change(int) {
-    MarkCalculateDue();
-}
-
-void frmQX4860::txtPLL_LostFocus(int Index) {
-    LeaveFrequencyField(txtPLL[Index], Die().MinimumPLLVoltage(), Die().MaximumPLLVoltage());
-}
-
-void frmQX4860::chkSmoothSlew_Click() {
-    MarkCalculateDue();
-}
 
 void frmQX4860::chkPLLStop_Click() {
     if (chkPLLStop.Value() == 1)

@@ -27,8 +27,6 @@ class frmQX4860 : public frm4860Family {
     static constexpr int kVisibleRows = 4;
 
     // Configurator
-    void SetDevice(const std::string& device) override;
-    std::string PinName(int index) const override;
     void CalculatePower() override;
     void DisplayAllActuals() override;
     bool PreScale(int index) const override;
@@ -47,21 +45,17 @@ class frmQX4860 : public frm4860Family {
     void AdjustScrollBar(int i);
     void DisplayPinout();
     // Highest output frequency of the device at the present voltage.
-    double OutputMaximum() const override;
 
     // Event procedures.
     void opt8Pin_Click();
     void opt14Pin_Click();
     void cboClkADiv_Click();
     void cboRefClkDiv_Click();
-    void cboPLLData_Click(int Index);
+    void cboPLLData_Click(int Index) override;
     void cboActualClkA_Click(int Index);
     void cboActualRefClk_Click(int Index);
     void vsbOutput_Change();
     void vsbPLLData_Change();
-    void txtPLL_Change(int Index);
-    void txtPLL_LostFocus(int Index);
-    void chkSmoothSlew_Click();
     void chkPLLStop_Click();
     void chkPLLAndOscillatorStop_Click();
     void chkOEClockA_Click();
@@ -78,23 +72,16 @@ class frmQX4860 : public frm4860Family {
 
     // Fields, one row per frequency selection.
     ControlArray<Label> lblSelectIndex{kRows};
-    ControlArray<TextField> txtPLL{kRows};
     ControlArray<Label> lblDesiredClkA{kRows};
     ControlArray<ListField> cboActualClkA{kRows};
     ControlArray<Label> lblDesiredRefClk{kRows};
     ControlArray<ListField> cboActualRefClk{kRows};
     ControlArray<Label> lblPLLDataIndex{kRows};
-    ControlArray<ListField> cboPLLData{kRows};
 
     Frame fraPackage;
     OptionButton opt8Pin;
     OptionButton opt14Pin;
-    Frame fraVoltage;
-    Frame fraReference;
-    Label lblFRefMin;
-    Label lblFRefMax;
     Frame fraOptions;
-    CheckBox chkSmoothSlew;
     CheckBox chkOEClockA;
     CheckBox chkOEReference;
     CheckBox chkPowerDown;
@@ -122,7 +109,6 @@ class frmQX4860 : public frm4860Family {
 
   protected:
     void InitializeControls() override;
-    void InitializeDieClass() override;
     void InitializePLLClass() override;
     void SetDefaultOptions() override;
     void FillFromEntryFile(clsEntryFile& data) override;
@@ -132,7 +118,6 @@ class frmQX4860 : public frm4860Family {
     void RegisterFields();
     void ConnectEvents();
     void LayOutRows();
-    double Frequency(int i) const;
     // The list and its row fields of one output.
     void DesiredClock(ListField& divider, Label& desired, int i);
     void ActualClick(ListField& divider, ListField& actual, int i);
@@ -144,7 +129,6 @@ class frmQX4860 : public frm4860Family {
     std::vector<bool> mablnPreScale;
     std::vector<std::string> mastrPLLText;
     std::array<int, 3> mintSavedCheck{1, 1, 1};
-    std::vector<std::string> mastrPinName;
 
     std::unique_ptr<clsPower4860> mclsPower;
 };

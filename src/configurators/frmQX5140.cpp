@@ -27,25 +27,14 @@ namespace {
 
 constexpr int kHourglass = 11;
 
-char Letter(const std::string& text) {
-    return text.empty() ? '\0' : text[0];
-}
-
 std::string BoolText(bool value) {
     return value ? "True" : "False";
 }
 
-// The window as its entry file sees it.
-class QX5140EntryForm : public EntryForm7311 {
+// The window as its entry file sees it: a three-loop window with the QX5140's own members.
+class QX5140EntryForm : public ConfiguratorEntryForm7311 {
   public:
-    explicit QX5140EntryForm(frmQX5140& form) : form_(form) {}
-    std::string Device() const override { return form_.Device(); }
-    Window& Fields() override { return form_; }
-    void CheckPLLLimits() override { form_.CheckPLLLimits(); }
-    void DisplayAllActuals() override { form_.DisplayAllActuals(); }
-    void CalculatePower() override { form_.CalculatePower(); }
-    void cboFRef_LostFocus() override { form_.cboFRef_LostFocus(); }
-    void cmdApplyLimits_Click() override { form_.cmdApplyLimits_Click(); }
+    explicit QX5140EntryForm(frmQX5140& form) : ConfiguratorEntryForm7311(form), form_(form) {}
     void cmdCalculate_Click() override { form_.cmdCalculate_Click(); }
     int CalculateCounter() const override { return form_.mintCalculateCounter; }
     std::vector<std::array<std::string, 4>> FoundSources() const override {
@@ -287,14 +276,6 @@ bool frmQX5140::FillForm(clsEntryFile& data, const std::string& path) {
     return EntryFile().FormShown();
 }
 
-std::string frmQX5140::PinName(int index) const {
-    if (index < 0 || index >= static_cast<int>(mastrPinName.size())) {
-        App().Errors().Raise(errors::SubscriptOutOfRange, "frmQX5140.PinName [Property Get]");
-        return {};
-    }
-    return mastrPinName[static_cast<size_t>(index)];
-}
-
 void frmQX5140::ReleaseObjects() {
     // The loops, die and search stay with the window until it is destroyed: a late event of a
     // view must not find them gone. What a search found goes.
@@ -318,6 +299,7 @@ void frmQX5140::Form_Load() {
     mclsSearch->InitializePLLDivisorArrays();
     InitializeControls5140();
     mShared::InitializePowerPictureBox(App(), picPower);
+    ConnectDebugWindow();
     mShared::InitializeDebugPictureBox(App(), picDebugWindow);
     mblnSuspendOutputsOnly = true;
     mblnUseDefaults3V = true;
@@ -456,7 +438,7 @@ clsPLL* frmQX5140::LoopOfLetter(char letter) {
 }
 
 void frmQX5140::StorePLLPandQ(double dblFrequency, const std::string& strS, int intWhichCase) {
-    const char letter = Letter(strS);
+    const char letter = FirstLetter(strS);
     clsPLL* pll = LoopOfLetter(letter);
     // The reference and an output that is off need no loop.
     if (pll == nullptr)
@@ -471,7 +453,7 @@ void frmQX5140::StorePLLPandQ(double dblFrequency, const std::string& strS, int 
 // ---------------------------------------------------------------- display
 
 std::string frmQX5140::DisplayClockSource(const std::string& strSource) {
-    const char letter = Letter(strSource);
+    const char letter = FirstLetter(strSource);
     std::string text;
     double f1 = 0;
     double f2 = 0;
@@ -508,7 +490,7 @@ void frmQX5140::DisplayActualOutput(const TextField& txtDesired, const std::stri
     const double desired = Val(txtDesired.Text());
     cboDestination.Clear();
     const std::int32_t n = mShared::GetNonZeroDivisor(strSource);
-    switch (Letter(strSource)) {
+    switch (FirstLetter(strSource)) {
         case 'R': {
             const double actual = Val(cboFRef.Text()) / n;
             const std::int32_t ppm = mShared::CalculatePPM(actual, desired);
@@ -879,7 +861,7 @@ void frmQX5140::SetPLLSuspends() {
         for (const auto& [check, label] : outputs) {
             if (check->Value() != 1)
                 continue;
-            switch (Letter(label->Caption())) {
+            switch (FirstLetter(label->Caption())) {
                 case 'C':
                     ++c;
                     break;
@@ -934,28 +916,11 @@ void frmQX5140::txtPPM_LostFocus() {
 
 void frmQX5140::LeaveClockField(TextField& field, bool selectBranch) {
     if (CalculatePending()) {
-        const std::string text = Trim(field.Text());
-        std::string result = text;
-        if (text == "Off") {
-            // kept
-        } else if (text == "0" || text.empty()) {
-            result = "Off";
-        } else {
-            const double value = Val(text);
-            // An output below the minimum of the slowest loop over its largest divider.
-            const double maximum =
-                selectBranch && optSelect.Value() ? Die().MaximumCPLLVoltage() : mdblMaximumOutput;
-            if (value < mdblMinimumOutput) {
-                result = mShared::FormatFrequencyShort(mdblMinimumOutput);
-            } else if (value > maximum) {
-                result = mShared::FormatFrequencyShort(maximum);
-            } else {
-                result = mShared::FormatFrequencyShort(value);
-            }
-        }
-        if (result != field.Text())
-            field.SetText(result);
-        field.SetForeColor(colors::WindowText);
+        // An output below the minimum of the slowest loop over its largest divider.
+        ClampFrequencyField(field, mdblMinimumOutput, [this, selectBranch] {
+            return selectBranch && optSelect.Value() ? Die().MaximumCPLLVoltage()
+                                                     : mdblMaximumOutput;
+        });
         field.SetTag(field.Text());
     }
     field.SetSelLength(0);
@@ -1009,12 +974,7 @@ void frmQX5140::CalculatePower() {
     setInputs(0);
     if (select) {
         // Row 0 is the chip with the select pin low: suspended parts stop there.
-        if (chkSuspendCPLL.Value() == 1)
-            model.mdblCPLL = 0;
-        if (chkSuspendSPLL.Value() == 1)
-            model.mdblSPLL = 0;
-        if (chkSuspendUPLL.Value() == 1)
-            model.mdblUPLL = 0;
+        StopSuspendedLoops(model);
         if (chkSuspendClockA.Value() == 1)
             model.mdblClockC = 0;
         if (chkSuspendClockB.Value() == 1)

@@ -28,7 +28,6 @@ class frmQX5140 : public frm7311Family {
     // stored case looked up among the cases found now. False when the file's reference cannot
     // be taken, and the window is not shown.
     bool FillForm(clsEntryFile& data, const std::string& path) override;
-    std::string PinName(int index) const override;
     void CalculatePower() override;
     void DisplayAllActuals() override;
     void CheckPLLLimits() override;
@@ -159,7 +158,6 @@ class frmQX5140 : public frm7311Family {
     clsPLL* LoopOfLetter(char letter);
 
     std::unique_ptr<clsCaseSearch> mclsSearch;
-    std::vector<std::string> mastrPinName;
 
     // One-shot flags of the suspend routines: in which state each last acted.
     bool mblnSuspendFieldsShown = false;

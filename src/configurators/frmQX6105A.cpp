@@ -21,27 +21,13 @@ namespace {
 
 const char* const kOutputNames[] = {"CLKA", "CLKB", "CLKC"};
 
-bool StartsWith(const std::string& text, char letter) {
-    return !text.empty() && text[0] == letter;
-}
-
 }  // namespace
 
-frmQX6105A::frmQX6105A(AppServices& app) : frm4860Family(app, "frmQX6105A") {
-    txtPLLMin.Resize(3);
-    txtPLLMax.Resize(3);
-    SetCaption("QX6105A");
-    fraPin8.SetCaption("Pin 8");
-    optFS.SetCaption("Frequency &Select");
-    optOE.SetCaption("&Output Enable");
-    optFS.SetGroup("Pin8");
-    optOE.SetGroup("Pin8");
+frmQX6105A::frmQX6105A(AppServices& app)
+    : frm4860Family(app, "frmQX6105A", kStates, {"QX6105A", "QX6105AI", "QX6105AF"}) {
+    CaptionOptionPair(fraPin8, "Pin 8", optFS, "Frequency &Select", optOE, "&Output Enable",
+                      "Pin8");
     fraOption.SetCaption("Option");
-    chkSmoothSlew.SetCaption("Smooth Slew");
-    fraVoltage.SetCaption("Voltage");
-    fraReference.SetCaption("Reference");
-    lblFRefMin.SetCaption("FRef Min");
-    lblFRefMax.SetCaption("FRef Max");
     for (int i = 0; i < kStates; ++i) {
         lblFS[i].SetCaption("FS = " + std::to_string(i));
         lblPllData[i].SetCaption("PLL[" + std::to_string(i) + "]");
@@ -70,12 +56,7 @@ void frmQX6105A::RegisterFields() {
     Register("optOE", optOE);
     Register("fraOption", fraOption);
     Register("chkSmoothSlew", chkSmoothSlew);
-    Register("fraVoltage", fraVoltage);
-    RegisterVoltageFields();
-    Register("fraReference", fraReference);
-    RegisterReferenceFields();
-    Register("lblFRefMin", lblFRefMin);
-    Register("lblFRefMax", lblFRefMax);
+    RegisterVoltageAndReference();
     RegisterLimitFields();
     RegisterCommonTail();
 }
@@ -83,14 +64,8 @@ void frmQX6105A::RegisterFields() {
 void frmQX6105A::ConnectEvents() {
     optFS.OnClick = [this] { optFS_Click(); };
     optOE.OnClick = [this] { optOE_Click(); };
-    chkSmoothSlew.OnClick = [this] { chkSmoothSlew_Click(); };
-    chkSmoothSlew.OnGotFocus = [this] { mHelp::ShowDeviceHint(10, *this); };
-    chkSmoothSlew.OnLostFocus = [this] { mHelp::ShowHint(0, *this); };
     for (int i = 0; i < kStates; ++i) {
-        txtPLL[i].OnChange = [this, i] { txtPLL_Change(i); };
-        ConnectPLLFieldHelp(txtPLL, i, "PLL");
-        txtPLL[i].OnLostFocus = [this, i] { txtPLL_LostFocus(i); };
-        cboPLLData[i].OnClick = [this, i] { cboPLLData_Click(i); };
+        ConnectPLLRow(i, "PLL");
     }
     for (int j = 0; j < kOutputs; ++j) {
         cboClkDiv[j].OnClick = [this, j] {
@@ -108,24 +83,11 @@ void frmQX6105A::ConnectEvents() {
 
 // ---------------------------------------------------------------- objects
 
-void frmQX6105A::ReleaseObjects() {
-    ReleaseFamilyObjects();
-}
-
 // ---------------------------------------------------------------- device and load
 
 void frmQX6105A::SetDevice(const std::string& device) {
-    Configurator::SetDevice(device);
-    EntryFile().SetForm(*this);
+    frm4860Family::SetDevice(device);
     opt5V.SetEnabled(device != "QX6105AI");
-}
-
-std::string frmQX6105A::PinName(int index) const {
-    if (index < 0 || index >= static_cast<int>(mastrPinName.size())) {
-        App().Errors().Raise(errors::SubscriptOutOfRange, "frmQX6105A.PinName [Property Get]");
-        return "";
-    }
-    return mastrPinName[static_cast<size_t>(index)];
 }
 
 void frmQX6105A::DisplayPinout() {
@@ -152,21 +114,6 @@ void frmQX6105A::InitializeControls() {
     for (int k = 0; k < kStates * kOutputs; ++k) cboActual[k].Clear();
 }
 
-void frmQX6105A::InitializeDieClass() {
-    InitializeDieDefaults("QX6105A", "QX6105AI", "QX6105AF");
-}
-
-void frmQX6105A::InitializePLLClass() {
-    clsPLL& pll = PLL();
-    cls4860Die& die = Die();
-    pll.mdblMaxP = die.MaximumP();
-    pll.mdblMaxQ = die.MaximumQ();
-    pll.mdblMinP = die.MinimumP();
-    pll.mdblMinQ = die.MinimumQ();
-    pll.mdblVCOMax = die.MaximumPLLVoltage();
-    pll.mdblVCOMin = die.MinimumPLLVoltage();
-}
-
 void frmQX6105A::SetDefaultOptions() {
     chkSmoothSlew.SetValue(0);
     // Pin 8 starts as output enable; run its step even when the option is already set.
@@ -191,10 +138,6 @@ void frmQX6105A::SetPreScale(int index, bool value) {
         return;
     }
     mablnPreScale[static_cast<size_t>(index)] = value;
-}
-
-double frmQX6105A::Frequency(int state) const {
-    return Val(txtPLL[state].Text());
 }
 
 // ---------------------------------------------------------------- Calculate
@@ -309,13 +252,6 @@ void frmQX6105A::cboClkDiv_Click(int Index) {
     cmdCalculate.SetBackColor(colors::Yellow);
 }
 
-double frmQX6105A::OutputMaximum() const {
-    const bool threeVolt = DieVoltage() == 3.3;
-    if (lblDevice.Caption() == "QX6105AF")
-        return threeVolt ? 80 : 100;
-    return threeVolt ? 100 : 130;
-}
-
 void frmQX6105A::CheckPLLLimits() {
     for (int i = txtPLL.LBound(); i <= txtPLL.UBound(); ++i) {
         mShared::CheckLimits(txtPLL[i], Die().MinimumPLLVoltage(), Die().MaximumPLLVoltage());
@@ -368,18 +304,6 @@ void frmQX6105A::cboActual_Click(int Index) {
 }
 
 // ---------------------------------------------------------------- inputs
-
-void frmQX6105A::txtPLL_Change(int) {
-    MarkCalculateDue();
-}
-
-void frmQX6105A::txtPLL_LostFocus(int Index) {
-    LeaveFrequencyField(txtPLL[Index], Die().MinimumPLLVoltage(), Die().MaximumPLLVoltage());
-}
-
-void frmQX6105A::chkSmoothSlew_Click() {
-    MarkCalculateDue();
-}
 
 void frmQX6105A::optFS_Click() {
     MarkCalculateDue();

@@ -21,25 +21,19 @@ class frmQX6105A : public frm4860Family {
 
     // Configurator
     void SetDevice(const std::string& device) override;
-    std::string PinName(int index) const override;
     void CalculatePower() override;
     void DisplayAllActuals() override;
     bool PreScale(int index) const override;
     void SetPreScale(int index, bool value) override;
     void CheckPLLLimits() override;
     void CalculateAllDesiredClocks() override;
-    // The output maximum of the device at the present voltage.
-    double OutputMaximum() const override;
 
     // Event procedures.
     void optFS_Click();
     void optOE_Click();
     void cboClkDiv_Click(int Index);
-    void cboPLLData_Click(int Index);
+    void cboPLLData_Click(int Index) override;
     void cboActual_Click(int Index);
-    void txtPLL_Change(int Index);
-    void txtPLL_LostFocus(int Index);
-    void chkSmoothSlew_Click();
 
     void DisplayPinout();
     void FindPLLs() override;
@@ -49,35 +43,23 @@ class frmQX6105A : public frm4860Family {
     OptionButton optFS;
     OptionButton optOE;
     ControlArray<Label> lblFS{kStates};
-    ControlArray<TextField> txtPLL{kStates};
     ControlArray<Label> lblPllData{kStates};
-    ControlArray<ListField> cboPLLData{kStates};
     ControlArray<Label> lblClkOutput{kStates * kOutputs};
     ControlArray<Label> lblDesired{kStates * kOutputs};
     ControlArray<ListField> cboClkDiv{kOutputs};
     ControlArray<ListField> cboActual{kStates * kOutputs};
     Frame fraOption;
-    CheckBox chkSmoothSlew;
-    Frame fraVoltage;
-    Frame fraReference;
-    Label lblFRefMin;
-    Label lblFRefMax;
 
   protected:
     void InitializeControls() override;
-    void InitializeDieClass() override;
-    void InitializePLLClass() override;
     void SetDefaultOptions() override;
     void FillFromEntryFile(clsEntryFile& data) override;
-    void ReleaseObjects() override;
 
   private:
     void RegisterFields();
     void ConnectEvents();
-    double Frequency(int state) const;
 
     std::array<bool, kStates> mablnPreScale{};
-    std::vector<std::string> mastrPinName;
 };
 
 }  // namespace pendulon

@@ -35,18 +35,12 @@ bool Is7312Model(const std::string& device) {
     return device == "QX7312" || device == "QX7312F" || device == "QX7312I";
 }
 
-char Letter(const std::string& text) {
-    return text.empty() ? '\0' : text[0];
-}
-
-std::string Index(int i) {
-    return "(" + std::to_string(i) + ")";
-}
-
 }  // namespace
 
 frmQX7311::frmQX7311(AppServices& app) : frm7311Family(app, "frmQX7311", kRows) {
     SetCaption("QX7311");
+    // Apply calculates at once on this window.
+    mblnApplyCalculates = true;
     fraModel.SetCaption("Device");
     opt7311.SetCaption("QX7311");
     opt7312.SetCaption("QX7312");
@@ -120,9 +114,9 @@ void frmQX7311::RegisterFields() {
     Register("chkShutdown", chkShutdown);
     Register("fraCPLL", fraCPLL);
     for (int i = 0; i < kRows; ++i) {
-        Register("lblSelect" + Index(i), lblSelect[i]);
-        Register("txtCPLL" + Index(i), txtCPLL[i]);
-        Register("cboCPLL" + Index(i), cboCPLL[i]);
+        Register(ElementName("lblSelect", i), lblSelect[i]);
+        Register(ElementName("txtCPLL", i), txtCPLL[i]);
+        Register(ElementName("cboCPLL", i), cboCPLL[i]);
     }
     Register("chkOffCPLL", chkOffCPLL);
     Register("chkSuspendCPLL", chkSuspendCPLL);
@@ -136,8 +130,8 @@ void frmQX7311::RegisterFields() {
     Register("chkSuspendUPLL", chkSuspendUPLL);
     Register("fraPLLData", fraPLLData);
     for (int i = 0; i < kRows; ++i) {
-        Register("lblCPLLData" + Index(i), lblCPLLData[i]);
-        Register("cboCPLLData" + Index(i), cboCPLLData[i]);
+        Register(ElementName("lblCPLLData", i), lblCPLLData[i]);
+        Register(ElementName("cboCPLLData", i), cboCPLLData[i]);
     }
     Register("lblSPLLData", lblSPLLData);
     Register("cboSPLLData", cboSPLLData);
@@ -153,11 +147,11 @@ void frmQX7311::RegisterFields() {
     Register("cboActualCPU", cboActualCPU);
     Register("chkSusCPU", chkSusCPU);
     for (int i = 0; i < kClocks; ++i) {
-        Register("lblClk" + Index(i), lblClk[i]);
-        Register("cboClk" + Index(i), cboClk[i]);
-        Register("lblDesiredClk" + Index(i), lblDesiredClk[i]);
-        Register("cboActualClk" + Index(i), cboActualClk[i]);
-        Register("chkSusClk" + Index(i), chkSusClk[i]);
+        Register(ElementName("lblClk", i), lblClk[i]);
+        Register(ElementName("cboClk", i), cboClk[i]);
+        Register(ElementName("lblDesiredClk", i), lblDesiredClk[i]);
+        Register(ElementName("cboActualClk", i), cboActualClk[i]);
+        Register(ElementName("chkSusClk", i), chkSusClk[i]);
     }
     Register("lblXBuff", lblXBuff);
     Register("cboXBuff", cboXBuff);
@@ -175,7 +169,7 @@ void frmQX7311::RegisterFields() {
     Register("fraPinout", fraPinout);
     Register("lblMinimum", lblMinimum);
     Register("lblMaximum", lblMaximum);
-    for (int i = 0; i < 4; ++i) Register("lblLimit" + Index(i), lblLimit[i]);
+    for (int i = 0; i < 4; ++i) Register(ElementName("lblLimit", i), lblLimit[i]);
     RegisterLimitFields();
     RegisterCommonTail();
 }
@@ -239,30 +233,17 @@ void frmQX7311::ConnectEvents() {
     }
     cboClk[3].OnGotFocus = [this] { mHelp::ShowHint(2, *this); };
     cboClk[3].OnLostFocus = [this] { Hint(""); };
-    for (int i = 0; i < txtPLLMin.Count(); ++i) {
-        txtPLLMin[i].OnGotFocus = [this, i] {
-            mShared::HighLightText(txtPLLMin[i]);
-            mHelp::ShowHint(19, *this, "0.5");
-        };
-        txtPLLMax[i].OnGotFocus = [this, i] {
-            mShared::HighLightText(txtPLLMax[i]);
-            mHelp::ShowHint(20, *this);
-        };
-        txtPLLMin[i].OnKeyPress = numbersOnly;
-        txtPLLMax[i].OnKeyPress = numbersOnly;
-    }
+    ConnectLimitFieldHelp();
 }
 
 // ---------------------------------------------------------------- objects and contract
 
 clsPower7311& frmQX7311::PowerModel() {
-    if (!mclsPower)
-        mclsPower = std::make_unique<clsPower7311>(App().Errors());
-    return *mclsPower;
+    return MadeOnFirstUse(mclsPower, App().Errors());
 }
 
 void frmQX7311::ReleaseObjects() {
-    ReleaseFamilyObjects();
+    DeviceWindow::ReleaseObjects();
     mclsPower.reset();
 }
 
@@ -283,14 +264,6 @@ void frmQX7311::SetDevice(const std::string& device) {
     SetCaption(device);
     AttachEntryFile();
     ResetForm();
-}
-
-std::string frmQX7311::PinName(int index) const {
-    if (index < 0 || index >= static_cast<int>(mastrPinName.size())) {
-        App().Errors().Raise(errors::SubscriptOutOfRange, "frmQX7311.PinName [Property Get]");
-        return {};
-    }
-    return mastrPinName[static_cast<size_t>(index)];
 }
 
 void frmQX7311::FillFromEntryFile(clsEntryFile& data) {
@@ -456,27 +429,6 @@ void frmQX7311::CheckPLLLimits() {
     for (int i = 0; i < kRows; ++i) mShared::CheckLimits(txtCPLL[i], CPLLMinimum(), CPLLMaximum());
 }
 
-void frmQX7311::cmdApplyLimits_Click() {
-    const bool wasEnabled = Enabled();
-    SetEnabled(false);
-    MarkCalculateDue();
-    SetNewPLLLimits();
-    InitializeAllPLLClasses();
-    CheckPLLLimits();
-    if (LimitsEqualDefaults()) {
-        chkUseDefault.SetValue(1);
-    } else {
-        chkUseDefault.SetValue(0);
-        GetCurrentPLLLimits();
-    }
-    cmdCalculate_Click();
-    cmdApplyLimits.SetBackColor(colors::Grey);
-    cmdApplyLimits.SetEnabled(false);
-    SetEnabled(wasEnabled);
-    if (Enabled())
-        SetFocus();
-}
-
 // ---------------------------------------------------------------- Calculate
 
 void frmQX7311::FindPLLs() {
@@ -532,7 +484,7 @@ void frmQX7311::DisplayDesired(ListField& source, Label& label) {
     }
     const std::int32_t divisor = mShared::GetNonZeroDivisor(text);
     double value = 0;
-    switch (Letter(text)) {
+    switch (FirstLetter(text)) {
         case 'C':
             label.SetCaption(" " + text);
             return;
@@ -550,14 +502,16 @@ void frmQX7311::DisplayDesired(ListField& source, Label& label) {
             label.SetCaption("");
             return;
     }
-    label.SetCaption(" " + mShared::FormatFrequencyFixed(value));
+    std::string caption = " ";
+    caption += mShared::FormatFrequencyFixed(value);
+    label.SetCaption(caption);
 }
 
 void frmQX7311::PaintLikeLoop(ListField& source, Label& desired) {
     Color color = colors::WindowText;
-    if (Letter(source.Text()) == 'S') {
+    if (FirstLetter(source.Text()) == 'S') {
         color = txtSPLL.ForeColor();
-    } else if (Letter(source.Text()) == 'U') {
+    } else if (FirstLetter(source.Text()) == 'U') {
         color = txtUPLL.ForeColor();
     }
     desired.SetForeColor(color);
@@ -582,7 +536,7 @@ void frmQX7311::cboXBuff_Click() {
 void frmQX7311::cboClkF_Click() {
     OutputClicked(cboClkF, lblDesiredClkF, chkSusClkF);
     // CLKF has only SPLL sources; any other text takes the window text colour.
-    const Color color = Letter(cboClkF.Text()) == 'S' ? txtSPLL.ForeColor() : colors::WindowText;
+    const Color color = FirstLetter(cboClkF.Text()) == 'S' ? txtSPLL.ForeColor() : colors::WindowText;
     lblDesiredClkF.SetForeColor(color);
     cboClkF.SetForeColor(color);
     MarkCalculateDue();
@@ -613,23 +567,7 @@ void frmQX7311::cboFRef_Click() {
 // ---------------------------------------------------------------- loop fields
 
 void frmQX7311::LeaveLoopField(TextField& field, double minimum, double maximum) {
-    const std::string text = Trim(field.Text());
-    std::string result = text;
-    if (text != "Off") {
-        const double value = Val(text);
-        if (text == "0" || text.empty()) {
-            result = "Off";
-        } else if (value < minimum) {
-            result = mShared::FormatFrequencyShort(minimum);
-        } else if (value > maximum) {
-            result = mShared::FormatFrequencyShort(maximum);
-        } else {
-            result = mShared::FormatFrequencyShort(value);
-        }
-    }
-    if (result != field.Text())
-        field.SetText(result);
-    field.SetForeColor(colors::WindowText);
+    ClampFrequencyField(field, minimum, [maximum] { return maximum; });
     field.SetSelLength(0);
 }
 
@@ -686,7 +624,7 @@ void frmQX7311::DisplayAllActuals() {
         const std::string source = cboClk[i].Text();
         const auto divisor = static_cast<std::int16_t>(mShared::GetNonZeroDivisor(source));
         actual.Clear();
-        const char letter = Letter(source);
+        const char letter = FirstLetter(source);
         if (letter == 'S' || letter == 'U') {
             TextField& loopText = letter == 'S' ? txtSPLL : txtUPLL;
             ListField& loopActual = letter == 'S' ? cboSPLL : cboUPLL;
@@ -712,7 +650,7 @@ void frmQX7311::DisplayAllActuals() {
         }
     }
     cboActualClkF.Clear();
-    if (Letter(cboClkF.Text()) == 'S' && txtSPLL.Text() != "Off") {
+    if (FirstLetter(cboClkF.Text()) == 'S' && txtSPLL.Text() != "Off") {
         SPLL().DisplayActual(cboSPLL, cboActualClkF,
                              static_cast<std::int16_t>(mShared::GetNonZeroDivisor(cboClkF.Text())));
         lblDesiredClkF.SetForeColor(txtSPLL.ForeColor());
@@ -750,7 +688,7 @@ void frmQX7311::MatchActualClockIndex(ListField& source, const std::string& lett
 }
 
 void frmQX7311::MatchSourceIndex(const std::string& text, ListField& list) {
-    switch (Letter(text)) {
+    switch (FirstLetter(text)) {
         case 'U':
             MatchListIndex(cboUPLL, list);
             break;
@@ -808,7 +746,7 @@ void frmQX7311::cboActualClk_Click(int Index) {
     MatchSourceIndex(cboClk[Index].Text(), actual);
     if (actual.Text() == "Off")
         return;
-    const char letter = Letter(cboClk[Index].Text());
+    const char letter = FirstLetter(cboClk[Index].Text());
     if (letter == 'S') {
         actual.SetForeColor(cboSPLL.ForeColor());
     } else if (letter == 'U') {
@@ -1030,27 +968,21 @@ void frmQX7311::CalculatePower() {
         model.mdblUPLL = upll;
         model.mdblXBuff = xbuff;
         const bool suspendedRow = suspend && r < kHighRow;
-        if (suspendedRow) {
-            if (chkSuspendCPLL.Value() == 1)
-                model.mdblCPLL = 0;
-            if (chkSuspendSPLL.Value() == 1)
-                model.mdblSPLL = 0;
-            if (chkSuspendUPLL.Value() == 1)
-                model.mdblUPLL = 0;
-        }
-        if (Letter(cboCPU.Text()) == 'C')
+        if (suspendedRow)
+            StopSuspendedLoops(model);
+        if (FirstLetter(cboCPU.Text()) == 'C')
             model.mdblCPU = model.mdblCPLL / cpuDivisor;
         std::array<double, kClocks> clock{};
         for (int k = 0; k < kClocks; ++k) {
             const auto kk = static_cast<size_t>(k);
             clock[kk] = Val(cboActualClk[k].Text());
-            const char letter = Letter(cboClk[k].Text());
+            const char letter = FirstLetter(cboClk[k].Text());
             if (letter == 'C')
                 clock[kk] = model.mdblCPLL / clockDivisor[kk];
             pllSuspended[kk] = loopSuspended(letter, pllSuspended[kk]);
         }
         model.mdblClockF = Val(cboActualClkF.Text());
-        const char letterF = Letter(cboClkF.Text());
+        const char letterF = FirstLetter(cboClkF.Text());
         pllSuspendedF = loopSuspended(letterF, pllSuspendedF);
         if (letterF == 'C')
             model.mdblClockF = model.mdblCPLL / clockFDivisor;

@@ -25,10 +25,8 @@ class frmQX7311 : public frm7311Family {
 
     // Configurator
     void SetDevice(const std::string& device) override;
-    std::string PinName(int index) const override;
     void CalculatePower() override;
     void DisplayAllActuals() override;
-    void cmdApplyLimits_Click() override;
     void CheckPLLLimits() override;
     void FindPLLs() override;
 
@@ -173,7 +171,6 @@ class frmQX7311 : public frm7311Family {
     void OutputClicked(ListField& source, Label& desired, CheckBox& box);
     void PaintLikeLoop(ListField& source, Label& desired);
 
-    std::vector<std::string> mastrPinName;
     std::map<const CheckBox*, int> mintSavedCheck;
     std::array<bool, kRows> mablnCPLLOff{};
     int mvarOffCPLL = 0;

@@ -12,16 +12,25 @@
 // write them.
 namespace pendulon::OnePLLDieLimits {
 
+// Visits the limits of the voltage set (3 V when is3V) with their element of a limit array: the
+// minimum VCO limit, P and Q, then their maxima. Die may be const.
+template <class Die, class Visit>
+void ForEachLimit(Die& die, bool is3V, Visit&& visit) {
+    visit(false, 0, is3V ? die.mdblPLLMin3V : die.mdblPLLMin5V);
+    visit(false, 1, is3V ? die.mdblMinP3V : die.mdblMinP5V);
+    visit(false, 2, is3V ? die.mdblMinQ3V : die.mdblMinQ5V);
+    visit(true, 0, is3V ? die.mdblPLLMax3V : die.mdblPLLMax5V);
+    visit(true, 1, is3V ? die.mdblMaxP3V : die.mdblMaxP5V);
+    visit(true, 2, is3V ? die.mdblMaxQ3V : die.mdblMaxQ5V);
+}
+
 // Copies the limits of the voltage set (3 V when is3V) into the two arrays.
 template <class Die>
 void GetCurrent(const Die& die, bool is3V, std::vector<double>& adblMinimum,
                 std::vector<double>& adblMaximum, ErrorReport& errors, const std::string& source) {
-    LimitArray::Write(adblMinimum, 0, is3V ? die.mdblPLLMin3V : die.mdblPLLMin5V, errors, source);
-    LimitArray::Write(adblMinimum, 1, is3V ? die.mdblMinP3V : die.mdblMinP5V, errors, source);
-    LimitArray::Write(adblMinimum, 2, is3V ? die.mdblMinQ3V : die.mdblMinQ5V, errors, source);
-    LimitArray::Write(adblMaximum, 0, is3V ? die.mdblPLLMax3V : die.mdblPLLMax5V, errors, source);
-    LimitArray::Write(adblMaximum, 1, is3V ? die.mdblMaxP3V : die.mdblMaxP5V, errors, source);
-    LimitArray::Write(adblMaximum, 2, is3V ? die.mdblMaxQ3V : die.mdblMaxQ5V, errors, source);
+    ForEachLimit(die, is3V, [&](bool isMaximum, size_t element, const double& limit) {
+        LimitArray::Write(isMaximum ? adblMaximum : adblMinimum, element, limit, errors, source);
+    });
 }
 
 // Copies the default limits of the voltage set into the two arrays.
@@ -60,12 +69,9 @@ template <class Die>
 void SetNew(Die& die, bool is3V, const std::vector<double>& adblMinimum,
             const std::vector<double>& adblMaximum, ErrorReport& errors,
             const std::string& source) {
-    LimitArray::Read(adblMinimum, 0, is3V ? die.mdblPLLMin3V : die.mdblPLLMin5V, errors, source);
-    LimitArray::Read(adblMinimum, 1, is3V ? die.mdblMinP3V : die.mdblMinP5V, errors, source);
-    LimitArray::Read(adblMinimum, 2, is3V ? die.mdblMinQ3V : die.mdblMinQ5V, errors, source);
-    LimitArray::Read(adblMaximum, 0, is3V ? die.mdblPLLMax3V : die.mdblPLLMax5V, errors, source);
-    LimitArray::Read(adblMaximum, 1, is3V ? die.mdblMaxP3V : die.mdblMaxP5V, errors, source);
-    LimitArray::Read(adblMaximum, 2, is3V ? die.mdblMaxQ3V : die.mdblMaxQ5V, errors, source);
+    ForEachLimit(die, is3V, [&](bool isMaximum, size_t element, double& limit) {
+        LimitArray::Read(isMaximum ? adblMaximum : adblMinimum, element, limit, errors, source);
+    });
 }
 
 }  // namespace pendulon::OnePLLDieLimits

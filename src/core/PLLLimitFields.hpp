@@ -98,3 +98,30 @@ void SetNew(LimitForm& frmInput, clsReference& objReference, Die& objDie, ErrorR
 }
 
 }  // namespace pendulon::PLLLimitFields
+
+namespace pendulon {
+
+// The limit exchange a device's rules offer: the user-limit fields of a window to and from the
+// reference and the die (Die). name is the rules class's name, the source of its error reports.
+template <class Die>
+class PLLLimitRules {
+  public:
+    PLLLimitRules(ErrorReport& errors, const char* name) : errors_(errors), name_(name) {}
+
+    void GetCurrentPLLLimits(LimitForm& frmInput, clsReference& objReference, Die& objDie) {
+        PLLLimitFields::GetCurrent(frmInput, objReference, objDie, errors_,
+                                   name_ + ".GetCurrentPLLLimits");
+    }
+    void SetNewPLLLimits(LimitForm& frmInput, clsReference& objReference, Die& objDie) {
+        PLLLimitFields::SetNew(frmInput, objReference, objDie, errors_,
+                               name_ + ".SetNewPLLLimits");
+    }
+
+  protected:
+    ErrorReport& errors_;
+
+  private:
+    std::string name_;
+};
+
+}  // namespace pendulon

@@ -52,6 +52,14 @@ size_t InStrNoCase(std::string_view text, std::string_view what, size_t start) {
     return at == text.end() ? 0 : static_cast<size_t>(at - text.begin()) + 1;
 }
 
+bool StartsWith(std::string_view text, char letter) {
+    return !text.empty() && text[0] == letter;
+}
+
+char FirstLetter(std::string_view text) {
+    return text.empty() ? '\0' : text[0];
+}
+
 bool StartsWithNoCase(std::string_view text, std::string_view prefix) {
     return text.size() >= prefix.size() && EqualsNoCase(text.substr(0, prefix.size()), prefix);
 }

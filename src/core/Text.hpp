@@ -12,6 +12,10 @@ std::string UCase(std::string_view text);
 size_t InStr(std::string_view text, std::string_view what, size_t start = 1);
 size_t InStrNoCase(std::string_view text, std::string_view what, size_t start = 1);
 bool StartsWithNoCase(std::string_view text, std::string_view prefix);
+// Whether a text begins with letter.
+bool StartsWith(std::string_view text, char letter);
+// The first character of a text, or '\0' for the empty text.
+char FirstLetter(std::string_view text);
 bool ContainsNoCase(std::string_view text, std::string_view what);
 bool EqualsNoCase(std::string_view a, std::string_view b);
 // First character of a text, or the empty text.

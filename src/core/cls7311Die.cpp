@@ -36,19 +36,26 @@ cls7311Die::LoopFields cls7311Die::Loop(int loop, bool threeVolt) {
     }
 }
 
-void cls7311Die::GetCurrentLimits(std::vector<double>& adblMinimum,
-                                  std::vector<double>& adblMaximum) {
-    const std::string source = "cls7311Die.GetCurrentLimits";
+void cls7311Die::ForEachPresentLimit(
+    const std::function<void(bool isMaximum, size_t element, double& limit)>& visit) {
     for (int loop = 0; loop < 3; ++loop) {
         const LoopFields f = Loop(loop, Is3V());
         const size_t base = static_cast<size_t>(loop) * 3;
-        LimitArray::Write(adblMinimum, base, *f.VCOMin, errors_, source);
-        LimitArray::Write(adblMinimum, base + 1, *f.MinP, errors_, source);
-        LimitArray::Write(adblMinimum, base + 2, *f.MinQ, errors_, source);
-        LimitArray::Write(adblMaximum, base, *f.VCOMax, errors_, source);
-        LimitArray::Write(adblMaximum, base + 1, *f.MaxP, errors_, source);
-        LimitArray::Write(adblMaximum, base + 2, *f.MaxQ, errors_, source);
+        visit(false, base, *f.VCOMin);
+        visit(false, base + 1, *f.MinP);
+        visit(false, base + 2, *f.MinQ);
+        visit(true, base, *f.VCOMax);
+        visit(true, base + 1, *f.MaxP);
+        visit(true, base + 2, *f.MaxQ);
     }
+}
+
+void cls7311Die::GetCurrentLimits(std::vector<double>& adblMinimum,
+                                  std::vector<double>& adblMaximum) {
+    const std::string source = "cls7311Die.GetCurrentLimits";
+    ForEachPresentLimit([&](bool isMaximum, size_t element, double& limit) {
+        LimitArray::Write(isMaximum ? adblMaximum : adblMinimum, element, limit, errors_, source);
+    });
 }
 
 void cls7311Die::GetDefaultLimits(std::vector<double>& adblMinimum,
@@ -104,16 +111,9 @@ void cls7311Die::SetDefaultLimits() {
 void cls7311Die::SetNewLimits(const std::vector<double>& adblMinimum,
                               const std::vector<double>& adblMaximum) {
     const std::string source = "cls7311Die.SetNewLimits";
-    for (int loop = 0; loop < 3; ++loop) {
-        const LoopFields f = Loop(loop, Is3V());
-        const size_t base = static_cast<size_t>(loop) * 3;
-        LimitArray::Read(adblMinimum, base, *f.VCOMin, errors_, source);
-        LimitArray::Read(adblMinimum, base + 1, *f.MinP, errors_, source);
-        LimitArray::Read(adblMinimum, base + 2, *f.MinQ, errors_, source);
-        LimitArray::Read(adblMaximum, base, *f.VCOMax, errors_, source);
-        LimitArray::Read(adblMaximum, base + 1, *f.MaxP, errors_, source);
-        LimitArray::Read(adblMaximum, base + 2, *f.MaxQ, errors_, source);
-    }
+    ForEachPresentLimit([&](bool isMaximum, size_t element, double& limit) {
+        LimitArray::Read(isMaximum ? adblMaximum : adblMinimum, element, limit, errors_, source);
+    });
 }
 
 }  // namespace pendulon

@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <vector>
 
 #include "platform/ErrorReport.hpp"
@@ -83,6 +84,10 @@ class cls7311Die {
     };
     // Loop 0 CPLL, 1 UPLL, 2 SPLL.
     LoopFields Loop(int loop, bool threeVolt);
+    // Visits every limit of the present voltage with its element of a limit array: loop by
+    // loop, the minimum VCO frequency, P and Q, then their maxima.
+    void ForEachPresentLimit(
+        const std::function<void(bool isMaximum, size_t element, double& limit)>& visit);
     bool Is3V() const { return mdblVoltage == 3.3; }
     ErrorReport& errors_;
 };

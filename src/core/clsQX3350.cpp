@@ -5,18 +5,7 @@
 
 namespace pendulon {
 
-clsQX3350::clsQX3350(ErrorReport& errors) : errors_(errors) {}
-
-void clsQX3350::GetCurrentPLLLimits(LimitForm& frmInput, clsReference& objReference,
-                                    cls3350Die& objDie) {
-    PLLLimitFields::GetCurrent(frmInput, objReference, objDie, errors_,
-                               "clsQX3350.GetCurrentPLLLimits");
-}
-
-void clsQX3350::SetNewPLLLimits(LimitForm& frmInput, clsReference& objReference,
-                                cls3350Die& objDie) {
-    PLLLimitFields::SetNew(frmInput, objReference, objDie, errors_, "clsQX3350.SetNewPLLLimits");
-}
+clsQX3350::clsQX3350(ErrorReport& errors) : PLLLimitRules(errors, "clsQX3350") {}
 
 std::int32_t clsQX3350::Maximum(double dblReference, std::int32_t lngLimit, const char* source) {
     // The comparison frequency may not drop below 0.032 MHz.

@@ -1,7 +1,7 @@
 #pragma once
 #include <cstdint>
 
-#include "core/LimitForm.hpp"
+#include "core/PLLLimitFields.hpp"
 #include "core/cls3350Die.hpp"
 #include "core/clsReference.hpp"
 #include "platform/ErrorReport.hpp"
@@ -10,11 +10,10 @@
 namespace pendulon {
 
 // Device rules of the QX3350.
-class clsQX3350 {
+class clsQX3350 : public PLLLimitRules<cls3350Die> {
   public:
     explicit clsQX3350(ErrorReport& errors);
 
-    void GetCurrentPLLLimits(LimitForm& frmInput, clsReference& objReference, cls3350Die& objDie);
     // The smaller of the limit and reference / 0.032, rounded half to even.
     std::int32_t GetMaximumP(double dblReference, std::int32_t lngLimit);
     std::int32_t GetMaximumQ(double dblReference, std::int32_t lngLimit);
@@ -22,12 +21,10 @@ class clsQX3350 {
     std::int32_t GetMinimumP(double dblReference, std::int32_t lngLimit);
     std::int32_t GetMinimumQ(double dblReference, std::int32_t lngLimit);
     void InitializeClockDivisors(ListField& cboClockDivisors);
-    void SetNewPLLLimits(LimitForm& frmInput, clsReference& objReference, cls3350Die& objDie);
 
   private:
     std::int32_t Maximum(double dblReference, std::int32_t lngLimit, const char* source);
     std::int32_t Minimum(double dblValue, std::int32_t lngLimit, const char* source);
-    ErrorReport& errors_;
 };
 
 }  // namespace pendulon

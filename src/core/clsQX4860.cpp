@@ -6,18 +6,7 @@
 
 namespace pendulon {
 
-clsQX4860::clsQX4860(ErrorReport& errors) : errors_(errors) {}
-
-void clsQX4860::GetCurrentPLLLimits(LimitForm& frmInput, clsReference& objReference,
-                                    cls4860Die& objDie) {
-    PLLLimitFields::GetCurrent(frmInput, objReference, objDie, errors_,
-                               "clsQX4860.GetCurrentPLLLimits");
-}
-
-void clsQX4860::SetNewPLLLimits(LimitForm& frmInput, clsReference& objReference,
-                                cls4860Die& objDie) {
-    PLLLimitFields::SetNew(frmInput, objReference, objDie, errors_, "clsQX4860.SetNewPLLLimits");
-}
+clsQX4860::clsQX4860(ErrorReport& errors) : PLLLimitRules(errors, "clsQX4860") {}
 
 std::int32_t clsQX4860::GetMaximumQ(double dblReference, std::int32_t lngDefaultMaximum) {
     const std::int32_t lngR =

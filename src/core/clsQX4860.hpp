@@ -1,7 +1,7 @@
 #pragma once
 #include <cstdint>
 
-#include "core/LimitForm.hpp"
+#include "core/PLLLimitFields.hpp"
 #include "core/cls4860Die.hpp"
 #include "core/clsReference.hpp"
 #include "platform/ErrorReport.hpp"
@@ -10,21 +10,17 @@
 namespace pendulon {
 
 // Device rules of the QX4860 and QX6105A families.
-class clsQX4860 {
+class clsQX4860 : public PLLLimitRules<cls4860Die> {
   public:
     explicit clsQX4860(ErrorReport& errors);
 
-    void GetCurrentPLLLimits(LimitForm& frmInput, clsReference& objReference, cls4860Die& objDie);
     // Keeps the comparison frequency reference / Q at 0.15 MHz or above.
     std::int32_t GetMaximumQ(double dblReference, std::int32_t lngDefaultMaximum);
     std::int32_t GetMaximumQWithSmoothSlew(LimitForm& frmInput, double dblFrequency,
                                            double dblReference, std::int32_t lngDefaultMaximum,
                                            std::int16_t intDivisor);
     void InitializeClockDivisors(ListField& cboClockDivisors);
-    void SetNewPLLLimits(LimitForm& frmInput, clsReference& objReference, cls4860Die& objDie);
 
-  private:
-    ErrorReport& errors_;
 };
 
 }  // namespace pendulon

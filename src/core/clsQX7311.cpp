@@ -14,7 +14,7 @@ namespace {
 constexpr double kBaseReference = 14.31818;
 }  // namespace
 
-clsQX7311::clsQX7311(ErrorReport& errors) : errors_(errors) {}
+clsQX7311::clsQX7311(ErrorReport& errors) : PLLLimitRules(errors, "clsQX7311") {}
 
 std::int32_t clsQX7311::GetMaximumQ(double dblReference, std::int32_t lngDefaultMaximum) {
     const std::int32_t lngR =
@@ -47,17 +47,6 @@ std::int32_t clsQX7311::GetCPLLQMax(double dblFPLL, double dblFRef, double dblQM
     if (lngQ <= dblQMAX)
         return lngQ;
     return LimitArray::ToLongOr(dblQMAX, 0, errors_, source);
-}
-
-void clsQX7311::GetCurrentPLLLimits(LimitForm& frmInput, clsReference& objReference,
-                                    cls7311Die& objDie) {
-    PLLLimitFields::GetCurrent(frmInput, objReference, objDie, errors_,
-                               "clsQX7311.GetCurrentPLLLimits");
-}
-
-void clsQX7311::SetNewPLLLimits(LimitForm& frmInput, clsReference& objReference,
-                                cls7311Die& objDie) {
-    PLLLimitFields::SetNew(frmInput, objReference, objDie, errors_, "clsQX7311.SetNewPLLLimits");
 }
 
 void clsQX7311::InitializeCPUDivisorComboBox(ListField& cboCPU) {

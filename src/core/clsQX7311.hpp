@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "core/LimitForm.hpp"
+#include "core/PLLLimitFields.hpp"
 #include "core/cls7311Die.hpp"
 #include "core/clsReference.hpp"
 #include "platform/ErrorReport.hpp"
@@ -11,7 +11,7 @@
 namespace pendulon {
 
 // Device rules of the QX7311 family.
-class clsQX7311 {
+class clsQX7311 : public PLLLimitRules<cls7311Die> {
   public:
     explicit clsQX7311(ErrorReport& errors);
 
@@ -20,17 +20,12 @@ class clsQX7311 {
     // The CPLL's largest Q, narrowed by how far the other loop frequencies lie from it.
     std::int32_t GetCPLLQMax(double dblFPLL, double dblFRef, double dblQMAX,
                              const std::vector<double>& adblPLLFReq);
-    void GetCurrentPLLLimits(LimitForm& frmInput, clsReference& objReference, cls7311Die& objDie);
-    void SetNewPLLLimits(LimitForm& frmInput, clsReference& objReference, cls7311Die& objDie);
 
     // The sources the outputs offer, first entry selected: the CPU output, CLKF, and CLKA to
     // CLKD (index 0 to 3).
     static void InitializeCPUDivisorComboBox(ListField& cboCPU);
     static void InitializeClockFDivisorComboBox(ListField& cboClkF);
     static void InitializeClockDivisors(ListField& list, int index);
-
-  private:
-    ErrorReport& errors_;
 };
 
 }  // namespace pendulon

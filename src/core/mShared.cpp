@@ -224,14 +224,53 @@ void MaskKeystrokeForNumbers(int& keyCode, int wholeNumbers, PlatformServices& s
     services.Beep();
 }
 
-double ComputeState(const Window& form) {
-    double sum = 0;
-    double i = 0;
+FormState::FormState(std::uint64_t value) { Add(value); }
+
+void FormState::AddToLimb(std::size_t index, std::uint64_t value) {
+    // value is below 2^64: it spans this digit and the next; the carry runs on from there.
+    while (value != 0) {
+        if (limbs_.size() <= index)
+            limbs_.resize(index + 1, 0);
+        const std::uint64_t sum = static_cast<std::uint64_t>(limbs_[index]) + (value & 0xFFFFFFFFu);
+        limbs_[index] = static_cast<std::uint32_t>(sum);
+        value = (value >> 32) + (sum >> 32);
+        ++index;
+    }
+}
+
+void FormState::Add(std::uint64_t value, unsigned shift) {
+    const std::size_t index = shift / 32;
+    const unsigned bits = shift % 32;
+    // Each half of value, moved by fewer than 32 bits, still fits in 64.
+    AddToLimb(index, (value & 0xFFFFFFFFu) << bits);
+    AddToLimb(index + 1, (value >> 32) << bits);
+}
+
+void FormState::Subtract(std::uint64_t value) {
+    std::uint64_t borrow = 0;
+    for (std::size_t index = 0; index < limbs_.size() && (value != 0 || borrow != 0); ++index) {
+        const std::uint64_t take = (value & 0xFFFFFFFFu) + borrow;
+        const std::uint64_t digit = limbs_[index];
+        borrow = digit < take ? 1 : 0;
+        limbs_[index] = static_cast<std::uint32_t>((digit | (borrow << 32)) - take);
+        value >>= 32;
+    }
+    Trim();
+}
+
+void FormState::Trim() {
+    while (!limbs_.empty() && limbs_.back() == 0) limbs_.pop_back();
+}
+
+FormState ComputeState(const Window& form) {
+    FormState sum;
+    std::uint64_t i = 0;
     for (const Field* field : form.Fields().Fields()) {
-        double v = 0;
+        const std::uint64_t weight = i * i;
+        std::uint64_t v = 0;
         switch (field->Kind()) {
             case FieldKind::Check:
-                v = static_cast<const CheckBox*>(field)->Value();
+                v = static_cast<std::uint64_t>(static_cast<const CheckBox*>(field)->Value());
                 break;
             case FieldKind::Option: {
                 const auto* option = static_cast<const OptionButton*>(field);
@@ -239,15 +278,23 @@ double ComputeState(const Window& form) {
                 break;
             }
             case FieldKind::List:
-                v = static_cast<const ListField*>(field)->ListIndex() + 1;
+                v = static_cast<std::uint64_t>(
+                    static_cast<const ListField*>(field)->ListIndex() + 1);
                 break;
-            case FieldKind::Text:
-                v = StringToDouble(static_cast<const TextField*>(field)->Text());
+            case FieldKind::Text: {
+                // StringToDouble's value, first character x (2^length - 1), without rounding.
+                const std::string& text = static_cast<const TextField*>(field)->Text();
+                if (!text.empty()) {
+                    const std::uint64_t first = static_cast<unsigned char>(text[0]);
+                    sum.Add(weight * first, static_cast<unsigned>(text.size()));
+                    sum.Subtract(weight * first);
+                }
                 break;
+            }
             default:
                 v = 0;
         }
-        sum += i * i * v;
+        sum.Add(weight * v);
         i += 1;
     }
     return sum;

@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/ErrorReport.hpp"
 #include "platform/Field.hpp"
@@ -46,7 +47,30 @@ void CheckLimits(Field& field, double minimum, double maximum);
 void HighLightText(TextField& field);
 void HighLightText(ListField& field);
 void MaskKeystrokeForNumbers(int& keyCode, int wholeNumbers, PlatformServices& services);
-double ComputeState(const Window& form);
+
+// The change-detection value of a form, held exactly as the whole number it is. A text field
+// weighs its first character times (2 to the power of its length, less 1): a file path of fifty
+// characters alone outweighs the rest of the form by more than a Double's 53 bits, and a path
+// of some thousand characters overflows one. As a Double, the edit of a short field would
+// vanish in the sum and a changed document would close without the question to save it.
+class FormState {
+public:
+    FormState() = default;
+    explicit FormState(std::uint64_t value);
+    // Adds value x 2^shift.
+    void Add(std::uint64_t value, unsigned shift = 0);
+    // Takes value away; the state is at least value.
+    void Subtract(std::uint64_t value);
+    friend bool operator==(const FormState&, const FormState&) = default;
+
+private:
+    void AddToLimb(std::size_t index, std::uint64_t value);
+    void Trim();
+    // Base 2^32 digits, the least significant first, never a zero digit at the top.
+    std::vector<std::uint32_t> limbs_;
+};
+
+FormState ComputeState(const Window& form);
 
 // The text of a field whatever its kind: Text of text and list fields, Caption of the rest.
 std::string FieldText(const Field& field);

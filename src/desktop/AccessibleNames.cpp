@@ -85,9 +85,25 @@ void InstallOptionButtonAccessibility() {
     (void)installed;
 }
 
+namespace {
+const char* const kValueProperty = "pendulonValueLabel";
+const char* const kHeadingProperty = "pendulonColumnHeading";
+}  // namespace
+
+void MarkAsValue(QLabel* label) {
+    label->setProperty(kValueProperty, true);
+}
+
+void SetColumnHeading(QWidget* field, const QString& heading) {
+    field->setProperty(kHeadingProperty, heading);
+}
+
 void NameFieldsFromLabels(QWidget* root) {
     InstallOptionButtonAccessibility();
     const QList<QLabel*> labels = root->findChildren<QLabel*>();
+    const auto place = [root](const QWidget* widget) {
+        return QRect(widget->mapTo(root, QPoint(0, 0)), widget->size());
+    };
     for (QWidget* widget : root->findChildren<QWidget*>()) {
         const QString name = widget->objectName();
         if (name.isEmpty() || name.startsWith("qt_") || !IsInput(widget))
@@ -99,41 +115,57 @@ void NameFieldsFromLabels(QWidget* root) {
             continue;
         }
         QWidget* group = GroupOf(widget, root);
-        const QRect at(widget->mapTo(root, QPoint(0, 0)), widget->size());
+        const QString groupTitle = [group] {
+            auto* box = qobject_cast<QGroupBox*>(group);
+            return box == nullptr ? QString() : box->title();
+        }();
+        // A scroll bar moves its whole group.
+        if (qobject_cast<QScrollBar*>(widget) != nullptr) {
+            widget->setAccessibleName(groupTitle);
+            continue;
+        }
+        const QRect at = place(widget);
         const QLabel* caption = nullptr;
         const QLabel* heading = nullptr;
         for (const QLabel* label : labels) {
-            if (LabelText(label).isEmpty() || label->isHidden() || GroupOf(label, root) != group)
+            if (LabelText(label).isEmpty() || label->isHidden() || GroupOf(label, root) != group ||
+                label->property(kValueProperty).toBool())
                 continue;
-            const QRect box(label->mapTo(root, QPoint(0, 0)), label->size());
-            // The row's title: the first label of the field's row, left of it and level with it
-            // (labels between them show values).
+            const QRect box = place(label);
+            // The row's title: the nearest label before the field in its row (labels that show
+            // values do not count).
             if (box.right() < at.left() && box.center().y() >= at.top() &&
                 box.center().y() <= at.bottom()) {
-                if (caption == nullptr ||
-                    box.left() < QRect(caption->mapTo(root, QPoint(0, 0)), caption->size()).left())
+                if (caption == nullptr || box.right() > place(caption).right())
                     caption = label;
             }
             // The column's heading: above the field, over its left part; the nearest one.
             if (box.bottom() < at.top() && box.left() <= at.left() + at.width() / 2 &&
                 box.right() >= at.left()) {
-                if (heading == nullptr ||
-                    box.bottom() > QRect(heading->mapTo(root, QPoint(0, 0)), heading->size()).bottom())
+                if (heading == nullptr || box.bottom() > place(heading).bottom())
                     heading = label;
             }
         }
-        // The row's title and the column's heading, else the group's title.
         QStringList parts;
-        if (caption != nullptr)
-            parts << LabelText(caption);
-        if (heading != nullptr)
-            parts << LabelText(heading);
-        else if (auto* box = qobject_cast<QGroupBox*>(group); box != nullptr && !box->title().isEmpty())
-            parts << box->title();
+        const QString given = widget->property(kHeadingProperty).toString();
+        if (heading == nullptr && !given.isEmpty()) {
+            // A row under the columns of another group: its own title, then the column.
+            parts << (caption != nullptr ? LabelText(caption) : groupTitle) << given;
+        } else {
+            // The row's title and the column's heading, else the group's title.
+            if (caption != nullptr)
+                parts << LabelText(caption);
+            if (heading != nullptr)
+                parts << LabelText(heading);
+            else if (!groupTitle.isEmpty())
+                parts << groupTitle;
+        }
+        parts.removeAll(QString());
         widget->setAccessibleName(parts.join(' '));
         // Screen readers also follow a label to the field it stands for (lists are read so on
-        // this system): the row's title points at the row's first field.
-        if (caption != nullptr && caption->buddy() == nullptr)
+        // this system): the row's title points at the nearest field after it.
+        if (caption != nullptr && (caption->buddy() == nullptr ||
+                                   place(caption->buddy()).left() > at.left()))
             const_cast<QLabel*>(caption)->setBuddy(widget);
     }
 }

@@ -62,6 +62,10 @@ int KeyAsciiOf(const QKeyEvent& event) {
             return 8;
         case Qt::Key_Escape:
             return 27;
+        // Tab and Shift+Tab move between fields; the form never sees them as characters.
+        case Qt::Key_Tab:
+        case Qt::Key_Backtab:
+            return 0;
         default:
             break;
     }
@@ -72,6 +76,46 @@ int KeyAsciiOf(const QKeyEvent& event) {
     if (c == 9 || c == 127 || c > 255)
         return 0;
     return int(c);
+}
+
+// Marks the field whose widget the user is changing while its model follows, so that the
+// widget is not set back from the model halfway; a change nested in another (the model's
+// update moves the caret, which is followed in turn) gives the outer mark back when it ends.
+class EditingScope {
+public:
+    EditingScope(Field*& slot, Field* field) : slot_(slot), outer_(slot) { slot_ = field; }
+    ~EditingScope() { slot_ = outer_; }
+    EditingScope(const EditingScope&) = delete;
+    EditingScope& operator=(const EditingScope&) = delete;
+
+private:
+    Field*& slot_;
+    Field* outer_;
+};
+
+// The selection a text or list field keeps of its text.
+bool SelectionOf(const Field& field, int& start, int& length) {
+    if (const auto* text = dynamic_cast<const TextField*>(&field)) {
+        start = text->SelStart();
+        length = text->SelLength();
+        return true;
+    }
+    if (const auto* list = dynamic_cast<const ListField*>(&field)) {
+        start = list->SelStart();
+        length = list->SelLength();
+        return true;
+    }
+    return false;
+}
+
+void SetSelectionOf(Field& field, int start, int length) {
+    if (auto* text = dynamic_cast<TextField*>(&field)) {
+        text->SetSelStart(start);
+        text->SetSelLength(length);
+    } else if (auto* list = dynamic_cast<ListField*>(&field)) {
+        list->SetSelStart(start);
+        list->SetSelLength(length);
+    }
 }
 
 }  // namespace
@@ -164,25 +208,12 @@ void Binder::Bind(QWidget* widget, Field& field) {
         auto* text = dynamic_cast<TextField*>(&field);
         if (text != nullptr) {
             connect(edit, &QLineEdit::textEdited, this, [this, edit, text] {
-                editing_ = text;
+                const EditingScope scope(editing_, text);
                 text->SetText(edit->text().toStdString());
                 // Keep the caret where the user has it, not where a new text puts it.
                 text->SetSelStart(edit->cursorPosition());
-                editing_ = nullptr;
             });
-            auto syncSelection = [this, edit, text] {
-                editing_ = text;
-                if (edit->hasSelectedText()) {
-                    text->SetSelStart(int(edit->selectionStart()));
-                    text->SetSelLength(int(edit->selectedText().size()));
-                } else {
-                    text->SetSelLength(0);
-                    text->SetSelStart(edit->cursorPosition());
-                }
-                editing_ = nullptr;
-            };
-            connect(edit, &QLineEdit::selectionChanged, this, syncSelection);
-            connect(edit, &QLineEdit::cursorPositionChanged, this, syncSelection);
+            FollowSelection(edit, *text);
         }
     } else if (auto* plain = qobject_cast<QPlainTextEdit*>(widget)) {
         auto* text = dynamic_cast<TextField*>(&field);
@@ -201,8 +232,12 @@ void Binder::Bind(QWidget* widget, Field& field) {
             if (combo->lineEdit() != nullptr) {
                 combo->lineEdit()->installEventFilter(this);
                 fieldByObject_[combo->lineEdit()] = list;
-                connect(combo->lineEdit(), &QLineEdit::textEdited, this,
-                        [combo, list] { list->SetText(combo->lineEdit()->text().toStdString()); });
+                connect(combo->lineEdit(), &QLineEdit::textEdited, this, [this, combo, list] {
+                    const EditingScope scope(editing_, list);
+                    list->SetText(combo->lineEdit()->text().toStdString());
+                    list->SetSelStart(combo->lineEdit()->cursorPosition());
+                });
+                FollowSelection(combo->lineEdit(), *list);
             }
         }
     } else if (auto* check = qobject_cast<QCheckBox*>(widget)) {
@@ -235,6 +270,31 @@ void Binder::Bind(QWidget* widget, Field& field) {
         }
     }
     UpdateWidget(field);
+}
+
+void Binder::FollowSelection(QLineEdit* edit, Field& field) {
+    // The form reads what the user selects (SelStart, SelLength, SelText).
+    auto follow = [this, edit, &field] {
+        const EditingScope scope(editing_, &field);
+        if (edit->hasSelectedText())
+            SetSelectionOf(field, int(edit->selectionStart()), int(edit->selectedText().size()));
+        else
+            SetSelectionOf(field, edit->cursorPosition(), 0);
+    };
+    connect(edit, &QLineEdit::selectionChanged, this, follow);
+    connect(edit, &QLineEdit::cursorPositionChanged, this, follow);
+}
+
+void Binder::ShowSelection(QLineEdit* edit, int start, int length) {
+    const int shownStart =
+        edit->hasSelectedText() ? int(edit->selectionStart()) : edit->cursorPosition();
+    const int shownLength = int(edit->selectedText().size());
+    if (shownStart == start && shownLength == length)
+        return;
+    if (length > 0)
+        edit->setSelection(start, length);
+    else
+        edit->setCursorPosition(start);
 }
 
 void Binder::BindAction(QAction* action, MenuItem& item) {
@@ -329,16 +389,8 @@ void Binder::UpdateWidget(Field& field) {
                 if (edit->text() != value)
                     edit->setText(value);
                 edit->setReadOnly(text->Locked());
-                const int start =
-                    edit->hasSelectedText() ? int(edit->selectionStart()) : edit->cursorPosition();
-                const int length = int(edit->selectedText().size());
-                if (&field != editing_ &&
-                    (start != text->SelStart() || length != text->SelLength())) {
-                    if (text->SelLength() > 0)
-                        edit->setSelection(text->SelStart(), text->SelLength());
-                    else
-                        edit->setCursorPosition(text->SelStart());
-                }
+                if (&field != editing_)
+                    ShowSelection(edit, text->SelStart(), text->SelLength());
             }
         } else if (auto* plain = qobject_cast<QPlainTextEdit*>(widget)) {
             if (auto* text = dynamic_cast<TextField*>(&field)) {
@@ -363,6 +415,11 @@ void Binder::UpdateWidget(Field& field) {
                 if (combo->isEditable() && combo->currentText() != Q(list->Text())) {
                     const QSignalBlocker blockEdit(combo->lineEdit());
                     combo->setEditText(Q(list->Text()));
+                }
+                // A list that takes typing shows the selection its form gives its text.
+                if (combo->isEditable() && combo->lineEdit() != nullptr && &field != editing_) {
+                    const QSignalBlocker blockEdit(combo->lineEdit());
+                    ShowSelection(combo->lineEdit(), list->SelStart(), list->SelLength());
                 }
             }
         } else if (auto* check = qobject_cast<QCheckBox*>(widget)) {
@@ -430,11 +487,15 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
             const bool moved = window_.SetFocusTo(field);
             // A field that selects its text when it takes the focus keeps it selected when the
             // focus came with a click: the click's own caret comes after, and is undone then.
-            if (auto* edit = qobject_cast<QLineEdit*>(widget);
-                moved && edit != nullptr &&
+            QLineEdit* edit = qobject_cast<QLineEdit*>(widget);
+            if (auto* combo = qobject_cast<QComboBox*>(widget); combo != nullptr && combo->isEditable())
+                edit = combo->lineEdit();
+            if (moved && edit != nullptr &&
                 static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason) {
-                if (auto* text = dynamic_cast<TextField*>(field); text != nullptr && text->SelLength() > 0)
-                    clickSelection_ = {edit, text->SelStart(), text->SelLength()};
+                int start = 0;
+                int length = 0;
+                if (SelectionOf(*field, start, length) && length > 0)
+                    clickSelection_ = {edit, start, length};
             }
             if (!moved) {
                 // Validation kept the focus where it was: give it back.

@@ -7,6 +7,7 @@
 #include <vector>
 
 class QAction;
+class QLineEdit;
 class QWidget;
 
 namespace pendulon {
@@ -53,6 +54,10 @@ class Binder : public QObject {
     void Observe(Field& field, QObject* object, bool isAction);
     void UpdateAction(QAction* action, MenuItem& item);
     void ApplyColors(QWidget* widget, Field& field);
+    // Keeps the field's selection in step with what the user selects in its edit line.
+    void FollowSelection(QLineEdit* edit, Field& field);
+    // Shows a selection of the form's in an edit line.
+    static void ShowSelection(QLineEdit* edit, int start, int length);
     Field* FieldOf(QObject* object) const;
     void OnWindowChanged();
 

@@ -1,5 +1,7 @@
 #include "desktop/ConfiguratorView.hpp"
 
+#include <QApplication>
+#include <QBoxLayout>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
@@ -24,6 +26,7 @@
 #include "desktop/FloatingPanel.hpp"
 #include "desktop/NamedWidgets.hpp"
 #include "desktop/PictureView.hpp"
+#include "desktop/ReadingOrder.hpp"
 #include "graphics/clsGraphics.hpp"
 #include "platform/PictureBox.hpp"
 
@@ -42,6 +45,8 @@ ConfiguratorView::ConfiguratorView(Configurator& form, Application& app, QWidget
 ConfiguratorView::~ConfiguratorView() {
     if (pinoutObserver_ != 0)
         form_.picPinout.RemoveObserver(pinoutObserver_);
+    if (debugObserver_ != 0)
+        form_.picDebugWindow.RemoveObserver(debugObserver_);
 }
 
 QWidget* ConfiguratorView::PowerRoom(const QSize& minimum) {
@@ -72,9 +77,36 @@ bool ConfiguratorView::event(QEvent* event) {
     return handled;
 }
 
+bool ConfiguratorView::focusNextPrevChild(bool next) {
+    // The order is read from the form as it stands now: options show and hide fields.
+    const std::vector<QWidget*> stops = TabStopsInReadingOrder(this);
+    if (stops.empty())
+        return QWidget::focusNextPrevChild(next);
+    QWidget* now = QApplication::focusWidget();
+    while (now != nullptr && now != this && std::find(stops.begin(), stops.end(), now) == stops.end())
+        now = now->parentWidget();
+    const auto at = std::find(stops.begin(), stops.end(), now);
+    const std::ptrdiff_t count = std::ssize(stops);
+    std::ptrdiff_t index = 0;
+    if (at == stops.end())
+        index = next ? 0 : count - 1;
+    else
+        index = ((at - stops.begin()) + (next ? 1 : count - 1)) % count;
+    QWidget* target = stops[std::size_t(index)];
+    target->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    BringIntoSight(target);
+    return true;
+}
+
 QLabel* ConfiguratorView::Label(const QString& name, QWidget* parent) {
     auto* label = new QLabel(parent);
     label->setObjectName(name);
+    return label;
+}
+
+QLabel* ConfiguratorView::ValueLabel(const QString& name, QWidget* parent) {
+    QLabel* label = Label(name, parent);
+    MarkAsValue(label);
     return label;
 }
 
@@ -224,19 +256,6 @@ QHBoxLayout* ConfiguratorView::PinoutAndPowerRoom(double width, double height,
     return chip;
 }
 
-void ConfiguratorView::ChainTabOrder(const QStringList& order) {
-    QWidget* before = nullptr;
-    for (const QString& name : order) {
-        QWidget* after = findChild<QWidget*>(name);
-        if (after == nullptr)
-            continue;
-        // An editable list hands the focus to its edit line; Qt puts the line in its place.
-        if (before != nullptr)
-            setTabOrder(before, after);
-        before = after;
-    }
-}
-
 QPushButton* ConfiguratorView::CalculateButton() {
     auto* button = new QPushButton(this);
     button->setObjectName("cmdCalculate");
@@ -318,7 +337,22 @@ void ConfiguratorView::Bind() {
     // pictures say, and take the mouse themselves.
     power_ = new FloatingPanel(app_, form_.picPower, twipsPerPixelX_, twipsPerPixelY_, this);
     power_->SetRoom(powerSlot_);
+    // The debug window's lines grow with the loops solved: it gets a room of its own below the
+    // form, there while it shows, so that it hides no field whatever it holds.
+    debugRoom_ = new QWidget(this);
+    debugRoom_->setObjectName("debugRoom");
+    debugRoom_->setVisible(form_.picDebugWindow.Visible());
+    if (auto* box = qobject_cast<QBoxLayout*>(layout()))
+        box->addWidget(debugRoom_, 0, Qt::AlignLeft | Qt::AlignTop);
+    debugObserver_ = form_.picDebugWindow.AddObserver([this](Field&) {
+        if (debugRoom_ && debugRoom_->isVisibleTo(this) != form_.picDebugWindow.Visible())
+            debugRoom_->setVisible(form_.picDebugWindow.Visible());
+    });
     debug_ = new FloatingPanel(app_, form_.picDebugWindow, twipsPerPixelX_, twipsPerPixelY_, this);
+    debug_->SetRoom(debugRoom_);
+    // A debug window drawn before the view existed was measured without the view's fonts.
+    if (form_.picDebugWindow.Visible())
+        form_.DrawDebugWindow();
     if (layout() != nullptr) {
         layout()->setSizeConstraint(QLayout::SetMinimumSize);
         // A window larger than the form (maximised, tiled) keeps the form's shape at its top

@@ -46,6 +46,8 @@ class ConfiguratorView : public QWidget {
   protected:
     // Field widgets, each named as its field.
     QLabel* Label(const QString& name, QWidget* parent);
+    // A label that shows a value (a desired frequency) rather than naming its row.
+    QLabel* ValueLabel(const QString& name, QWidget* parent);
     QLineEdit* Text(const QString& name, QWidget* parent, int characters = 10);
     QComboBox* List(const QString& name, QWidget* parent, int characters = 12);
     // A label that is not a field: a column heading of the layout.
@@ -69,8 +71,6 @@ class ConfiguratorView : public QWidget {
     // figures beside it: until the user puts them elsewhere they sit there, over nothing.
     QHBoxLayout* PinoutAndPowerRoom(double width, double height, const std::function<void()>& redraw,
                                     const QSize& room);
-    // Sets the keyboard's order through the named widgets that exist.
-    void ChainTabOrder(const QStringList& order);
     QPushButton* CalculateButton();
     QLabel* DeviceLabel();
     // The pinout, in a picture of the given size in twips; redraw draws the chip anew once the
@@ -96,6 +96,11 @@ class ConfiguratorView : public QWidget {
 
     void showEvent(QShowEvent* event) override;
     bool event(QEvent* event) override;
+    // Tab and Shift+Tab go through the fields shown and enabled, in reading order, and round
+    // within the document.
+    bool focusNextPrevChild(bool next) override;
+    // Brings a field that Tab reached into sight where the view scrolls fields of its own.
+    virtual void BringIntoSight(QWidget* field) { (void)field; }
 
   private:
     Configurator& form_;
@@ -110,6 +115,9 @@ class ConfiguratorView : public QWidget {
     std::function<void()> redrawPinout_;
     bool fittingPinout_ = false;
     QPointer<QWidget> powerSlot_;
+    // The room below the form kept for the debug window while it shows.
+    QPointer<QWidget> debugRoom_;
+    int debugObserver_ = 0;
     QWidget* firstField_ = nullptr;
     bool shown_ = false;
 };

@@ -133,7 +133,16 @@ void FloatingPanel::TakeFreePlace() {
     // Fields the present change showed take their places first.
     for (int pass = 0; pass < 3; ++pass)
         QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-    const std::vector<QRect> fields = FieldRectangles(*host, room_);
+    std::vector<QRect> fields = FieldRectangles(*host, room_);
+    // The other panels of the document, and the rooms kept for them, are taken too.
+    for (const FloatingPanel* other : host->findChildren<FloatingPanel*>(Qt::FindDirectChildrenOnly)) {
+        if (other == this)
+            continue;
+        if (other->isVisible())
+            fields.push_back(other->geometry());
+        if (other->room_ && other->room_->isVisible())
+            fields.emplace_back(other->room_->mapTo(host, QPoint(0, 0)), other->room_->size());
+    }
     const bool hides = std::any_of(fields.begin(), fields.end(),
                                    [&kept](const QRect& field) { return field.intersects(kept); });
     // The stored place is the user's as long as it suits this document: a place kept from

@@ -80,7 +80,7 @@ QX3350View::QX3350View(frmQX3350& form, Application& app, QWidget* parent, int t
     grid->addWidget(Label("lblDesired", outputs), 0, 1);
     grid->addWidget(Label("lblActual", outputs), 0, 2);
     grid->addWidget(List("cboClockDivisors", outputs, 8), 1, 0);
-    QLabel* desired = Label("lblDesiredClock", outputs);
+    QLabel* desired = ValueLabel("lblDesiredClock", outputs);
     desired->setMinimumWidth(desired->fontMetrics().horizontalAdvance(" 0000.000000000"));
     grid->addWidget(desired, 1, 1);
     grid->addWidget(List("cboActual", outputs, 22), 1, 2);
@@ -141,26 +141,19 @@ QX3350View::QX3350View(frmQX3350& form, Application& app, QWidget* parent, int t
     QLabel* note = Label("lblNoPowerCalculation", powerPlace_);
     note->setAlignment(Qt::AlignCenter);
     placeLayout->addWidget(note);
-    const int panelWidth = int(form.picPower.Width() / twipsPerPixelX) + 2;
-    const int panelHeight = int(form.picPower.Height() / twipsPerPixelY) + 2;
-    powerPlace_->setFixedSize(std::max(panelWidth, note->sizeHint().width()),
-                              std::max(panelHeight, note->sizeHint().height()));
     bottom->addWidget(powerPlace_, 0, Qt::AlignLeft | Qt::AlignTop);
     bottom->addStretch();
     bottom->addWidget(CalculateButton(), 0, Qt::AlignRight | Qt::AlignBottom);
     root->addLayout(bottom);
 
     Bind();
+    // The place holds the panel and the whole note; the note has its text once bound.
+    const int panelWidth = int(form.picPower.Width() / twipsPerPixelX) + 2;
+    const int panelHeight = int(form.picPower.Height() / twipsPerPixelY) + 2;
+    powerPlace_->setFixedSize(std::max(panelWidth, note->sizeHint().width()),
+                              std::max(panelHeight, note->sizeHint().height()));
     // The panel first shows where the note stands, and stays there while the user lets it.
     PowerPanel()->SetRoom(powerPlace_);
-    // From the reference straight on to the frequency and the output, then the options.
-    ChainTabOrder({"optCrystal",     "optExternal",  "cboFRef",       "txtPLL",
-                   "cboClockDivisors", "cboPLLData",  "cboActual",     "opt5V",
-                   "opt3V",          "optTTL",       "optCMOS",       "optSOIC",
-                   "optTSSOP",       "optPowerDown", "optOutputEnable", "chkSynchronous",
-                   "txtPLLMin(0)",   "txtPLLMax(0)", "txtPLLMin(1)",  "txtPLLMax(1)",
-                   "txtPLLMin(2)",   "txtPLLMax(2)", "chkUseDefault", "cmdApplyLimits",
-                   "cmdCalculate"});
     SetFirstField(findChild<QWidget*>("txtPLL"));
 }
 

@@ -11,6 +11,7 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <cmath>
 
 #include "configurators/frmQX4860.hpp"
@@ -135,9 +136,9 @@ QX4860View::QX4860View(frmQX4860& form, Application& app, QWidget* parent, int t
         };
         cell(Label("lblSelectIndex" + index, rowPanel_), 0);
         cell(Text("txtPLL" + index, rowPanel_), 1);
-        cell(Label("lblDesiredClkA" + index, rowPanel_), 2);
+        cell(ValueLabel("lblDesiredClkA" + index, rowPanel_), 2);
         cell(List("cboActualClkA" + index, rowPanel_), 3);
-        cell(Label("lblDesiredRefClk" + index, rowPanel_), 4);
+        cell(ValueLabel("lblDesiredRefClk" + index, rowPanel_), 4);
         cell(List("cboActualRefClk" + index, rowPanel_), 5);
         cell(Label("lblPLLDataIndex" + index, rowPanel_), 6);
         cell(List("cboPLLData" + index, rowPanel_), 7);
@@ -172,6 +173,22 @@ QX4860View::QX4860View(frmQX4860& form, Application& app, QWidget* parent, int t
 
 QX4860View::~QX4860View() {
     form_.picOutputDisplay.RemoveObserver(outputObserver_);
+}
+
+void QX4860View::BringIntoSight(QWidget* field) {
+    if (!rowPanel_ || field == nullptr || field->parentWidget() != rowPanel_)
+        return;
+    const int rowPitch = int(std::lround(double(frmQX4860::kRowHeight) / twipsPerPixelY_));
+    const int row = field->y() / std::max(1, rowPitch);
+    ScrollBar& bar = form_.vsbOutput;
+    int value = bar.Value();
+    if (row < value)
+        value = row;
+    else if (row > value + frmQX4860::kVisibleRows - 1)
+        value = row - (frmQX4860::kVisibleRows - 1);
+    value = std::clamp(value, std::min(bar.Min(), bar.Max()), std::max(bar.Min(), bar.Max()));
+    if (value != bar.Value())
+        bar.SetValue(value);
 }
 
 void QX4860View::FollowPanels() {

@@ -19,6 +19,10 @@ class QX4860View : public ConfiguratorView {
 
     QWidget* RowPanel() const { return rowPanel_; }
 
+  protected:
+    // A row that Tab reaches below or above the four in sight scrolls in, by the form's bar.
+    void BringIntoSight(QWidget* field) override;
+
   private:
     void FollowPanels();
 

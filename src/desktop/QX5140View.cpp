@@ -75,14 +75,7 @@ QX5140View::QX5140View(frmQX5140& form, Application& app, QWidget* parent, int t
 
     Bind();
     SetFirstField(findChild<QWidget*>("txtClkA(0)"));
-    SetTabOrder();
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            FitDocumentWindow();
-            SetTabOrder();
-        },
-        Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, [this] { FitDocumentWindow(); }, Qt::QueuedConnection);
 }
 
 QX5140View::~QX5140View() {
@@ -238,13 +231,6 @@ QWidget* QX5140View::Limits() {
             const int caption[4] = {2, 0, 1, 3};
             return Indexed("lblLimits", caption[row]);
         });
-}
-
-void QX5140View::SetTabOrder() {
-    // The keyboard goes from the reference through the frequencies and the sensitivity to
-    // Calculate.
-    ChainTabOrder({"cboFRef", "txtClkA(0)", "txtClkA(1)", "txtClkB", "txtClkC", "txtPPM",
-                   "cmdCalculate"});
 }
 
 }  // namespace pendulon

@@ -22,7 +22,6 @@ class QX5140View : public ConfiguratorView {
     QWidget* AssignmentGroup();
     QWidget* LoopsGroup();
     QWidget* Limits();
-    void SetTabOrder();
 
     frmQX5140& form_;
     int suspendHeadingObserver_ = 0;

@@ -75,7 +75,7 @@ QX6105AView::QX6105AView(frmQX6105A& form, Application& app, QWidget* parent, in
         // One divisor per output serves both states.
         if (k < frmQX6105A::kOutputs)
             grid->addWidget(List(QString("cboClkDiv(%1)").arg(k), frequencies, 7), row, 1);
-        QLabel* desired = Label(QString("lblDesired(%1)").arg(k), frequencies);
+        QLabel* desired = ValueLabel(QString("lblDesired(%1)").arg(k), frequencies);
         desired->setMinimumWidth(desired->fontMetrics().horizontalAdvance(" 0000.000000000"));
         grid->addWidget(desired, row, 2);
         grid->addWidget(List(QString("cboActual(%1)").arg(k), frequencies, 26), row, 3);

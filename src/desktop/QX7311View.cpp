@@ -10,9 +10,12 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <array>
 #include <cmath>
+#include <utility>
 
 #include "configurators/frmQX7311.hpp"
+#include "desktop/AccessibleNames.hpp"
 #include "desktop/FloatingPanel.hpp"
 #include "desktop/NamedWidgets.hpp"
 #include "desktop/PictureView.hpp"
@@ -88,7 +91,6 @@ QX7311View::QX7311View(frmQX7311& form, Application& app, QWidget* parent, int t
 
     Bind();
     SetFirstField(findChild<QWidget*>("txtCPLL(0)"));
-    SetTabOrder();
     // Once the document window is shown it takes the room the fields need.
     QMetaObject::invokeMethod(
         this,
@@ -97,7 +99,6 @@ QX7311View::QX7311View(frmQX7311& form, Application& app, QWidget* parent, int t
             // Figures painted before the view existed were measured without its fonts.
             if (!form_.picPower.DisplayList().empty())
                 form_.CalculatePower();
-            SetTabOrder();
         },
         Qt::QueuedConnection);
 }
@@ -112,6 +113,24 @@ QWidget* QX7311View::LoopsColumn() {
     layout->setSpacing(6);
 
     // The eight CPLL selections, each with its actual value and its solutions.
+    // A loop row: the widget of the first column, then the desired frequency, its actual
+    // value, and the title and list of the loop's solutions, each at its column's width.
+    const auto loopRow = [this, &w](QGridLayout* grid, int row, QWidget* first, const QString& text,
+                                    const QString& actual, const QString& title,
+                                    const QString& data, QWidget* parent) {
+        const std::array<std::pair<QWidget*, int>, 5> cells = {{
+            {first, w.select},
+            {Text(text, parent, 9), w.frequency},
+            {List(actual, parent, 18), w.actual},
+            {Label(title, parent), w.dataTitle},
+            {List(data, parent, 20), w.data},
+        }};
+        for (int c = 0; c < static_cast<int>(cells.size()); ++c) {
+            cells[static_cast<size_t>(c)].first->setFixedWidth(cells[static_cast<size_t>(c)].second);
+            grid->addWidget(cells[static_cast<size_t>(c)].first, row, c);
+        }
+    };
+
     QGroupBox* cpll = Group("fraCPLL", column);
     auto* grid = new QGridLayout(cpll);
     grid->setHorizontalSpacing(6);
@@ -120,21 +139,8 @@ QWidget* QX7311View::LoopsColumn() {
     grid->addWidget(Heading("Actual", cpll), 0, 2);
     grid->addWidget(Heading("PLL Data", cpll), 0, 3, 1, 2);
     for (int i = 0; i < frmQX7311::kRows; ++i) {
-        QLabel* select = Label(Indexed("lblSelect", i), cpll);
-        select->setFixedWidth(w.select);
-        grid->addWidget(select, i + 1, 0);
-        QLineEdit* text = Text(Indexed("txtCPLL", i), cpll, 9);
-        text->setFixedWidth(w.frequency);
-        grid->addWidget(text, i + 1, 1);
-        QComboBox* actual = List(Indexed("cboCPLL", i), cpll, 18);
-        actual->setFixedWidth(w.actual);
-        grid->addWidget(actual, i + 1, 2);
-        QLabel* title = Label(Indexed("lblCPLLData", i), cpll);
-        title->setFixedWidth(w.dataTitle);
-        grid->addWidget(title, i + 1, 3);
-        QComboBox* data = List(Indexed("cboCPLLData", i), cpll, 20);
-        data->setFixedWidth(w.data);
-        grid->addWidget(data, i + 1, 4);
+        loopRow(grid, i + 1, Label(Indexed("lblSelect", i), cpll), Indexed("txtCPLL", i),
+                Indexed("cboCPLL", i), Indexed("lblCPLLData", i), Indexed("cboCPLLData", i), cpll);
     }
     auto* cpllChecks = new QHBoxLayout;
     cpllChecks->addWidget(Check("chkOffCPLL", cpll));
@@ -161,22 +167,12 @@ QWidget* QX7311View::LoopsColumn() {
         row->setVerticalSpacing(3);
         QCheckBox* suspend = Check(loop.suspend, group);
         row->addWidget(suspend, 0, 0, 1, 5);
-        auto* spacer = new QWidget(group);
-        spacer->setFixedWidth(w.select);
-        row->addWidget(spacer, 1, 0);
-        QLineEdit* text = Text(loop.text, group, 9);
-        text->setFixedWidth(w.frequency);
-        row->addWidget(text, 1, 1);
-        QComboBox* actual = List(loop.actual, group, 18);
-        actual->setFixedWidth(w.actual);
-        row->addWidget(actual, 1, 2);
-        QLabel* title = Label(loop.title, group);
-        title->setFixedWidth(w.dataTitle);
-        row->addWidget(title, 1, 3);
-        QComboBox* data = List(loop.data, group, 20);
-        data->setFixedWidth(w.data);
-        row->addWidget(data, 1, 4);
+        loopRow(row, 1, new QWidget(group), loop.text, loop.actual, loop.title, loop.data, group);
         row->setColumnStretch(5, 1);
+        // The row lines up under the CPLL columns; their headings name its fields.
+        SetColumnHeading(group->findChild<QWidget*>(loop.text), "Desired");
+        SetColumnHeading(group->findChild<QWidget*>(loop.actual), "Actual");
+        SetColumnHeading(group->findChild<QWidget*>(loop.data), "PLL Data");
         layout->addWidget(group);
     }
     // The solution lists stand beside the loops they solve rather than in a group of their own.
@@ -233,15 +229,15 @@ QWidget* QX7311View::OutputsGroup() {
         if (box != nullptr)
             g->addWidget(box, r, 4, Qt::AlignHCenter);
     };
-    addRow(rows, 1, Label("lblCPU", main), List("cboCPU", main, 8), Label("lblDesiredCPU", main),
+    addRow(rows, 1, Label("lblCPU", main), List("cboCPU", main, 8), ValueLabel("lblDesiredCPU", main),
            List("cboActualCPU", main, 9), Check("chkSusCPU", main));
     for (int i = 0; i < frmQX7311::kClocks; ++i) {
         addRow(rows, i + 2, Label(Indexed("lblClk", i), main), List(Indexed("cboClk", i), main, 8),
-               Label(Indexed("lblDesiredClk", i), main), List(Indexed("cboActualClk", i), main, 9),
+               ValueLabel(Indexed("lblDesiredClk", i), main), List(Indexed("cboActualClk", i), main, 9),
                Check(Indexed("chkSusClk", i), main));
     }
     addRow(rows, 6, Label("lblXBuff", main), List("cboXBuff", main, 8),
-           Label("lblDesiredXBuff", main), List("cboActualXBuff", main, 9),
+           ValueLabel("lblDesiredXBuff", main), List("cboActualXBuff", main, 9),
            Check("chkSusXbuff", main));
     layout->addWidget(main);
     // CLKF and the 32 kHz output exist on the QX7311 models only.
@@ -249,9 +245,9 @@ QWidget* QX7311View::OutputsGroup() {
     only7311->setObjectName("pic7311Only");
     QGridLayout* extra = grid(only7311);
     addRow(extra, 0, Label("lblClkF", only7311), List("cboClkF", only7311, 8),
-           Label("lblDesiredClkF", only7311), List("cboActualClkF", only7311, 9),
+           ValueLabel("lblDesiredClkF", only7311), List("cboActualClkF", only7311, 9),
            Check("chkSusClkF", only7311));
-    addRow(extra, 1, Label("lbl32k", only7311), nullptr, Label("lblDesired32K", only7311), nullptr,
+    addRow(extra, 1, Label("lbl32k", only7311), nullptr, ValueLabel("lblDesired32K", only7311), nullptr,
            nullptr);
     layout->addWidget(only7311);
     return group;
@@ -264,21 +260,6 @@ QWidget* QX7311View::Limits() {
     return ThreeLoopLimits(
         [&headings](int column, QWidget* group) { return new QLabel(headings[column], group); },
         [](int row) { return Indexed("lblLimit", row); });
-}
-
-void QX7311View::SetTabOrder() {
-    // The keyboard goes as an engineer fills the chip in: the eight CPU frequencies, SPLL and
-    // UPLL, then each output's source, and Calculate.
-    QStringList order;
-    for (int i = 0; i < frmQX7311::kRows; ++i) order << Indexed("txtCPLL", i);
-    order << "txtSPLL"
-          << "txtUPLL"
-          << "cboCPU";
-    for (int i = 0; i < frmQX7311::kClocks; ++i) order << Indexed("cboClk", i);
-    order << "cboXBuff"
-          << "cboClkF"
-          << "cmdCalculate";
-    ChainTabOrder(order);
 }
 
 }  // namespace pendulon

@@ -20,7 +20,6 @@ class QX7311View : public ConfiguratorView {
     QWidget* LoopsColumn();
     QWidget* OutputsGroup();
     QWidget* Limits();
-    void SetTabOrder();
 
     frmQX7311& form_;
     Application& app_;

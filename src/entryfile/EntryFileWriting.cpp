@@ -1,5 +1,6 @@
 #include "entryfile/EntryFileWriting.hpp"
 
+#include "core/Numbers.hpp"
 #include "core/Text.hpp"
 #include "core/mShared.hpp"
 #include "app/EntryFileHost.hpp"
@@ -60,6 +61,44 @@ bool VectorMayBeWritten(EntryFileHost& host, const std::string& path, bool fromF
     }
     host.DisplayStatus("");
     return false;
+}
+
+namespace entrylines {
+
+namespace {
+const std::string kCrLf = "\r\n";
+}  // namespace
+
+std::string Plain(char kind, const std::string& value) {
+    std::string line = "# ";
+    line += kind;
+    line += ' ';
+    return line + value + kCrLf;
+}
+
+std::string Part(const std::string& description) {
+    return Plain('s', mShared::PadOutputString(description, 15));
+}
+
+std::string Field(char kind, const std::string& value, long long number,
+                  const std::string& comment) {
+    return Plain(kind, mShared::PadOutputString(value, 10) + ";" + IntegerText(number) + comment);
+}
+
+std::string Frequency(const clsEntryFile& e, int n, const std::string& comment) {
+    return Field('f', mShared::FormatFrequencyFixed(e.f(n), 1), n, comment);
+}
+
+std::string Integer(const clsEntryFile& e, int n, const std::string& comment) {
+    return Field('i', IntegerText(e.i(n)), n, comment);
+}
+
+}  // namespace entrylines
+
+bool WriteEntryFileText(EntryFileHost& host, const std::string& path, const std::string& device,
+                        const std::function<std::string()>& text, const std::string& source) {
+    host.DisplayStatus("Writing " + device + " entry file...");
+    return WriteForUser(host, path, text(), source, true);
 }
 
 }  // namespace pendulon

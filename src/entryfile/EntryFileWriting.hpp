@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -35,5 +36,25 @@ bool WriteForUser(EntryFileHost& host, const std::string& path, const std::strin
 bool VectorMayBeWritten(EntryFileHost& host, const std::string& path, bool fromForm,
                         bool imageErrors, const std::vector<FuseMisfit>& misfits,
                         const std::string& source);
+
+// The lines of an entry file, each ending in CR LF.
+namespace entrylines {
+// "# <kind> <value>".
+std::string Plain(char kind, const std::string& value);
+// "# s " and the part description in 15 places.
+std::string Part(const std::string& description);
+// "# <kind> ", value in 10 places, ";", the field's number and its comment.
+std::string Field(char kind, const std::string& value, long long number,
+                  const std::string& comment);
+// Frequency field n of an image ("# f", in MHz to one place) with its comment.
+std::string Frequency(const clsEntryFile& e, int n, const std::string& comment);
+// Integer field n of an image ("# i") with its comment.
+std::string Integer(const clsEntryFile& e, int n, const std::string& comment);
+}  // namespace entrylines
+
+// Writes an entry file of device: shows that it is being written, then writes the text that
+// text() makes over path, as WriteForUser does (the status line cleared on a failure too).
+bool WriteEntryFileText(EntryFileHost& host, const std::string& path, const std::string& device,
+                        const std::function<std::string()>& text, const std::string& source);
 
 }  // namespace pendulon

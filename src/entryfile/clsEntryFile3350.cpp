@@ -282,27 +282,26 @@ std::string clsEntryFile3350::EntryFileText(const clsEntryFile& e, const std::st
                                             bool details) {
     // The common block ends with its own empty line; the family's part opens with another.
     std::string out = header + kCrLf + kCrLf;
-    out += "# s " + mShared::PadOutputString(e.mstrPartDescription, 15) + kCrLf;
-    out += "# r " + e.mstrRValue + kCrLf;
+    out += entrylines::Part(e.mstrPartDescription);
+    out += entrylines::Plain('r', e.mstrRValue);
     // The voltage comment stands also without details.
-    out += "# d " + mShared::PadOutputString(Text(e.d(0)), 10) + ";0  0 for 3.3v, 1 for 5v" + kCrLf;
+    out += entrylines::Field('d', Text(e.d(0)), 0, "  0 for 3.3v, 1 for 5v");
     out += kCrLf;
-    for (int n = 0; n <= 2; ++n)
-        out += "# f " + mShared::PadOutputString(mShared::FormatFrequencyFixed(e.f(n), 1), 10) +
-               ";" + Text(n) + CommentF(n, details) + kCrLf;
+    for (int n = 0; n <= 2; ++n) out += entrylines::Frequency(e, n, CommentF(n, details));
     out += kCrLf;
-    for (int n = 0; n <= 15; ++n)
-        out += "# i " + mShared::PadOutputString(Text(e.i(n)), 10) + ";" + Text(n) +
-               CommentI(n, details) + kCrLf;
+    for (int n = 0; n <= 15; ++n) out += entrylines::Integer(e, n, CommentI(n, details));
     return out;
 }
 
 bool clsEntryFile3350::WriteEntryFile(const std::string& path) {
     const std::string device = form_ ? form_->Device() : std::string();
-    host_.DisplayStatus("Writing " + device + " entry file...");
-    const std::string text =
-        EntryFileText(entry_, host_.EntryFileHeader(), host_.SaveEntryFileDescription());
-    return WriteForUser(host_, path, text, "clsEntryFile3350.WriteEntryFile", true);
+    return WriteEntryFileText(
+        host_, path, device,
+        [&] {
+            return EntryFileText(entry_, host_.EntryFileHeader(),
+                                 host_.SaveEntryFileDescription());
+        },
+        "clsEntryFile3350.WriteEntryFile");
 }
 
 // ---- Checksums and the vector -------------------------------------------------------------------

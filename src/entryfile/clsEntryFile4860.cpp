@@ -469,33 +469,37 @@ std::string clsEntryFile4860::EntryFileText(const clsEntryFile& e, const std::st
     const bool is4860 = Is4860Device(device);
     if (is4860)
         out += "Package: " + e.mstrPackage + kCrLf + kCrLf;
-    out += "# s " + mShared::PadOutputString(e.mstrPartDescription, 15) + kCrLf;
+    out += entrylines::Part(e.mstrPartDescription);
     if (is4860)
-        out += "# p " + Text(e.mintPValue) + kCrLf;
+        out += entrylines::Plain('p', Text(e.mintPValue));
     out += kCrLf;
     for (int n = 0; n <= 16; ++n)
         out += "# f " + mShared::FormatFrequencyFixed(e.f(n), 1) + " ;" + Text(n) +
                CommentF(n, details) + kCrLf;
     out += kCrLf;
-    for (int n = 0; n <= 17; ++n)
-        out += "# i " + mShared::PadOutputString(Text(e.i(n)), 10) + ";" + Text(n) +
-               CommentI(n, details) + kCrLf;
+    for (int n = 0; n <= 17; ++n) out += entrylines::Integer(e, n, CommentI(n, details));
     int n = 18;
     for (int sel = 0; sel <= 15; ++sel) {
         out += std::string(14, ' ') + ";SEL " + Sel4(sel) + " Configuration" + kCrLf;
-        for (int b = 0; b <= 6; ++b, ++n)
-            out += "# i " + mShared::PadOutputString(Text(e.i(n)), 10) + ";" + Text(n) +
-                   (n < 100 ? " " : "") + CommentCPUText(b, details) + kCrLf;
+        for (int b = 0; b <= 6; ++b, ++n) {
+            // The numbers below 100 take one more blank, so that the comments line up.
+            std::string comment = n < 100 ? " " : "";
+            comment += CommentCPUText(b, details);
+            out += entrylines::Integer(e, n, comment);
+        }
     }
     return out;
 }
 
 bool clsEntryFile4860::WriteEntryFile(const std::string& path) {
     const std::string device = form_ ? form_->Device() : std::string();
-    host_.DisplayStatus("Writing " + device + " entry file...");
-    const std::string text = EntryFileText(entry_, device, host_.EntryFileHeader(),
-                                           host_.SaveEntryFileDescription(), OutOfRange());
-    return WriteForUser(host_, path, text, "clsEntryFile4860.WriteEntryFile", true);
+    return WriteEntryFileText(
+        host_, path, device,
+        [&] {
+            return EntryFileText(entry_, device, host_.EntryFileHeader(),
+                                 host_.SaveEntryFileDescription(), OutOfRange());
+        },
+        "clsEntryFile4860.WriteEntryFile");
 }
 
 // ---- Checksums and the vector -------------------------------------------------------------------

@@ -3,7 +3,9 @@
 // found. Saving maps the window onto the image; opening sets the desired values, lets the window
 // search again and then looks for the stored assignment among the cases it finds now.
 
+#include <initializer_list>
 #include <string>
+#include <utility>
 
 #include "core/Numbers.hpp"
 #include "core/Text.hpp"
@@ -373,12 +375,11 @@ void clsEntryFile7311::Fill5140Form(const clsEntryFile& e) {
 
     // 6. Suspend: the clocks first, then the loops they stop.
     if (e.i(5) == 1) {
-        setCheck("chkSuspendClockA", e.i(13));
-        setCheck("chkSuspendClockB", e.i(14));
-        setCheck("chkSuspendClockC", e.i(15));
-        setCheck("chkSuspendCPLL", e.i(8));
-        setCheck("chkSuspendSPLL", e.i(7));
-        setCheck("chkSuspendUPLL", e.i(6));
+        // Each suspend box with the field of the image that holds it.
+        for (const auto& [box, field] : std::initializer_list<std::pair<const char*, int>>{
+                 {"chkSuspendClockA", 13}, {"chkSuspendClockB", 14}, {"chkSuspendClockC", 15},
+                 {"chkSuspendCPLL", 8}, {"chkSuspendSPLL", 7}, {"chkSuspendUPLL", 6}})
+            setCheck(box, e.i(field));
         // A loop that suspends is what tells "Outputs && PLLs" from "Outputs Only", where only
         // clocks suspend: the clocks' fields alone would turn a saved "Outputs Only" into the
         // other choice, and the file would no longer open on itself.

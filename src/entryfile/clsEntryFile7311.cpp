@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
+#include <utility>
 #include <vector>
 
 #include "app/AppServices.hpp"
@@ -62,22 +64,6 @@ std::string SumBits(int value, int width) {
 bool IsOffText(const std::string& text) {
     return EqualsNoCase(Trim(text), "Off");
 }
-
-// A three-loop window seen through the members the entry file uses.
-class ConfiguratorEntryForm7311 : public EntryForm7311 {
-  public:
-    explicit ConfiguratorEntryForm7311(Configurator& form) : form_(form) {}
-    std::string Device() const override { return form_.Device(); }
-    Window& Fields() override { return form_; }
-    void CheckPLLLimits() override { form_.CheckPLLLimits(); }
-    void DisplayAllActuals() override { form_.DisplayAllActuals(); }
-    void CalculatePower() override { form_.CalculatePower(); }
-    void cboFRef_LostFocus() override { form_.cboFRef_LostFocus(); }
-    void cmdApplyLimits_Click() override { form_.cmdApplyLimits_Click(); }
-
-  private:
-    Configurator& form_;
-};
 
 // ---- Comment texts ----------------------------------------------------------------------------
 
@@ -552,34 +538,31 @@ std::string clsEntryFile7311::EntryFileText(const clsEntryFile& e, const std::st
     if (outOfRange)
         out += "***ONE OR MORE DESIRED PLL(S) IS OUT OF DEFAULT RANGE***" + kCrLf;
     out += kCrLf;
-    out += "# s " + mShared::PadOutputString(e.mstrPartDescription, 15) + kCrLf;
-    out += "# r " + e.mstrRValue + kCrLf;
+    out += entrylines::Part(e.mstrPartDescription);
+    out += entrylines::Plain('r', e.mstrRValue);
     if (device == "QX5140")
-        out += "# b " + Text(e.mintBValue) + kCrLf;
-    out += "# m " + Text(e.mintMValue) + kCrLf;
+        out += entrylines::Plain('b', Text(e.mintBValue));
+    out += entrylines::Plain('m', Text(e.mintMValue));
     out += kCrLf;
-    for (int n = 0; n <= 23; ++n)
-        out += "# f " + mShared::PadOutputString(mShared::FormatFrequencyFixed(e.f(n), 1), 10) +
-               ";" + Text(n) + CommentF(n, details) + kCrLf;
+    for (int n = 0; n <= 23; ++n) out += entrylines::Frequency(e, n, CommentF(n, details));
     out += kCrLf;
-    for (int n = 0; n <= 28; ++n)
-        out += "# i " + mShared::PadOutputString(Text(e.i(n)), 10) + ";" + Text(n) +
-               CommentI(n, details) + kCrLf;
+    for (int n = 0; n <= 28; ++n) out += entrylines::Integer(e, n, CommentI(n, details));
     int n = 29;
     for (int s = 0; s <= 7; ++s)
-        for (int b = 0; b <= 4; ++b, ++n)
-            out += "# i " + mShared::PadOutputString(Text(e.i(n)), 10) + ";" + Text(n) +
-                   CommentCPU(s, b, details) + kCrLf;
+        for (int b = 0; b <= 4; ++b, ++n) out += entrylines::Integer(e, n, CommentCPU(s, b, details));
     return out;
 }
 
 bool clsEntryFile7311::WriteEntryFile(const std::string& path) {
     const std::string device = form_ ? form_->Device() : std::string();
-    host_.DisplayStatus("Writing " + device + " entry file...");
-    const bool outOfRange = OutOfRange();
-    const std::string text = EntryFileText(entry_, device, host_.EntryFileHeader(),
-                                           host_.SaveEntryFileDescription(), outOfRange);
-    return WriteForUser(host_, path, text, "clsEntryFile7311.WriteEntryFile", true);
+    return WriteEntryFileText(
+        host_, path, device,
+        [&] {
+            const bool outOfRange = OutOfRange();
+            return EntryFileText(entry_, device, host_.EntryFileHeader(),
+                                 host_.SaveEntryFileDescription(), outOfRange);
+        },
+        "clsEntryFile7311.WriteEntryFile");
 }
 
 // ---- Checksums and the vector ------------------------------------------------------------------
@@ -753,12 +736,11 @@ void clsEntryFile7311::Fill7311Form(const clsEntryFile& e) {
     // 5. Suspend, or what is switched off.
     if (e.i(5) == 1) {
         setCheck("chkSuspend", 1);
-        setCheck("chkSuspendUPLL", e.i(6));
-        setCheck("chkSuspendSPLL", e.i(7));
-        setCheck("chkSuspendCPLL", e.i(8));
-        setCheck("chkSusXbuff", e.i(9));
-        setCheck("chkSusClkF", e.i(10));
-        setCheck("chkSusCPU", e.i(11));
+        // Each suspend box with the field of the image that holds it.
+        for (const auto& [box, field] : std::initializer_list<std::pair<const char*, int>>{
+                 {"chkSuspendUPLL", 6}, {"chkSuspendSPLL", 7}, {"chkSuspendCPLL", 8},
+                 {"chkSusXbuff", 9}, {"chkSusClkF", 10}, {"chkSusCPU", 11}})
+            setCheck(box, e.i(field));
         for (int k = 0; k <= 3; ++k) setCheck(Indexed("chkSusClk", k), e.i(15 - k));
     } else {
         if (e.i(11) != 0)

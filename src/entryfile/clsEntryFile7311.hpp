@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "app/Configurator.hpp"
 #include "app/EntryFileHost.hpp"
 #include "entryfile/FuseLayouts.hpp"
 #include "entryfile/clsEntryFile.hpp"
@@ -12,7 +13,6 @@
 namespace pendulon {
 
 class AppServices;
-class Configurator;
 class Field;
 
 // The members of a three-loop window the QX7311 entry file uses beyond its named fields.
@@ -33,6 +33,23 @@ class EntryForm7311 {
     virtual int CalculateCounter() const { return 0; }
     virtual std::vector<std::array<std::string, 4>> FoundSources() const { return {}; }
     virtual void ShowNote(const std::string& text) { (void)text; }
+};
+
+// A three-loop window seen through the members of the configurator contract the entry file
+// uses; the QX5140 window adds its own.
+class ConfiguratorEntryForm7311 : public EntryForm7311 {
+  public:
+    explicit ConfiguratorEntryForm7311(Configurator& form) : form_(form) {}
+    std::string Device() const override { return form_.Device(); }
+    Window& Fields() override { return form_; }
+    void CheckPLLLimits() override { form_.CheckPLLLimits(); }
+    void DisplayAllActuals() override { form_.DisplayAllActuals(); }
+    void CalculatePower() override { form_.CalculatePower(); }
+    void cboFRef_LostFocus() override { form_.cboFRef_LostFocus(); }
+    void cmdApplyLimits_Click() override { form_.cmdApplyLimits_Click(); }
+
+  private:
+    Configurator& form_;
 };
 
 // Entry file, family checksum and EPROM vector of the QX7311 and QX7312 families and of the

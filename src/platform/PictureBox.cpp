@@ -13,21 +13,31 @@ void PictureBox::Cls() {
     Notify();
 }
 
+DrawOp& PictureBox::AddOp(DrawOp::Type type, double x, double y, Color color) {
+    DrawOp& op = ops_.emplace_back();
+    op.type = type;
+    op.x1 = x;
+    op.y1 = y;
+    op.color = color;
+    return op;
+}
+
 void PictureBox::AddShape(DrawOp::Type type, double x1, double y1, double x2, double y2,
                           Color color, Color fill) {
-    DrawOp op;
-    op.type = type;
-    op.x1 = x1;
-    op.y1 = y1;
+    DrawOp& op = AddOp(type, x1, y1, color);
     op.x2 = x2;
     op.y2 = y2;
-    op.color = color;
     op.fillColor = fill;
     op.drawWidth = DrawWidth;
-    ops_.push_back(std::move(op));
     // The pen stays at the end point, as after the classic Line statement.
     CurrentX = x2;
     CurrentY = y2;
+}
+
+void PictureBox::AddText(double x, double y, const std::string& text, Color color) {
+    DrawOp& op = AddOp(DrawOp::Type::Text, x, y, color);
+    op.text = text;
+    op.font = Font();
 }
 
 void PictureBox::Line(double x1, double y1, double x2, double y2, Color color) {
@@ -44,28 +54,16 @@ void PictureBox::FilledBox(double x1, double y1, double x2, double y2, Color col
 
 void PictureBox::Arc(double cx, double cy, double radius, Color color, double start, double end,
                      double aspect) {
-    DrawOp op;
-    op.type = DrawOp::Type::Arc;
-    op.x1 = cx;
-    op.y1 = cy;
+    DrawOp& op = AddOp(DrawOp::Type::Arc, cx, cy, color);
     op.radius = radius;
-    op.color = color;
     op.start = start;
     op.end = end;
     op.aspect = aspect;
     op.drawWidth = DrawWidth;
-    ops_.push_back(std::move(op));
 }
 
 void PictureBox::Print(const std::string& text, bool newLine) {
-    DrawOp op;
-    op.type = DrawOp::Type::Text;
-    op.x1 = CurrentX;
-    op.y1 = CurrentY;
-    op.color = ForeColor();
-    op.text = text;
-    op.font = Font();
-    ops_.push_back(std::move(op));
+    AddText(CurrentX, CurrentY, text, ForeColor());
     if (newLine) {
         CurrentX = 0;
         CurrentY += TextHeight(text.empty() ? std::string_view("X") : std::string_view(text));
@@ -75,14 +73,7 @@ void PictureBox::Print(const std::string& text, bool newLine) {
 }
 
 void PictureBox::PrintAt(double x, double y, const std::string& text, Color color) {
-    DrawOp op;
-    op.type = DrawOp::Type::Text;
-    op.x1 = x;
-    op.y1 = y;
-    op.color = color;
-    op.text = text;
-    op.font = Font();
-    ops_.push_back(std::move(op));
+    AddText(x, y, text, color);
     CurrentX = x + TextWidth(text);
     CurrentY = y;
 }

@@ -63,8 +63,11 @@ class PictureBox : public Field {
     void Refresh() { Notify(); }
 
   private:
+    // Appends an operation of type at (x, y) in color to the display list.
+    DrawOp& AddOp(DrawOp::Type type, double x, double y, Color color);
     void AddShape(DrawOp::Type type, double x1, double y1, double x2, double y2, Color color,
                   Color fill);
+    void AddText(double x, double y, const std::string& text, Color color);
 
     const TextMetrics* metrics_ = nullptr;
     std::vector<DrawOp> ops_;

@@ -81,4 +81,12 @@ void Window::Register(const std::string& name, Field& field) {
     field.SetOwner(this);
 }
 
+std::string Window::ElementName(const std::string& name, int index) {
+    std::string text = name;
+    text += '(';
+    text += std::to_string(index);
+    text += ')';
+    return text;
+}
+
 }  // namespace pendulon

@@ -57,13 +57,16 @@ public:
     // Called by OptionButton::SetValue.
     void ClearOptionGroup(OptionButton& selected);
 
+    // The name of element index of a control array: name(index).
+    static std::string ElementName(const std::string& name, int index);
+
 protected:
     // Registers a field under its name and makes this window its owner.
     void Register(const std::string& name, Field& field);
     template <class T>
     void RegisterArray(const std::string& name, ControlArray<T>& array) {
         for (int i = 0; i < array.Count(); ++i)
-            Register(name + "(" + std::to_string(i) + ")", array[i]);
+            Register(ElementName(name, i), array[i]);
     }
     void Notify();
 

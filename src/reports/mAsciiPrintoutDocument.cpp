@@ -15,7 +15,6 @@ namespace {
 
 using namespace FormFields;
 
-const std::string kEol = kLineEnd;
 constexpr long kInvalidDevice = 10301;
 
 }  // namespace

@@ -18,6 +18,7 @@ class Window;
 namespace mAsciiPrintout {
 
 inline constexpr const char* kLineEnd = "\r\n";
+inline const std::string kEol = kLineEnd;
 
 // The parts of the document that come from outside the configurator's own fields.
 struct DocumentSources {

@@ -10,8 +10,6 @@ namespace {
 
 using namespace FormFields;
 
-const std::string kEol = kLineEnd;
-
 // Ordering codes by device: at 5 V, then at 3.3 V.
 struct PartCode {
     const char* Device;

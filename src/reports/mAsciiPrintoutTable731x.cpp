@@ -9,8 +9,6 @@ namespace {
 
 using namespace FormFields;
 
-const std::string kEol = kLineEnd;
-
 // One output of the QX7311 family: its source list, desired label, actual list and suspend box.
 struct Output {
     const char* Label;

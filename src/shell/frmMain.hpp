@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "app/MainFace.hpp"
+#include "core/mShared.hpp"
 #include "platform/CommonDialog.hpp"
 #include "platform/Label.hpp"
 #include "platform/MenuItem.hpp"
@@ -15,6 +16,9 @@ namespace pendulon {
 class Application;
 
 // The main window: owner of the running program, of the one open document and of the menus.
+// Its code stands in four files by concern: frmMain.cpp the window itself (menus, start-up,
+// status and hints), frmMainDocuments.cpp the document lifecycle, frmMainSettings.cpp the
+// recent files and the settings, frmMainCommands.cpp the other menu commands.
 class frmMain : public MainFace {
   public:
     explicit frmMain(Application& app);
@@ -66,8 +70,8 @@ class frmMain : public MainFace {
     // dlgCommon, which the entry files use too, is MainFace's.
     CommonDialog dlgEPROM;
 
-    double mdblSavedState = 0;
-    double mdblCurrentState = 0;
+    mShared::FormState mdblSavedState;
+    mShared::FormState mdblCurrentState;
     std::string mstrSavedChecksum;
     bool mblnFileChanged = false;
 
@@ -161,6 +165,9 @@ class frmMain : public MainFace {
     std::string HelpFilePath() const;
 
   private:
+    // The program's name, as its titles and its settings carry it.
+    static constexpr const char* kPendulon = "Pendulon";
+
     // Warns that an uncalculated configuration cannot be saved; true when it did.
     bool RefuseUncalculatedSave();
     // Asks whether to go on when PLLs exceed their default limits; false ends the command.

@@ -362,6 +362,30 @@ TEST(RoundTripCloseQuestion, ExitAsksAndCancelKeepsTheProgramRunning) {
     EXPECT_EQ(d.s.Doc(), nullptr);
 }
 
+// The file's path is a field of the document too, and a long one weighs far more than the rest:
+// an edit beside it is still a change, and closing asks before the work is lost.
+TEST(RoundTripCloseQuestion, AnEditBesideALongPathStillAsks) {
+    std::string dir = test::MakeTempDir();
+    for (int level = 0; level < 6; ++level) {
+        dir += "/" + std::string(60, static_cast<char>('a' + level));
+        ASSERT_TRUE(std::filesystem::create_directory(dir));
+    }
+    const std::string path = dir + "/edited.ent";
+    Session s;
+    s.New("QX6105A");
+    kCases[0].edit(*s.Doc());
+    s.Doc()->cmdCalculate.RaiseClick();
+    s.SaveAs(path);
+    ASSERT_EQ(s.Doc()->txtFilePath.Text(), path);
+    Type(*s.Doc(), As6105A(*s.Doc()).txtPLL[0], "90");
+    s.Doc()->cmdCalculate.RaiseClick();
+    s.platform.ClearMessages();
+    s.platform.QueueAnswer(msgbox::Cancel);
+    s.Main().mnuClose.RaiseClick();
+    EXPECT_EQ(s.CountMessages(kQuestion), 1);
+    EXPECT_NE(s.Doc(), nullptr);
+}
+
 TEST(RoundTripOpen, EveryOpenShowsTheOptimizedNote) {
     EditedDocument d;
     d.s.platform.QueueAnswer(msgbox::No);

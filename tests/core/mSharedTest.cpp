@@ -365,12 +365,12 @@ TEST(ComputeState, WeighsEachControlBySquaredIndex) {
     w.txtA.SetText("AB");    // index 4: 16 x 195
     w.lblA.SetCaption("x");  // index 5: 0
     // optC, index 6: enabled and clear: 36 x 3
-    EXPECT_EQ(ComputeState(w), 2 + 4 + 27 + 3120 + 108);
+    EXPECT_EQ(ComputeState(w), FormState(2 + 4 + 27 + 3120 + 108));
 }
 TEST(ComputeState, EditKeepingFirstCharacterAndLengthIsUnseen) {
     StateWindow w;
     w.txtA.SetText("AB");
-    const double before = ComputeState(w);
+    const FormState before = ComputeState(w);
     w.txtA.SetText("AZ");
     EXPECT_EQ(ComputeState(w), before);
     w.txtA.SetText("AZZ");
@@ -378,9 +378,68 @@ TEST(ComputeState, EditKeepingFirstCharacterAndLengthIsUnseen) {
 }
 TEST(ComputeState, FirstControlHasNoWeight) {
     StateWindow w;
-    const double before = ComputeState(w);
+    const FormState before = ComputeState(w);
     w.chkA.SetValue(2);
     EXPECT_EQ(ComputeState(w), before);
+}
+
+// A long text outweighs the rest of the form by far more than a Double's 53 bits: the change of
+// a short field beside it is still seen, also where the text's own weight is beyond a Double.
+TEST(ComputeState, AChangeBesideALongTextIsSeen) {
+    for (const size_t length : {60u, 200u, 1100u, 5000u}) {
+        StateWindow w;
+        std::string path(length, 'a');
+        path[0] = '/';
+        w.txtA.SetText(path);
+        w.cboA.AddItem("a");
+        w.cboA.AddItem("b");
+        w.cboA.SetListIndex(0);
+        const FormState before = ComputeState(w);
+        w.cboA.SetListIndex(1);
+        EXPECT_NE(ComputeState(w), before) << length;
+        w.cboA.SetListIndex(0);
+        EXPECT_EQ(ComputeState(w), before) << length;
+        // One character more in the long text is a change too.
+        path.push_back('b');
+        w.txtA.SetText(path);
+        EXPECT_NE(ComputeState(w), before) << length;
+    }
+}
+// The text's weight is the whole number first character x (2^length - 1), carried across the
+// 32-bit digits: "AB" is 65 x 3; a text of 40 "A"s is 65 x (2^40 - 1).
+TEST(ComputeState, ATextWeighsItsExactFingerprint) {
+    StateWindow w;
+    w.txtA.SetText(std::string(40, 'A'));  // index 4: weight 16
+    FormState expected(16u * 65u * ((std::uint64_t{1} << 40) - 1));
+    expected.Add(1u * 3u + 4u * 3u + 36u * 3u);  // the option buttons, enabled and clear
+    EXPECT_EQ(ComputeState(w), expected);
+    FormState built;
+    built.Add(16u * 65u, 40);
+    built.Subtract(16u * 65u);
+    built.Add(1u * 3u + 4u * 3u + 36u * 3u);
+    EXPECT_EQ(built, expected);
+}
+TEST(FormState, AddsAndSubtractsAcrossDigits) {
+    FormState a;
+    a.Add(0xFFFFFFFFFFFFFFFFu, 31);
+    a.Add(1, 31);
+    FormState b;
+    b.Add(1, 95);
+    EXPECT_EQ(a, b);
+    b.Subtract(1);
+    FormState c;
+    c.Add(0xFFFFFFFFFFFFFFFFu, 0);
+    c.Add(0x7FFFFFFFu, 64);  // 2^95 - 1
+    EXPECT_EQ(b, c);
+    c.Subtract(0xFFFFFFFFFFFFFFFFu);  // (2^31 - 1) x 2^64
+    FormState d(0);
+    d.Add(0x7FFFFFFFu, 64);
+    d.Add(0, 200);
+    d.Subtract(0xFFFFFFFFu);
+    d.Add(0xFFFFFFFFu);
+    EXPECT_EQ(c, d);
+    EXPECT_EQ(FormState(0), FormState());
+    EXPECT_NE(FormState(1), FormState());
 }
 
 }  // namespace

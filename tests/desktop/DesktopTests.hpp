@@ -18,6 +18,9 @@ QObject* MakeWizardViewTest();
 QObject* MakeQX3350ViewTest();
 QObject* MakePinoutDrawingTest();
 QObject* MakePlannerViewTest();
+QObject* MakeKeyboardTest();
+QObject* MakeAccessibleNamesTest();
+QObject* MakeDebugWindowTest();
 QObject* MakeReadBackViewTest();
 // Run on its own, once for each screen size (see CMakeLists.txt).
 QObject* MakeDocumentFitTest();

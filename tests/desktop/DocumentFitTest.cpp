@@ -17,6 +17,7 @@
 #include "desktop/ConfiguratorView.hpp"
 #include "desktop/FloatingPanel.hpp"
 #include "platform/HeadlessPlatform.hpp"
+#include "platform/MenuItem.hpp"
 #include "shell/ConfiguratorFactory.hpp"
 
 namespace pendulon::test {
@@ -40,6 +41,14 @@ class ScreenPlatform : public HeadlessPlatform {
 // The program on a first start (no settings at all) with the real main window and views.
 struct FirstStart : ProgramFixture<ScreenPlatform> {
     FirstStart() : ProgramFixture<ScreenPlatform>(true) {}
+    // View, Debug Window made available and checked, as a "ShowDebugWindow" setting of "True"
+    // makes it at the start (a first start has no settings, so none).
+    void CheckDebugWindow() {
+        MenuItem& entry = app->Main().mnuViewDebugWindow;
+        entry.SetEnabled(true);
+        entry.SetVisible(true);
+        entry.SetChecked(true);
+    }
 };
 
 // Where a widget's rectangle lies in the workspace's viewport.
@@ -118,16 +127,24 @@ void ExpectDocumentReachable(FirstStart& s, const QString& where) {
                                        .arg(reachable.width()).arg(reachable.height())
                                        .arg(sub->width()).arg(sub->height())));
     }
-    // No panel hides a field.
+    // The debug window shows while View, Debug Window is checked.
+    QVERIFY2(view->DebugPanel()->isVisible() == s.app->Main().mnuViewDebugWindow.Checked(),
+             qPrintable(where + ": the debug window is not as its menu entry says"));
+    // No panel hides a field, nor the other panel.
     for (FloatingPanel* panel : {view->PowerPanel(), view->DebugPanel()}) {
         if (panel == nullptr || !panel->isVisible())
             continue;
         const QRect covered = InViewport(panel, area);
+        QVERIFY2(inside.contains(covered),
+                 qPrintable(where + ": " + QString::fromStdString(panel->Picture().Name()) + " reaches out of its window"));
         for (QWidget* field : fields)
             QVERIFY2(!covered.intersects(SeenInViewport(field, view, area)),
-                     qPrintable(where + ": " + panel->objectName() + " lies over " +
-                                field->objectName()));
+                     qPrintable(where + ": " + QString::fromStdString(panel->Picture().Name()) +
+                                " lies over " + field->objectName()));
     }
+    if (view->PowerPanel()->isVisible() && view->DebugPanel()->isVisible())
+        QVERIFY2(!view->PowerPanel()->geometry().intersects(view->DebugPanel()->geometry()),
+                 qPrintable(where + ": the power and debug windows lie over each other"));
     // Where the workspace has room for the whole window, nothing needs scrolling: Calculate
     // is in sight.
     const QSize port = area->viewport()->size();
@@ -170,6 +187,7 @@ class DocumentFitTest : public QObject {
         const QString size = QString("%1x%2").arg(screen.width()).arg(screen.height());
         for (const char* device : TableDevices()) {
             FirstStart s;
+            s.CheckDebugWindow();
             s.window->show();
             QVERIFY(QTest::qWaitForWindowExposed(s.window.get()));
             s.NewDocument(device);

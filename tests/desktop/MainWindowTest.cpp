@@ -26,6 +26,13 @@ namespace pendulon::test {
 
 namespace {
 
+// A saved state that the document's own differs from.
+mShared::FormState Unsaved(const Configurator& doc) {
+    mShared::FormState state = mShared::ComputeState(doc);
+    state.Add(1);
+    return state;
+}
+
 struct Fixture {
     HeadlessPlatform platform;
     Application app{platform};
@@ -170,7 +177,7 @@ class MainWindowTest : public QObject {
         doc.txtFilePath.SetText(a);
         doc.SetCaption("a.ent");
         doc.cmdCalculate_Click();
-        f.app.Main().mdblSavedState = -1;  // the document differs from what was saved
+        f.app.Main().mdblSavedState = Unsaved(doc);  // the document differs from what was saved
         f.app.Main().InitializeMenu(false);
         QMdiSubWindow* sub = f.window->SubWindowOf(doc);
         QCOMPARE(sub->windowTitle(), QString("a.ent"));
@@ -204,7 +211,7 @@ class MainWindowTest : public QObject {
         Fixture f;
         f.Show();
         f.app.SetDocument(std::make_unique<TestConfigurator>(f.app));
-        f.app.Main().mdblSavedState = -1;  // the document differs from what was saved
+        f.app.Main().mdblSavedState = Unsaved(*f.app.Document());  // the document differs from what was saved
         QMdiSubWindow* sub = f.window->SubWindowOf(*f.app.Document());
         f.platform.QueueAnswer(msgbox::Cancel);
         sub->close();
@@ -221,7 +228,7 @@ class MainWindowTest : public QObject {
         Fixture f;
         f.Show();
         f.app.SetDocument(std::make_unique<TestConfigurator>(f.app));
-        f.app.Main().mdblSavedState = -1;
+        f.app.Main().mdblSavedState = Unsaved(*f.app.Document());
         f.platform.QueueAnswer(msgbox::Cancel);
         QVERIFY(!f.window->close());
         QVERIFY(f.window->isVisible());

@@ -67,6 +67,9 @@ class QX3350ViewTest : public QObject {
             QCOMPARE(view->findChild<QGroupBox*>(name)->title(), QString(title));
         QCOMPARE(view->findChild<QLabel*>("lblNoPowerCalculation")->text(),
                  QString("Power Calculation Not Available"));
+        // Its place is wide enough for the whole note, not only for the power panel.
+        QLabel* note = view->findChild<QLabel*>("lblNoPowerCalculation");
+        QVERIFY(note->parentWidget()->width() >= note->sizeHint().width());
         QCOMPARE(view->findChild<QLabel*>("lblClkOutDivide")->text(), QString("CLK-Out Divide"));
         // The reference limits follow the clock source and are not shown.
         QVERIFY(!view->findChild<QLineEdit*>("txtFRefMin")->isVisible());
@@ -110,7 +113,7 @@ class QX3350ViewTest : public QObject {
         }
     }
 
-    void tabGoesFromTheReferenceToTheFrequencyAndTheDivisor() {
+    void tabReadsFromTheReferenceOnToTheFrequencyAndItsSolution() {
         DocumentFixture f;
         QVERIFY(f.ShowAndActivate());
         f.NewDocument("QX3350");
@@ -119,12 +122,14 @@ class QX3350ViewTest : public QObject {
         QWidget* active = view->GetBinder().WidgetOf(*form.ActiveControl());
         QTRY_VERIFY(active->hasFocus());
         QCOMPARE(active->objectName(), QString("cboFRef"));
-        // The key goes where the keyboard is: the list's edit line.
+        // The key goes where the keyboard is: the list's edit line. The voltage stands beside
+        // the reference in the top row.
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QTRY_VERIFY(view->findChild<QRadioButton*>("opt5V")->hasFocus());
         auto* edit = view->findChild<QLineEdit*>("txtPLL");
-        QTRY_VERIFY(edit->hasFocus());
+        edit->setFocus(Qt::OtherFocusReason);
         QTest::keyClick(edit, Qt::Key_Tab);
-        QTRY_VERIFY(view->findChild<QComboBox*>("cboClockDivisors")->hasFocus());
+        QTRY_VERIFY(view->findChild<QComboBox*>("cboPLLData")->hasFocus());
     }
 
     void threeVoltsForceCMOSOnTheScreen() {

@@ -215,14 +215,14 @@ class QX5140ViewTest : public QObject {
         QCOMPARE(s.form->txtClkB.Text(), std::string("33"));
     }
 
-    void tabGoesThroughTheFrequencies() {
+    void tabReadsTheOutputRows() {
         DocumentFixture f;
         Shown s(f, 1280, 800, "QX5140");
         const auto tabFrom = [&](const char* name) { return TabFrom(s.view, name); };
+        QCOMPARE(tabFrom("txtClkA(0)"), QString("cboClkA(0)"));
         // The second state of CLKA is hidden without Select/Suspend.
-        QCOMPARE(tabFrom("txtClkA(0)"), QString("txtClkB"));
-        QCOMPARE(tabFrom("txtClkB"), QString("txtClkC"));
-        QCOMPARE(tabFrom("txtPPM"), QString("cmdCalculate"));
+        QCOMPARE(tabFrom("chkPrivatePLLClockA"), QString("txtClkB"));
+        QCOMPARE(tabFrom("txtClkB"), QString("cboClkB"));
     }
 
     void selectSuspendShowsTheSecondStateAndTheSuspendChoices() {

@@ -165,13 +165,13 @@ class QX7311ViewTest : public QObject {
         KeepPicture(f.window.get(), "frmQX7311-1280x800-calculated");
     }
 
-    void tabGoesThroughTheLoopsToTheOutputs() {
+    void tabReadsEachLoopRowThenTheOutputs() {
         DocumentFixture f;
         Shown s(f, 1280, 800, "QX7311");
         const auto tabFrom = [&](const char* name) { return TabFrom(s.view, name); };
-        QCOMPARE(tabFrom("txtCPLL(3)"), QString("txtCPLL(4)"));
-        QCOMPARE(tabFrom("txtCPLL(7)"), QString("txtSPLL"));
-        QCOMPARE(tabFrom("txtUPLL"), QString("cboCPU"));
+        QCOMPARE(tabFrom("txtCPLL(3)"), QString("cboCPLL(3)"));
+        QCOMPARE(tabFrom("cboCPLLData(3)"), QString("txtCPLL(4)"));
+        QCOMPARE(tabFrom("cboUPLLData"), QString("cboCPU"));
     }
 
     void theQX7312HidesCLKFAndThe32KRow() {

@@ -330,13 +330,14 @@ xdotool key Return
 wait_gone '^Select Device$' || fail "the device selection did not close"
 xdotool windowfocus --sync "$WID"
 sleep 1
-# The desired frequency of CLKA, at its place in the document window; Tab goes on to CLKB and
-# CLKC.
-xdotool mousemove --window "$WID" 105 226 click 1
-sleep 0.3
-for text in 50 25 12.5; do
+# The desired frequencies of CLKA, CLKB and CLKC, one under the other in the document window:
+# each is clicked and typed into (Tab would go on through the row's actual value first).
+for field in "226 50" "254 25" "281 12.5"; do
+    set -- $field
+    xdotool mousemove --window "$WID" 105 "$1" click 1
+    sleep 0.3
     xdotool key End shift+Home
-    xdotool type --delay 80 "$text"
+    xdotool type --delay 80 "$2"
     xdotool key Tab
     sleep 0.3
 done
@@ -404,15 +405,16 @@ wait_gone '^Select Device$' || fail "the device selection did not close"
 xdotool windowfocus --sync "$WID"
 sleep 1
 import -window root "$SHOTS/27-qx3350-new.png"
-# The document starts in the reference; Tab goes on to the VCO frequency.
-xdotool key Tab
+# The VCO frequency, clicked at its place in the document window (Tab in reading order would
+# go through the voltage and output options first).
+xdotool mousemove --window "$WID" 113 186 click 1
 sleep 0.3
 xdotool key ctrl+a
 xdotool type --delay 80 "120"
-# Tab leaves the field for the divisor list, where PLL/4 is two entries down.
-xdotool key Tab
-sleep 0.3
-xdotool key Down Down
+# The divisor list, clicked open, where PLL/4 is two entries down.
+xdotool mousemove --window "$WID" 80 279 click 1
+sleep 0.5
+xdotool key Down Down Return
 sleep 0.3
 xdotool key alt+a
 sleep 1.5

@@ -27,7 +27,8 @@ int main(int argc, char** argv) {
                       pendulon::test::MakeQX5140ViewTest, pendulon::test::MakePrintPreviewViewTest,
                       pendulon::test::MakeWizardViewTest, pendulon::test::MakeQX3350ViewTest,
                       pendulon::test::MakePinoutDrawingTest, pendulon::test::MakePlannerViewTest,
-                      pendulon::test::MakeReadBackViewTest,
+                      pendulon::test::MakeKeyboardTest, pendulon::test::MakeAccessibleNamesTest,
+                      pendulon::test::MakeDebugWindowTest, pendulon::test::MakeReadBackViewTest,
                       pendulon::test::MakeDocumentFitTest}) {
         std::unique_ptr<QObject> test(make());
         // PENDULON_TEST_CLASS=QtPlatformTest runs one class, so that its functions can be named.

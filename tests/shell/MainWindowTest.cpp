@@ -146,7 +146,7 @@ TEST(MainWindowNew, LoadFormOpensDocumentOfSelectedDevice) {
     EXPECT_EQ(doc->lblDevice.Caption(), "QX4860");
     EXPECT_EQ(doc->txtFilePath.Text(), "");
     EXPECT_TRUE(doc->Visible());
-    EXPECT_DOUBLE_EQ(m.mdblSavedState, mShared::ComputeState(*doc));
+    EXPECT_EQ(m.mdblSavedState, mShared::ComputeState(*doc));
     EXPECT_TRUE(m.mblnFileChanged);
     EXPECT_EQ(m.mstrSavedChecksum, "n/a");
     EXPECT_EQ(h.app.Summary().Caption(), "QX4860 Configuration");
@@ -293,7 +293,7 @@ TEST(MainWindowSave, SaveWithPathWritesAndRecordsState) {
     h.app.Summary().lblChecksum.SetCaption("777");
     h.app.Main().mnuSave.RaiseClick();
     EXPECT_EQ(ReadFile(path), h.Doc()->EntryText());
-    EXPECT_DOUBLE_EQ(h.app.Main().mdblSavedState, mShared::ComputeState(*h.Doc()));
+    EXPECT_EQ(h.app.Main().mdblSavedState, mShared::ComputeState(*h.Doc()));
     EXPECT_EQ(h.app.Main().mstrSavedChecksum, "777");
     EXPECT_TRUE(h.platform.DialogsShown().empty());
 }
@@ -397,7 +397,7 @@ TEST(MainWindowSave, SaveAsIntoAFolderThatIsNotThereChangesNothing) {
     h.Doc()->SetCaption("a.ent");
     h.app.Summary().txtFilename.SetText("a.ent");
     h.Edit("31");
-    const double unsaved = h.app.Main().mdblSavedState;
+    const mShared::FormState unsaved = h.app.Main().mdblSavedState;
     ASSERT_NE(unsaved, mShared::ComputeState(*h.Doc()));
     h.app.Main().mstrSavedChecksum = "12";
     h.platform.ClearMessages();
@@ -418,7 +418,7 @@ TEST(MainWindowSave, SaveAsIntoAFolderThatIsNotThereChangesNothing) {
     EXPECT_EQ(h.Doc()->Caption(), "a.ent");
     EXPECT_EQ(h.app.Summary().txtFilename.Text(), "a.ent");
     EXPECT_EQ(h.app.Main().mintRecentFileCount, 0);
-    EXPECT_DOUBLE_EQ(h.app.Main().mdblSavedState, unsaved);
+    EXPECT_EQ(h.app.Main().mdblSavedState, unsaved);
     EXPECT_EQ(h.app.Summary().lblChecksum.Caption(), "12");
 
     // Close still asks the save question, so the work is not lost; Cancel keeps the window.
@@ -463,12 +463,12 @@ TEST(MainWindowSave, SaveOverAReadOnlyFileIsRefusedAndTheDocumentStaysUnsaved) {
                                            std::filesystem::perms::others_read);
     h.Doc()->txtFilePath.SetText(path);
     h.Edit("31");
-    const double unsaved = h.app.Main().mdblSavedState;
+    const mShared::FormState unsaved = h.app.Main().mdblSavedState;
     h.platform.ClearMessages();
     EXPECT_FALSE(h.app.Main().SaveDocument());
     EXPECT_EQ(ReadFile(path), "locked");
     EXPECT_EQ(h.CountMessages("'" + path + "' was not written: the file is read-only."), 1);
-    EXPECT_DOUBLE_EQ(h.app.Main().mdblSavedState, unsaved);
+    EXPECT_EQ(h.app.Main().mdblSavedState, unsaved);
     std::filesystem::permissions(path, std::filesystem::perms::owner_write,
                                  std::filesystem::perm_options::add);
 }
@@ -572,7 +572,7 @@ TEST(MainWindowOpen, NoUnloadsThenReadsTheNewFile) {
     EXPECT_EQ(h.app.Summary().txtRevision.Text(), "01");
     EXPECT_EQ(h.app.Summary().Caption(), "QX4860 Configuration");
     EXPECT_FALSE(m.mblnFileChanged);
-    EXPECT_DOUBLE_EQ(m.mdblSavedState, mShared::ComputeState(*h.Doc()));
+    EXPECT_EQ(m.mdblSavedState, mShared::ComputeState(*h.Doc()));
     EXPECT_EQ(m.mstrSavedChecksum, h.app.Summary().lblChecksum.Caption());
     EXPECT_EQ(m.RecentPath(1), path);
     EXPECT_TRUE(m.mnuViewEntryFileSaved.Enabled());
